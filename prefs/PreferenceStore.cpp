@@ -1,0 +1,196 @@
+#include "prefs/PreferenceStore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+#include <plist/plist.h>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+
+namespace tallyvox
+{
+
+namespace
+{
+
+struct PlistDeleter {
+    void operator()(plist_t node) const { plist_free(node); }
+};
+using PlistPtr = std::unique_ptr<std::remove_pointer_t<plist_t>, PlistDeleter>;
+
+// The whole stored dictionary, or nothing when the file is missing or is not one.
+PlistPtr readDictionary(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return nullptr;
+    const QByteArray bytes = file.readAll();
+    if (bytes.isEmpty() || bytes.size() > std::numeric_limits<qint32>::max())
+        return nullptr;
+    plist_t root = nullptr;
+    plist_from_memory(bytes.constData(), static_cast<uint32_t>(bytes.size()), &root);
+    PlistPtr dict(root);
+    if (!dict || plist_get_node_type(dict.get()) != PLIST_DICT)
+        return nullptr;
+    return dict;
+}
+
+// Read-modify-write of one key; the file is replaced only once the new one is complete.
+bool writeItem(const QString& path, const char* key, plist_t item)
+{
+    PlistPtr dict = readDictionary(path);
+    if (!dict)
+        dict.reset(plist_new_dict());
+    plist_dict_set_item(dict.get(), key, item);
+
+    char* xml = nullptr;
+    uint32_t length = 0;
+    plist_to_xml(dict.get(), &xml, &length);
+    if (!xml)
+        return false;
+    const QByteArray bytes(xml, static_cast<qsizetype>(length));
+    plist_to_xml_free(xml);
+
+    if (!QDir().mkpath(QFileInfo(path).absolutePath()))
+        return false;
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        return false;
+    return file.commit();
+}
+
+} // namespace
+
+QString PreferenceStore::defaultPath()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/Okaluna Software/Tallyvox.plist");
+}
+
+PreferenceStore::PreferenceStore(QString path) : m_path(std::move(path)) {}
+
+bool PreferenceStore::readBool(const prefs::BoolKey& key) const
+{
+    const PlistPtr dict = readDictionary(m_path);
+    plist_t node = dict ? plist_dict_get_item(dict.get(), key.name) : nullptr;
+    if (!node || plist_get_node_type(node) != PLIST_BOOLEAN)
+        return key.fallback;
+    uint8_t value = 0;
+    plist_get_bool_val(node, &value);
+    return value != 0;
+}
+
+qint32 PreferenceStore::readNumber(const prefs::NumberKey& key) const
+{
+    const PlistPtr dict = readDictionary(m_path);
+    plist_t node = dict ? plist_dict_get_item(dict.get(), key.name) : nullptr;
+    if (!node)
+        return key.fallback;
+
+    // A number that does not convert to 16 bits without loss reads as 1, whatever
+    // the key's own default: that is what the conversion failure gives.
+    constexpr qint32 conversionFailure = 1;
+    switch (plist_get_node_type(node)) {
+    case PLIST_UINT: {
+        uint64_t raw = 0;
+        plist_get_uint_val(node, &raw);
+        const auto value = static_cast<qint64>(raw);
+        if (value < std::numeric_limits<qint16>::min() ||
+            value > std::numeric_limits<qint16>::max())
+            return conversionFailure;
+        return static_cast<qint16>(value);
+    }
+    case PLIST_REAL: {
+        double value = 0;
+        plist_get_real_val(node, &value);
+        if (!(value >= std::numeric_limits<qint16>::min() &&
+              value <= std::numeric_limits<qint16>::max()) ||
+            std::trunc(value) != value)
+            return conversionFailure;
+        return static_cast<qint16>(value);
+    }
+    default:
+        return key.fallback;
+    }
+}
+
+std::optional<QByteArray> PreferenceStore::readData(const char* key) const
+{
+    const PlistPtr dict = readDictionary(m_path);
+    plist_t node = dict ? plist_dict_get_item(dict.get(), key) : nullptr;
+    if (!node || plist_get_node_type(node) != PLIST_DATA)
+        return std::nullopt;
+    char* bytes = nullptr;
+    uint64_t length = 0;
+    plist_get_data_val(node, &bytes, &length);
+    QByteArray result(bytes, static_cast<qsizetype>(length));
+    std::free(bytes);
+    return result;
+}
+
+bool PreferenceStore::writeBool(const prefs::BoolKey& key, bool value)
+{
+    return writeItem(m_path, key.name, plist_new_bool(value ? 1 : 0));
+}
+
+bool PreferenceStore::writeNumber(const prefs::NumberKey& key, qint16 value)
+{
+    // Negative values are stored as the two's complement that the format uses.
+    return writeItem(m_path, key.name,
+                     plist_new_uint(static_cast<uint64_t>(static_cast<qint64>(value))));
+}
+
+bool PreferenceStore::writeData(const char* key, const QByteArray& value)
+{
+    return writeItem(m_path, key,
+                     plist_new_data(value.constData(), static_cast<uint64_t>(value.size())));
+}
+
+std::optional<QRect> PreferenceStore::readWindowBounds() const
+{
+    const std::optional<QByteArray> bytes = readData(prefs::WindowBounds);
+    return bytes ? decodeWindowBounds(*bytes) : std::nullopt;
+}
+
+bool PreferenceStore::writeWindowBounds(const QRect& bounds)
+{
+    return writeData(prefs::WindowBounds, encodeWindowBounds(bounds));
+}
+
+QByteArray encodeWindowBounds(const QRect& bounds)
+{
+    const qint16 values[4] = {
+        static_cast<qint16>(bounds.top()),
+        static_cast<qint16>(bounds.left()),
+        static_cast<qint16>(bounds.top() + bounds.height()),
+        static_cast<qint16>(bounds.left() + bounds.width()),
+    };
+    QByteArray bytes;
+    for (qint16 value : values) {
+        const auto bits = static_cast<quint16>(value);
+        bytes.append(static_cast<char>(bits >> 8));
+        bytes.append(static_cast<char>(bits & 0xFF));
+    }
+    return bytes;
+}
+
+std::optional<QRect> decodeWindowBounds(const QByteArray& bytes)
+{
+    if (bytes.size() != 8)
+        return std::nullopt;
+    qint16 values[4];
+    for (int i = 0; i < 4; ++i) {
+        const auto high = static_cast<quint8>(bytes[2 * i]);
+        const auto low = static_cast<quint8>(bytes[2 * i + 1]);
+        values[i] = static_cast<qint16>(static_cast<quint16>((high << 8) | low));
+    }
+    const int top = values[0], left = values[1], bottom = values[2], right = values[3];
+    return QRect(left, top, right - left, bottom - top);
+}
+
+} // namespace tallyvox

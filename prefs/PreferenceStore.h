@@ -1,0 +1,56 @@
+#pragma once
+
+#include "prefs/PreferenceKeys.h"
+
+#include <QByteArray>
+#include <QRect>
+#include <QString>
+
+#include <optional>
+
+namespace tallyvox
+{
+
+/// The application's typed settings in a property-list file. Nothing is cached:
+/// every read goes to the file, so a change made by another process or a moment
+/// ago is seen at once, and every write replaces the file atomically before it returns.
+class PreferenceStore
+{
+public:
+    /// $XDG_CONFIG_HOME/Okaluna Software/Tallyvox.plist
+    static QString defaultPath();
+
+    explicit PreferenceStore(QString path = defaultPath());
+
+    const QString& path() const { return m_path; }
+
+    bool GetQuitWhenDone() const { return readBool(prefs::QuitWhenDone); }
+    bool GetIncludeFrequency() const { return readBool(prefs::IncludeFrequency); }
+    qint32 GetSortBy() const { return readNumber(prefs::SortBy); }
+    qint32 GetSeparateBy() const { return readNumber(prefs::SeparateBy); }
+    qint32 GetLineStyle() const { return readNumber(prefs::LineStyle); }
+
+    bool readBool(const prefs::BoolKey& key) const;
+    qint32 readNumber(const prefs::NumberKey& key) const;
+    /// The stored data of a key, or nothing when it is missing or not data.
+    std::optional<QByteArray> readData(const char* key) const;
+
+    // Each writer returns false, leaving the old value, when the file cannot be written.
+    bool writeBool(const prefs::BoolKey& key, bool value);
+    bool writeNumber(const prefs::NumberKey& key, qint16 value);
+    bool writeData(const char* key, const QByteArray& value);
+
+    /// The stored main-window bounds, or nothing unless they are exactly 8 bytes of data.
+    std::optional<QRect> readWindowBounds() const;
+    bool writeWindowBounds(const QRect& bounds);
+
+private:
+    QString m_path;
+};
+
+/// Window bounds as 8 bytes: top, left, bottom, right, each a big-endian signed
+/// 16-bit integer, with bottom = top + height and right = left + width.
+QByteArray encodeWindowBounds(const QRect& bounds);
+std::optional<QRect> decodeWindowBounds(const QByteArray& bytes);
+
+} // namespace tallyvox
