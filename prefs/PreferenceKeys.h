@@ -2,8 +2,7 @@
 
 #include <QtGlobal>
 
-namespace tallyvox::prefs
-{
+namespace tallyvox::prefs {
 
 /// A stored switch: its key and the value used when it is missing or not a boolean.
 struct BoolKey {

@@ -12,11 +12,9 @@
 #include <limits>
 #include <memory>
 
-namespace tallyvox
-{
+namespace tallyvox {
 
-namespace
-{
+namespace {
 
 struct PlistDeleter {
     void operator()(plist_t node) const { plist_free(node); }

@@ -8,14 +8,12 @@
 
 #include <optional>
 
-namespace tallyvox
-{
+namespace tallyvox {
 
 /// The application's typed settings in a property-list file. Nothing is cached:
 /// every read goes to the file, so a change made by another process or a moment
 /// ago is seen at once, and every write replaces the file atomically before it returns.
-class PreferenceStore
-{
+class PreferenceStore {
 public:
     /// $XDG_CONFIG_HOME/Okaluna Software/Tallyvox.plist
     static QString defaultPath();

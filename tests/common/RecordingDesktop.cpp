@@ -17,7 +17,10 @@ QStringList RecordingDesktop::texts(const QString& kind) const
     return result;
 }
 
-void RecordingDesktop::alert(const QString& message) { record("alert", message); }
+void RecordingDesktop::alert(const QString& message)
+{
+    record("alert", message);
+}
 
 void RecordingDesktop::stopAlert(const QString& message)
 {
@@ -37,7 +40,10 @@ QString RecordingDesktop::chooseSavePath(const QString& proposedName)
     return m_saveAnswers.isEmpty() ? QString() : m_saveAnswers.takeFirst();
 }
 
-void RecordingDesktop::openInTextEditor(const QString& path) { record("editor", path); }
+void RecordingDesktop::openInTextEditor(const QString& path)
+{
+    record("editor", path);
+}
 
 bool RecordingDesktop::openFile(const QString& path)
 {
@@ -51,13 +57,25 @@ bool RecordingDesktop::openUrl(const QUrl& url)
     return true;
 }
 
-void RecordingDesktop::beep() { record("beep", {}); }
+void RecordingDesktop::beep()
+{
+    record("beep", {});
+}
 
-void RecordingDesktop::playSound(const QString& name) { record("sound", name); }
+void RecordingDesktop::playSound(const QString& name)
+{
+    record("sound", name);
+}
 
-void RecordingDesktop::raiseApplication() { record("raise", {}); }
+void RecordingDesktop::raiseApplication()
+{
+    record("raise", {});
+}
 
-void RecordingDesktop::log(const QString& line) { record("log", line); }
+void RecordingDesktop::log(const QString& line)
+{
+    record("log", line);
+}
 
 void RecordingDesktop::setClipboardText(const QString& text)
 {
@@ -67,8 +85,8 @@ void RecordingDesktop::setClipboardText(const QString& text)
 
 QList<PasteboardItem> RecordingDesktop::readSelection(SelectionSource source)
 {
-    record("readSelection",
-           source == SelectionSource::Primary ? QStringLiteral("primary") : QStringLiteral("clipboard"));
+    record("readSelection", source == SelectionSource::Primary ? QStringLiteral("primary")
+                                                               : QStringLiteral("clipboard"));
     return source == SelectionSource::Primary ? m_primary : m_clipboardItems;
 }
 

@@ -6,8 +6,7 @@
 
 using namespace tallyvox;
 
-namespace
-{
+namespace {
 
 // A property list as another program would leave it, with one key of the given XML value.
 QByteArray plistWith(const char* key, const char* xmlValue)
@@ -19,8 +18,7 @@ QByteArray plistWith(const char* key, const char* xmlValue)
 
 } // namespace
 
-class PreferenceStoreTest : public QObject
-{
+class PreferenceStoreTest : public QObject {
     Q_OBJECT
 
 private slots:
