@@ -27,8 +27,9 @@ public:
 
     /// A modal alert whose message text is the whole message, with one "OK" button.
     virtual void alert(const QString& message) = 0;
-    /// The standard stop alert of the batch run; it beeps before it shows.
-    virtual void stopAlert(const QString& message) = 0;
+    /// The standard stop alert of the batch run, a message with its explanation;
+    /// it beeps before it shows.
+    virtual void stopAlert(const QString& message, const QString& explanation) = 0;
     /// The open panel (several existing files, hidden ones shown); empty when cancelled.
     virtual QStringList chooseFilesToOpen(const QString& prompt) = 0;
     /// The save panel with a proposed name; the chosen path, or empty when cancelled.

@@ -22,10 +22,11 @@ void RecordingDesktop::alert(const QString& message)
     record("alert", message);
 }
 
-void RecordingDesktop::stopAlert(const QString& message)
+void RecordingDesktop::stopAlert(const QString& message, const QString& explanation)
 {
     record("beep", {});
     record("stopAlert", message);
+    record("stopAlertExplanation", explanation);
 }
 
 QStringList RecordingDesktop::chooseFilesToOpen(const QString& prompt)

@@ -16,7 +16,7 @@ public:
     };
 
     void alert(const QString& message) override;
-    void stopAlert(const QString& message) override;
+    void stopAlert(const QString& message, const QString& explanation) override;
     QStringList chooseFilesToOpen(const QString& prompt) override;
     QString chooseSavePath(const QString& proposedName) override;
     void openInTextEditor(const QString& path) override;
