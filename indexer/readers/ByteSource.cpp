@@ -1,0 +1,56 @@
+#include "indexer/readers/ByteSource.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+namespace tallyvox::indexer::readers {
+
+ByteSource memorySource(std::string_view bytes)
+{
+    return [bytes](char* buf, std::size_t cap) mutable {
+        const std::size_t n = std::min(cap, bytes.size());
+        std::memcpy(buf, bytes.data(), n);
+        bytes.remove_prefix(n);
+        return n;
+    };
+}
+
+ByteSource fileSource(const std::string& path)
+{
+    std::shared_ptr<std::FILE> file(std::fopen(path.c_str(), "rb"), [](std::FILE* f) {
+        if (f != nullptr) {
+            std::fclose(f);
+        }
+    });
+    return [file](char* buf, std::size_t cap) -> std::size_t {
+        return file ? std::fread(buf, 1, cap, file.get()) : 0;
+    };
+}
+
+std::string readAll(const ByteSource& source, std::size_t limit, bool* truncated)
+{
+    std::string out;
+    char buf[65536];
+    for (;;) {
+        const std::size_t n = source(buf, sizeof buf);
+        if (n == 0) {
+            break;
+        }
+        if (out.size() + n > limit) {
+            out.append(buf, limit - out.size());
+            if (truncated != nullptr) {
+                *truncated = true;
+            }
+            return out;
+        }
+        out.append(buf, n);
+    }
+    if (truncated != nullptr) {
+        *truncated = false;
+    }
+    return out;
+}
+
+} // namespace tallyvox::indexer::readers

@@ -1,0 +1,253 @@
+#include "indexer/readers/MarkupParser.h"
+
+#include "indexer/readers/ReadLimits.h"
+
+#include <libxml/HTMLparser.h>
+#include <libxml/SAX2.h>
+#include <libxml/entities.h>
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+
+#include <cstring>
+#include <mutex>
+
+namespace tallyvox::indexer::readers {
+
+namespace {
+
+std::string_view view(const xmlChar* s)
+{
+    return s == nullptr ? std::string_view() : std::string_view(reinterpret_cast<const char*>(s));
+}
+
+void ignoreStructuredError(void*, xmlErrorPtr) {}
+void ignoreGenericError(void*, const char*, ...) {}
+
+xmlParserInputPtr refuseExternalEntity(const char*, const char*, xmlParserCtxtPtr)
+{
+    return nullptr;
+}
+
+// Process-wide libxml2 settings: whatever a parse asks for, nothing is loaded from outside.
+void initLibxml()
+{
+    static std::once_flag once;
+    std::call_once(once, [] {
+        xmlInitParser();
+        xmlSetExternalEntityLoader(refuseExternalEntity);
+        xmlSetGenericErrorFunc(nullptr, ignoreGenericError);
+        xmlSetStructuredErrorFunc(nullptr, ignoreStructuredError);
+    });
+}
+
+} // namespace
+
+std::string_view MarkupAttributes::value(std::string_view localName) const
+{
+    for (int i = 0; i < m_count; ++i) {
+        const unsigned char** a = m_namespaced + 5 * i;
+        if (view(a[0]) == localName) {
+            return {reinterpret_cast<const char*>(a[3]), static_cast<std::size_t>(a[4] - a[3])};
+        }
+    }
+    for (const unsigned char** a = m_pairs; a != nullptr && a[0] != nullptr; a += 2) {
+        std::string_view name = view(a[0]);
+        if (const auto colon = name.find(':'); colon != std::string_view::npos) {
+            name.remove_prefix(colon + 1);
+        }
+        if (name == localName) {
+            return view(a[1]);
+        }
+    }
+    return {};
+}
+
+class MarkupParser {
+public:
+    MarkupParser(MarkupHandler& handler) : m_handler(handler) {}
+
+    // libxml2's own SAX2 callbacks (kept for the document and its internal subset) need
+    // the parser context as user data, so the parser object rides in its _private.
+    static MarkupParser* self_(void* ctx)
+    {
+        return static_cast<MarkupParser*>(static_cast<xmlParserCtxtPtr>(ctx)->_private);
+    }
+
+    static void startNs(void* self, const xmlChar* localname, const xmlChar*, const xmlChar*, int,
+                        const xmlChar**, int nbAttributes, int, const xmlChar** attributes)
+    {
+        auto* p = self_(self);
+        MarkupAttributes attrs;
+        attrs.m_namespaced = attributes;
+        attrs.m_count = nbAttributes;
+        p->m_sawRoot = true;
+        p->m_handler.startElement(view(localname), attrs);
+        p->checkStop();
+    }
+
+    static void endNs(void* self, const xmlChar* localname, const xmlChar*, const xmlChar*)
+    {
+        auto* p = self_(self);
+        p->m_handler.endElement(view(localname));
+        p->checkStop();
+    }
+
+    static void startHtml(void* self, const xmlChar* name, const xmlChar** attributes)
+    {
+        auto* p = self_(self);
+        if (++p->m_depth > ReadLimits::maxHtmlDepth) {
+            // libxml2 rescans its open-element stack on stray end tags, so unbounded
+            // nesting would make a small file cost quadratic time.
+            p->m_handler.stop();
+        }
+        MarkupAttributes attrs;
+        attrs.m_pairs = attributes;
+        p->m_handler.startElement(view(name), attrs);
+        p->checkStop();
+    }
+
+    static void endHtml(void* self, const xmlChar* name)
+    {
+        auto* p = self_(self);
+        if (p->m_depth > 0) {
+            --p->m_depth;
+        }
+        p->m_handler.endElement(view(name));
+        p->checkStop();
+    }
+
+    static void characters(void* self, const xmlChar* text, int len)
+    {
+        auto* p = self_(self);
+        p->m_handler.characters(
+            {reinterpret_cast<const char*>(text), static_cast<std::size_t>(len)});
+        p->checkStop();
+    }
+
+    static void ignoreEntityDecl(void*, const xmlChar*, int, const xmlChar*, const xmlChar*,
+                                 xmlChar*)
+    {}
+
+    static xmlEntityPtr predefinedEntity(void*, const xmlChar* name)
+    {
+        return xmlGetPredefinedEntity(name);
+    }
+
+    static xmlParserInputPtr noInput(void*, const xmlChar*, const xmlChar*) { return nullptr; }
+
+    void checkStop()
+    {
+        if (m_handler.stopped() && m_ctxt != nullptr) {
+            xmlStopParser(m_ctxt);
+        }
+    }
+
+    template <typename ParseChunk>
+    void feed(const ByteSource& source, ParseChunk parseChunk)
+    {
+        char buf[65536];
+        for (;;) {
+            const std::size_t n = source(buf, sizeof buf);
+            if (m_handler.stopped()) {
+                break;
+            }
+            if (n == 0) {
+                parseChunk(buf, 0, 1);
+                break;
+            }
+            parseChunk(buf, static_cast<int>(n), 0);
+            if (m_ctxt->disableSAX != 0 && m_ctxt->recovery == 0) {
+                break;
+            }
+        }
+        if (m_ctxt->myDoc != nullptr) {
+            xmlFreeDoc(m_ctxt->myDoc);
+            m_ctxt->myDoc = nullptr;
+        }
+    }
+
+    MarkupHandler& m_handler;
+    xmlParserCtxtPtr m_ctxt = nullptr;
+    std::size_t m_depth = 0;
+    bool m_sawRoot = false;
+};
+
+bool parseXml(const ByteSource& source, MarkupHandler& handler)
+{
+    initLibxml();
+    xmlSAXHandler sax;
+    std::memset(&sax, 0, sizeof sax);
+    xmlSAXVersion(&sax, 2);
+    sax.startElementNs = MarkupParser::startNs;
+    sax.endElementNs = MarkupParser::endNs;
+    sax.startElement = nullptr;
+    sax.endElement = nullptr;
+    sax.characters = MarkupParser::characters;
+    sax.cdataBlock = MarkupParser::characters;
+    sax.ignorableWhitespace = MarkupParser::characters;
+    sax.comment = nullptr;
+    sax.processingInstruction = nullptr;
+    sax.reference = nullptr;
+    // Declared entities are dropped and only the five predefined ones resolve: no
+    // billion laughs, no external entities, whatever the document declares.
+    sax.entityDecl = MarkupParser::ignoreEntityDecl;
+    sax.getEntity = MarkupParser::predefinedEntity;
+    sax.getParameterEntity = MarkupParser::predefinedEntity;
+    sax.resolveEntity = MarkupParser::noInput;
+    sax.externalSubset = nullptr;
+    sax.warning = ignoreGenericError;
+    sax.error = ignoreGenericError;
+    sax.fatalError = ignoreGenericError;
+    sax.serror = ignoreStructuredError;
+
+    MarkupParser parser(handler);
+    parser.m_ctxt = xmlCreatePushParserCtxt(&sax, nullptr, nullptr, 0, nullptr);
+    if (parser.m_ctxt == nullptr) {
+        return false;
+    }
+    parser.m_ctxt->_private = &parser;
+    xmlCtxtUseOptions(parser.m_ctxt, XML_PARSE_NONET | XML_PARSE_RECOVER | XML_PARSE_NOERROR |
+                                         XML_PARSE_NOWARNING);
+    parser.feed(source, [&parser](const char* data, int size, int terminate) {
+        xmlParseChunk(parser.m_ctxt, data, size, terminate);
+    });
+    xmlFreeParserCtxt(parser.m_ctxt);
+    return parser.m_sawRoot;
+}
+
+void parseHtml(const ByteSource& source, MarkupHandler& handler)
+{
+    initLibxml();
+    xmlSAXHandler sax;
+    std::memset(&sax, 0, sizeof sax);
+    xmlSAX2InitHtmlDefaultSAXHandler(&sax);
+    sax.startElement = MarkupParser::startHtml;
+    sax.endElement = MarkupParser::endHtml;
+    sax.characters = MarkupParser::characters;
+    sax.cdataBlock = MarkupParser::characters;
+    sax.ignorableWhitespace = MarkupParser::characters;
+    sax.comment = nullptr;
+    sax.processingInstruction = nullptr;
+    sax.reference = nullptr;
+    sax.resolveEntity = MarkupParser::noInput;
+    sax.warning = ignoreGenericError;
+    sax.error = ignoreGenericError;
+    sax.fatalError = ignoreGenericError;
+    sax.serror = ignoreStructuredError;
+
+    MarkupParser parser(handler);
+    parser.m_ctxt =
+        htmlCreatePushParserCtxt(&sax, nullptr, nullptr, 0, nullptr, XML_CHAR_ENCODING_NONE);
+    if (parser.m_ctxt == nullptr) {
+        return;
+    }
+    parser.m_ctxt->_private = &parser;
+    htmlCtxtUseOptions(parser.m_ctxt, HTML_PARSE_NONET | HTML_PARSE_RECOVER | HTML_PARSE_NOERROR |
+                                          HTML_PARSE_NOWARNING | HTML_PARSE_NOIMPLIED);
+    parser.feed(source, [&parser](const char* data, int size, int terminate) {
+        htmlParseChunk(parser.m_ctxt, data, size, terminate);
+    });
+    htmlFreeParserCtxt(parser.m_ctxt);
+}
+
+} // namespace tallyvox::indexer::readers

@@ -1,0 +1,45 @@
+#include "indexer/readers/ResourceLimits.h"
+
+#include <sys/resource.h>
+
+#include <algorithm>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define TALLYVOX_ASAN 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define TALLYVOX_ASAN 1
+#endif
+#endif
+
+namespace tallyvox::indexer::readers {
+
+namespace {
+
+bool lower(int resource, rlim_t soft, rlim_t hard)
+{
+    rlimit current{};
+    if (getrlimit(resource, &current) != 0) {
+        return false;
+    }
+    rlimit wanted{};
+    wanted.rlim_max = current.rlim_max == RLIM_INFINITY ? hard : std::min(current.rlim_max, hard);
+    wanted.rlim_cur = std::min(
+        {soft, wanted.rlim_max, current.rlim_cur == RLIM_INFINITY ? soft : current.rlim_cur});
+    return setrlimit(resource, &wanted) == 0;
+}
+
+} // namespace
+
+bool applyResourceCaps(const ResourceCaps& caps)
+{
+    // The hard CPU limit sits a little above the soft one: SIGXCPU first, SIGKILL if ignored.
+    bool ok = lower(RLIMIT_CPU, caps.cpuSeconds, caps.cpuSeconds + 10);
+    ok = lower(RLIMIT_CORE, 0, 0) && ok;
+#ifndef TALLYVOX_ASAN
+    ok = lower(RLIMIT_AS, caps.addressSpaceBytes, caps.addressSpaceBytes) && ok;
+#endif
+    return ok;
+}
+
+} // namespace tallyvox::indexer::readers

@@ -1,0 +1,105 @@
+#include "indexer/readers/ZipArchive.h"
+
+#include "indexer/readers/ReadLimits.h"
+
+#include <archive.h>
+#include <archive_entry.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace tallyvox::indexer::readers {
+
+namespace {
+
+struct ArchiveCloser {
+    void operator()(archive* a) const { archive_read_free(a); }
+};
+using ArchivePtr = std::unique_ptr<archive, ArchiveCloser>;
+
+} // namespace
+
+ZipArchive ZipArchive::fromFile(std::string path)
+{
+    ZipArchive zip(std::move(path), {});
+    zip.m_budget = ReadLimits::maxInflatedBytes;
+    return zip;
+}
+
+ZipArchive ZipArchive::fromMemory(std::string_view bytes)
+{
+    ZipArchive zip({}, bytes);
+    zip.m_budget = ReadLimits::maxInflatedBytes;
+    return zip;
+}
+
+void ZipArchive::forEach(
+    const std::function<void(const std::string& name, const ByteSource& data)>& visit)
+{
+    ArchivePtr a(archive_read_new());
+    // The seekable zip reader (chosen for files and memory) trusts the central directory,
+    // which is what office suites and e-book readers do too.
+    archive_read_support_format_zip(a.get());
+    const int opened = m_path.empty()
+                           ? archive_read_open_memory(a.get(), m_bytes.data(), m_bytes.size())
+                           : archive_read_open_filename(a.get(), m_path.c_str(), 65536);
+    if (opened != ARCHIVE_OK) {
+        return;
+    }
+    archive_entry* entry = nullptr;
+    for (std::size_t seen = 0; seen < ReadLimits::maxContainerEntries && !budgetSpent(); ++seen) {
+        const int status = archive_read_next_header(a.get(), &entry);
+        if (status == ARCHIVE_EOF || status == ARCHIVE_FATAL) {
+            break;
+        }
+        const char* name = archive_entry_pathname(entry);
+        if (name == nullptr || archive_entry_filetype(entry) == AE_IFDIR) {
+            continue;
+        }
+        const ByteSource data = [this, raw = a.get()](char* buf, std::size_t cap) -> std::size_t {
+            const std::uint64_t left = m_budget - std::min(m_budget, m_inflated);
+            const auto want = static_cast<std::size_t>(std::min<std::uint64_t>(cap, left));
+            if (want == 0) {
+                return 0;
+            }
+            const la_ssize_t n = archive_read_data(raw, buf, want);
+            if (n <= 0) {
+                return 0;
+            }
+            m_inflated += static_cast<std::uint64_t>(n);
+            return static_cast<std::size_t>(n);
+        };
+        visit(std::string(name), data);
+    }
+}
+
+bool ZipArchive::isValid()
+{
+    bool any = false;
+    forEach([&any](const std::string&, const ByteSource&) { any = true; });
+    return any;
+}
+
+std::vector<std::string> ZipArchive::names()
+{
+    std::vector<std::string> out;
+    forEach([&out](const std::string& name, const ByteSource&) { out.push_back(name); });
+    return out;
+}
+
+std::optional<std::string> ZipArchive::read(std::string_view name, std::size_t limit)
+{
+    std::optional<std::string> out;
+    forEach([&](const std::string& entryName, const ByteSource& data) {
+        if (!out && entryName == name) {
+            bool truncated = false;
+            std::string bytes = readAll(data, limit, &truncated);
+            if (!truncated) {
+                out = std::move(bytes);
+            }
+        }
+    });
+    return out;
+}
+
+} // namespace tallyvox::indexer::readers
