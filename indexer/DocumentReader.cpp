@@ -1,0 +1,39 @@
+#include "indexer/DocumentReader.h"
+
+#include "indexer/TextReader.h"
+
+namespace tallyvox::indexer
+{
+
+namespace
+{
+
+// A document format: whether it claims a file (by its path), and how its text is read.
+struct Reader {
+    bool (*accepts)(const std::string& path);
+    bool (*read)(const std::string& path, TextSink& sink);
+};
+
+bool anyFile(const std::string&)
+{
+    return true;
+}
+
+// Tried in order; the first that accepts the file reads it. Format readers go before the
+// plain-text reader, which takes everything.
+constexpr Reader readers[] = {
+    {anyFile, readTextFile},
+};
+
+} // namespace
+
+bool readDocument(const std::string& path, TextSink& sink)
+{
+    for (const Reader& reader : readers) {
+        if (reader.accepts(path))
+            return reader.read(path, sink);
+    }
+    return false;
+}
+
+} // namespace tallyvox::indexer

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "indexer/WordMap.h"
+
+#include <string>
+
+namespace tallyvox::indexer
+{
+
+/// The result file's name inside the temporary folder; the application looks for it there.
+inline constexpr const char* resultFileName = "index-1964.dat";
+
+/// Writes words as the result file in folder, replacing an earlier one atomically: the table
+/// goes to a new file beside it, which is then renamed over it. Returns false, leaving
+/// nothing behind, when that fails (for instance when a directory has the result's name).
+bool writeResultFile(const std::string& folder, const WordMap& words);
+
+} // namespace tallyvox::indexer
