@@ -76,10 +76,10 @@ std::string resolve(std::string_view base, std::string_view href)
 // The number in a part name such as "ppt/slides/slide12.xml", for ordering.
 long partNumber(std::string_view name)
 {
-    const auto end = name.rfind('.');
-    auto begin = end;
-    while (begin > 0 && begin != std::string_view::npos && name[begin - 1] >= '0' &&
-           name[begin - 1] <= '9') {
+    const auto dot = name.rfind('.');
+    const std::size_t end = dot == std::string_view::npos ? name.size() : dot;
+    std::size_t begin = end;
+    while (begin > 0 && name[begin - 1] >= '0' && name[begin - 1] <= '9') {
         --begin;
     }
     long n = 0;
@@ -269,10 +269,10 @@ void readWordprocessing(ZipArchive& zip, const std::string& main, TextSink& sink
 {
     const std::string dir = directoryOf(main);
     zip.forEach([&](const std::string& name, const ByteSource& data) {
-        const bool isDir = startsWith(name, dir) && name.find('/', dir.size()) == std::string::npos;
-        const std::string_view base = std::string_view(name).substr(dir.size());
+        const std::string_view base =
+            startsWith(name, dir) ? std::string_view(name).substr(dir.size()) : std::string_view();
         const bool extra =
-            isDir && endsWith(base, ".xml") &&
+            base.find('/') == std::string_view::npos && endsWith(base, ".xml") &&
             (startsWith(base, "header") || startsWith(base, "footer") || base == "footnotes.xml" ||
              base == "endnotes.xml" || base == "comments.xml");
         if (name == main || extra) {

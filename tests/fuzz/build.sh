@@ -1,0 +1,27 @@
+#!/bin/sh
+# Builds the fuzz targets with clang and libFuzzer into DIR (default: fuzz-build at the
+# top of the repository), outside the CMake build: they need only the readers' libraries.
+#   tests/fuzz/build.sh [DIR]
+set -eu
+here=$(cd "$(dirname "$0")" && pwd)
+root=$(cd "$here/../.." && pwd)
+out=${1:-$root/fuzz-build}
+mkdir -p "$out/obj"
+cxx=${CXX:-clang++}
+flags="-std=c++20 -g -O1 -fno-omit-frame-pointer -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined"
+includes="-I$root -I$here $(pkg-config --cflags libxml-2.0 libarchive icu-uc)"
+libs="$(pkg-config --libs libxml-2.0 libarchive icu-uc)"
+
+readers="ByteSource ContainerReader HtmlReader MarkupParser RtfReader XmlReader ZipArchive"
+objs=""
+for r in $readers; do
+    obj="$out/obj/$r.o"
+    if [ ! -e "$obj" ] || [ "$root/indexer/readers/$r.cpp" -nt "$obj" ]; then
+        $cxx $flags $includes -c "$root/indexer/readers/$r.cpp" -o "$obj"
+    fi
+    objs="$objs $obj"
+done
+for target in rtf_fuzzer html_fuzzer container_fuzzer; do
+    $cxx $flags $includes -fsanitize=fuzzer "$here/$target.cpp" $objs $libs -o "$out/$target"
+done
+echo "fuzz targets in $out"
