@@ -131,8 +131,12 @@ public:
     }
 
 private:
-    // The fallback repeats its choice's content; phonetic runs are reading aids.
-    static bool isSkipped(std::string_view name) { return name == "Fallback" || name == "rPh"; }
+    // The fallback repeats its choice's content; phonetic runs are reading aids; fields
+    // (slide numbers, dates) hold whatever value they had when last saved.
+    static bool isSkipped(std::string_view name)
+    {
+        return name == "Fallback" || name == "rPh" || name == "fld";
+    }
 
     TextSink& m_sink;
     int m_inText = 0;
@@ -364,7 +368,7 @@ public:
             ++m_inBody;
         } else if (m_inBody == 0) {
             return;
-        } else if (name == "note-citation" || name == "tracked-changes") {
+        } else if (isSkipped(name)) {
             ++m_skip;
         } else if (name == "p" || name == "h") {
             m_sink.boundary();
@@ -382,7 +386,7 @@ public:
             m_inBody -= m_inBody > 0 ? 1 : 0;
         } else if (m_inBody == 0) {
             return;
-        } else if (name == "note-citation" || name == "tracked-changes") {
+        } else if (isSkipped(name)) {
             m_skip -= m_skip > 0 ? 1 : 0;
         } else if (name == "p" || name == "h") {
             m_sink.boundary();
@@ -401,6 +405,14 @@ public:
     }
 
 private:
+    // Note numbers are generated, deleted text is history, and page numbers differ per page
+    // (in presentations only a placeholder is stored).
+    static bool isSkipped(std::string_view name)
+    {
+        return name == "note-citation" || name == "tracked-changes" || name == "page-number" ||
+               name == "page-count";
+    }
+
     TextSink& m_sink;
     int m_inBody = 0;
     int m_inParagraph = 0;

@@ -8,8 +8,11 @@
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cstring>
 #include <mutex>
+#include <string>
 
 namespace tallyvox::indexer::readers {
 
@@ -38,6 +41,45 @@ void initLibxml()
         xmlSetGenericErrorFunc(nullptr, ignoreGenericError);
         xmlSetStructuredErrorFunc(nullptr, ignoreStructuredError);
     });
+}
+
+// The encoding to impose on HTML that declares none (no byte-order mark, no charset, no
+// XML declaration): UTF-8 when the start is valid UTF-8, else Windows-1252 as browsers do.
+const char* undeclaredEncoding(std::string_view start)
+{
+    if (start.substr(0, 2) == "\xFF\xFE" || start.substr(0, 2) == "\xFE\xFF" ||
+        start.substr(0, 3) == "\xEF\xBB\xBF") {
+        return nullptr;
+    }
+    std::string lowered(start.substr(0, 4096));
+    for (char& c : lowered) {
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    }
+    if (lowered.find("charset") != std::string::npos ||
+        lowered.find("encoding=") != std::string::npos) {
+        return nullptr;
+    }
+    for (std::size_t i = 0; i < start.size();) {
+        const auto c = static_cast<unsigned char>(start[i]);
+        const std::size_t len = c < 0x80         ? 1
+                                : (c >> 5) == 6  ? 2
+                                : (c >> 4) == 14 ? 3
+                                : (c >> 3) == 30 ? 4
+                                                 : 0;
+        if (len == 0) {
+            return "windows-1252";
+        }
+        if (i + len > start.size()) {
+            break; // cut by the chunk, not invalid
+        }
+        for (std::size_t k = 1; k < len; ++k) {
+            if ((static_cast<unsigned char>(start[i + k]) & 0xC0) != 0x80) {
+                return "windows-1252";
+            }
+        }
+        i += len;
+    }
+    return "UTF-8";
 }
 
 } // namespace
@@ -235,16 +277,33 @@ void parseHtml(const ByteSource& source, MarkupHandler& handler)
     sax.fatalError = ignoreGenericError;
     sax.serror = ignoreStructuredError;
 
+    // libxml2 would take undeclared text for Latin-1; look at the start first.
+    std::string first(65536, '\0');
+    first.resize(source(first.data(), first.size()));
+    const ByteSource rest = [&first, &source](char* buf, std::size_t cap) -> std::size_t {
+        if (first.empty()) {
+            return source(buf, cap);
+        }
+        const std::size_t n = std::min(cap, first.size());
+        std::memcpy(buf, first.data(), n);
+        first.erase(0, n);
+        return n;
+    };
+    const char* fallback = undeclaredEncoding(first);
+
     MarkupParser parser(handler);
     parser.m_ctxt =
         htmlCreatePushParserCtxt(&sax, nullptr, nullptr, 0, nullptr, XML_CHAR_ENCODING_NONE);
+    if (parser.m_ctxt != nullptr && fallback != nullptr) {
+        xmlSwitchToEncoding(parser.m_ctxt, xmlFindCharEncodingHandler(fallback));
+    }
     if (parser.m_ctxt == nullptr) {
         return;
     }
     parser.m_ctxt->_private = &parser;
     htmlCtxtUseOptions(parser.m_ctxt, HTML_PARSE_NONET | HTML_PARSE_RECOVER | HTML_PARSE_NOERROR |
-                                          HTML_PARSE_NOWARNING | HTML_PARSE_NOIMPLIED);
-    parser.feed(source, [&parser](const char* data, int size, int terminate) {
+                                          HTML_PARSE_NOWARNING);
+    parser.feed(rest, [&parser](const char* data, int size, int terminate) {
         htmlParseChunk(parser.m_ctxt, data, size, terminate);
     });
     htmlFreeParserCtxt(parser.m_ctxt);

@@ -190,6 +190,9 @@ private:
         if (consumeFallback() || !inText()) {
             return;
         }
+        if (c == 0) {
+            return;
+        }
         if (c < 0x80 && m_bytes.empty()) {
             m_text.push_back(static_cast<char>(c));
             if (m_text.size() >= 65536) {
@@ -331,7 +334,9 @@ private:
             return;
         }
         if (name == "u") {
-            unicode(parameter);
+            if (hasParameter) {
+                unicode(parameter);
+            }
             return;
         }
         if (consumeFallback()) {
@@ -415,7 +420,9 @@ private:
                         : 0xFFFD;
             }
             m_highSurrogate = 0;
-            character(c);
+            if (c != 0) {
+                character(c);
+            }
         }
         m_skipCount = m_state.unicodeSkip;
     }
