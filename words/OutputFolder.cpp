@@ -1,0 +1,130 @@
+#include "words/OutputFolder.h"
+
+#include "support/Desktop.h"
+#include "support/FileRefPaths.h"
+
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tallyvox {
+
+namespace {
+
+// Any status that is not noErr does; callers only test for success.
+constexpr Status noFolderStatus = fnfErr;
+
+QString childPath(const FileRef& folder, const QString& name)
+{
+    return folder.path() == QLatin1String("/") ? QLatin1Char('/') + name
+                                               : folder.path() + QLatin1Char('/') + name;
+}
+
+// The file system, not this code, decides which names it takes; only a name that would
+// reach into another folder is refused.
+bool isSingleName(const QString& name)
+{
+    return !name.isEmpty() && !name.contains(QLatin1Char('/')) && name != QLatin1String(".") &&
+           name != QLatin1String("..");
+}
+
+Status lookUp(const QString& path)
+{
+    struct stat info = {};
+    if (::lstat(QFile::encodeName(path).constData(), &info) != 0)
+        return statusFromErrno(errno);
+    return noErr;
+}
+
+Status makeDirectory(const QString& path)
+{
+    if (::mkdir(QFile::encodeName(path).constData(), 0777) != 0)
+        return statusFromErrno(errno);
+    return noErr;
+}
+
+} // namespace
+
+bool FindOrCreateMakerFolder(std::optional<FileRef>& outFolder)
+{
+    const QString dataHome = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    if (dataHome.isEmpty() || !QDir().mkpath(dataHome))
+        return false;
+    const std::optional<FileRef> base = FileRef::fromPath(dataHome);
+    if (!base)
+        return false;
+
+    const QString path = childPath(*base, QStringLiteral("Okaluna Software"));
+    const Status lookup = lookUp(path);
+    if (lookup != fnfErr) {
+        outFolder = FileRef::fromPath(path);
+        return true;
+    }
+    if (makeDirectory(path) != noErr)
+        return false;
+    outFolder = FileRef::fromPath(path);
+    return true;
+}
+
+Status FindOrCreateOutputFolder(std::optional<FileRef>& outFolder)
+{
+    std::optional<FileRef> maker;
+    if (!FindOrCreateMakerFolder(maker))
+        return noFolderStatus;
+    // The maker folder was there but could not be looked at.
+    if (!maker)
+        return paramErr;
+
+    const QString path = childPath(*maker, QStringLiteral("Tallyvox"));
+    Status status = lookUp(path);
+    if (status == fnfErr)
+        status = makeDirectory(path);
+    if (status == noErr) {
+        outFolder = FileRef::fromPath(path);
+        if (!outFolder)
+            status = fnfErr;
+    }
+    return status;
+}
+
+Status CreateOutputFile(const QString& fileName, std::optional<FileRef>& outFile)
+{
+    std::optional<FileRef> folder;
+    Status status = FindOrCreateOutputFolder(folder);
+    if (status != noErr)
+        return status;
+    if (!isSingleName(fileName))
+        return paramErr;
+
+    const QString path = childPath(*folder, fileName);
+    const QByteArray encoded = QFile::encodeName(path);
+    status = lookUp(path);
+    // An old list is replaced, never appended to: delete it first.
+    if (status == noErr)
+        status = std::remove(encoded.constData()) == 0 ? noErr : statusFromErrno(errno);
+    if (status == noErr || status == fnfErr) {
+        const int fd = ::open(encoded.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (fd < 0) {
+            status = statusFromErrno(errno);
+        } else {
+            ::close(fd);
+            outFile = FileRef::fromPath(path);
+            status = outFile ? noErr : fnfErr;
+        }
+    }
+    return status;
+}
+
+void OpenInTextEditor(Desktop& desktop, const FileRef& file)
+{
+    if (const std::optional<QString> path = stringWithFSRef(&file))
+        desktop.openInTextEditor(*path);
+}
+
+} // namespace tallyvox
