@@ -1,6 +1,4 @@
 #include "words/OutputFolder.h"
-#include "support/Desktop.h"
-#include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 
 #include <QDir>
@@ -194,32 +192,6 @@ private slots:
         QCOMPARE(QFile::exists(path), oldList);
         if (oldList)
             QCOMPARE(readAll(path), QByteArray("old"));
-    }
-
-    void sameNameTwiceLeavesOneFile()
-    {
-        testing::TestEnvironment env;
-        std::optional<FileRef> first;
-        std::optional<FileRef> second;
-        QCOMPARE(CreateOutputFile(QStringLiteral("a.txt"), first), noErr);
-        QFile written(first->path());
-        QVERIFY(written.open(QIODevice::WriteOnly) && written.write("first run") > 0);
-        written.close();
-        QCOMPARE(CreateOutputFile(QStringLiteral("a.txt"), second), noErr);
-        QCOMPARE(first, second);
-        QCOMPARE(QFileInfo(second->path()).size(), 0);
-        QCOMPARE(QDir(outputFolder(env)).entryList(QDir::Files),
-                 QStringList{QStringLiteral("a.txt")});
-    }
-
-    void editorGetsThePath()
-    {
-        testing::TestEnvironment env;
-        testing::RecordingDesktop desktop;
-        const auto file = FileRef::fromPath(env.writeFile(QStringLiteral("a b.txt"), "x"));
-        OpenInTextEditor(desktop, *file);
-        QCOMPARE(desktop.events().size(), 1);
-        QCOMPARE(desktop.texts(QStringLiteral("editor")), QStringList{file->path()});
     }
 };
 

@@ -241,16 +241,6 @@ private slots:
         QVERIFY(world.handedOver.isEmpty());
     }
 
-    void noDecoderMeansNothingHappens()
-    {
-        World world;
-        WordContext context = world.context();
-        context.decodeBase64Text = nullptr;
-        ProcessFile(context, world.input(QStringLiteral("b64"), "SGVsbG8="),
-                    ProcessMode::DecodeBase64);
-        QVERIFY(world.desktop.events().isEmpty());
-    }
-
     // The whole way: a file of Base64 text becomes a named, opened PNG.
     void base64FileBecomesAPicture()
     {
