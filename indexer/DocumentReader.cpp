@@ -1,6 +1,7 @@
 #include "indexer/DocumentReader.h"
 
 #include "indexer/TextReader.h"
+#include "indexer/readers/DocumentFormats.h"
 
 namespace tallyvox::indexer
 {
@@ -21,7 +22,8 @@ bool anyFile(const std::string&)
 
 // Tried in order; the first that accepts the file reads it. Format readers go before the
 // plain-text reader, which takes everything.
-constexpr Reader readers[] = {
+constexpr Reader documentReaders[] = {
+    {readers::claimsDocument, readers::readDocument},
     {anyFile, readTextFile},
 };
 
@@ -29,7 +31,7 @@ constexpr Reader readers[] = {
 
 bool readDocument(const std::string& path, TextSink& sink)
 {
-    for (const Reader& reader : readers) {
+    for (const Reader& reader : documentReaders) {
         if (reader.accepts(path))
             return reader.read(path, sink);
     }
