@@ -6,11 +6,9 @@
 #include <unordered_map>
 #include <vector>
 
-namespace tallyvox::indexer
-{
+namespace tallyvox::indexer {
 
-namespace
-{
+namespace {
 
 // Bytes needed to write value as an unsigned big-endian number: 1, 2, 4 or 8.
 unsigned widthFor(std::uint64_t value)
@@ -24,8 +22,7 @@ unsigned widthFor(std::uint64_t value)
     return 8;
 }
 
-class Output
-{
+class Output {
 public:
     explicit Output(std::FILE* file) : m_file(file) { m_buffer.reserve(capacity); }
 

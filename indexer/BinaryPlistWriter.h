@@ -4,8 +4,7 @@
 
 #include <cstdio>
 
-namespace tallyvox::indexer
-{
+namespace tallyvox::indexer {
 
 /// Writes words as a binary property list ("bplist00") whose root is a dictionary from word
 /// (ASCII string when the word is ASCII, else UTF-16BE) to count (integer). Streams the

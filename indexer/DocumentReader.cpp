@@ -3,11 +3,9 @@
 #include "indexer/TextReader.h"
 #include "indexer/readers/DocumentFormats.h"
 
-namespace tallyvox::indexer
-{
+namespace tallyvox::indexer {
 
-namespace
-{
+namespace {
 
 // A document format: whether it claims a file (by its path), and how its text is read.
 struct Reader {

@@ -4,8 +4,7 @@
 
 #include <string>
 
-namespace tallyvox::indexer
-{
+namespace tallyvox::indexer {
 
 /// The one place that picks a reader for a document and feeds its text into sink.
 /// Each executable links its own definition: SearchKitIndexer will know document formats,

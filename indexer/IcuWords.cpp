@@ -9,8 +9,7 @@
 #include <unicode/normalizer2.h>
 #include <unicode/ubrk.h>
 
-namespace tallyvox::indexer
-{
+namespace tallyvox::indexer {
 
 IcuWords::IcuWords()
 {

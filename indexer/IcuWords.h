@@ -14,14 +14,12 @@ class BreakIterator;
 class Normalizer2;
 U_NAMESPACE_END
 
-namespace tallyvox::indexer
-{
+namespace tallyvox::indexer {
 
 /// ICU's word segmentation with root-locale rules: a segment is a word when its rule status
 /// is number, letter, kana or ideograph. Words are counted in NFC, case kept.
 /// One instance per thread: the break iterator is not shareable.
-class IcuWords
-{
+class IcuWords {
 public:
     IcuWords();
     ~IcuWords();

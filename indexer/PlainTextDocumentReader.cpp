@@ -2,8 +2,7 @@
 
 #include "indexer/TextReader.h"
 
-namespace tallyvox::indexer
-{
+namespace tallyvox::indexer {
 
 // The fallback indexer reads every file as text, so it still yields words when a format
 // reader of the main indexer fails on a document.

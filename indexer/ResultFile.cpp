@@ -8,8 +8,7 @@
 
 #include <unistd.h>
 
-namespace tallyvox::indexer
-{
+namespace tallyvox::indexer {
 
 bool writeResultFile(const std::string& folder, const WordMap& words)
 {

@@ -4,8 +4,7 @@
 
 #include <string>
 
-namespace tallyvox::indexer
-{
+namespace tallyvox::indexer {
 
 /// The result file's name inside the temporary folder; the application looks for it there.
 inline constexpr const char* resultFileName = "index-1964.dat";

@@ -107,7 +107,9 @@ void WordMap::add(std::string_view word, std::uint64_t count)
 
 void WordMap::addBatch(const std::string_view* words, std::size_t n)
 {
-    constexpr std::size_t batch = 16;
+    // Hash and prefetch the whole batch before touching any slot, so that the cache misses
+    // of a batch overlap instead of following one another.
+    constexpr std::size_t batch = 64;
     std::uint64_t heads[batch][2];
     std::uint64_t hashes[batch];
     while (n > 0) {
@@ -143,7 +145,7 @@ void WordMap::insert(std::string_view word, const std::uint64_t head[2], std::ui
             } else {
                 slot.external = storeExternal(word);
             }
-            if (++m_size * 2 > m_mask + 1)
+            if (++m_size * 4 > (m_mask + 1) * 3)
                 grow();
             return;
         }
