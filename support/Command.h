@@ -1,0 +1,81 @@
+#pragma once
+
+#include "support/Status.h"
+
+#include <QObject>
+#include <QString>
+#include <QVariant>
+
+#include <string_view>
+
+namespace tallyvox {
+
+/// A command's four-character code, as carried by menu items and buttons.
+struct CommandId {
+    quint32 code = 0;
+
+    /// From exactly four Latin-1 characters; 'ok  ' keeps its two trailing blanks.
+    static constexpr CommandId fromChars(std::string_view chars)
+    {
+        quint32 value = 0;
+        for (char c : chars.substr(0, 4))
+            value = (value << 8) | static_cast<unsigned char>(c);
+        return CommandId{chars.size() == 4 ? value : 0};
+    }
+
+    /// From a control's text property; anything but four Latin-1 characters gives 0.
+    static CommandId fromString(const QString& text)
+    {
+        if (text.size() != 4)
+            return {};
+        const QByteArray latin1 = text.toLatin1();
+        return fromChars(std::string_view(latin1.constData(), 4));
+    }
+
+    QString toString() const
+    {
+        QString text;
+        for (int shift = 24; shift >= 0; shift -= 8)
+            text.append(QChar(static_cast<char16_t>((code >> shift) & 0xFF)));
+        return text;
+    }
+
+    friend constexpr bool operator==(CommandId, CommandId) = default;
+};
+
+namespace commands {
+inline constexpr CommandId Help = CommandId::fromChars("HELP");
+inline constexpr CommandId Stop = CommandId::fromChars("not!");
+inline constexpr CommandId Ok = CommandId::fromChars("ok  ");
+inline constexpr CommandId Open = CommandId::fromChars("open");
+inline constexpr CommandId Preferences = CommandId::fromChars("pref");
+inline constexpr CommandId Quit = CommandId::fromChars("quit");
+inline constexpr CommandId Close = CommandId::fromChars("clos");
+inline constexpr CommandId Website = CommandId::fromChars("WEB1");
+inline constexpr CommandId Store = CommandId::fromChars("MAS1");
+inline constexpr CommandId QuitWhenDone = CommandId::fromChars("Qwdo");
+inline constexpr CommandId IncludeFrequency = CommandId::fromChars("IFRQ");
+inline constexpr CommandId SortBy = CommandId::fromChars("SORT");
+inline constexpr CommandId SeparateBy = CommandId::fromChars("SEPA");
+inline constexpr CommandId LineStyle = CommandId::fromChars("LINE");
+} // namespace commands
+
+/// The command a control carries in its "commandId" property (set in the .ui files).
+inline CommandId commandOf(const QObject& control)
+{
+    return CommandId::fromString(control.property("commandId").toString());
+}
+
+/// One link of the command chain: noErr when it took the command, eventNotHandledErr
+/// to let the next handler see it (also after acting on it, where that is wanted).
+class CommandHandler {
+public:
+    CommandHandler() = default;
+    virtual ~CommandHandler() = default;
+    CommandHandler(const CommandHandler&) = delete;
+    CommandHandler& operator=(const CommandHandler&) = delete;
+
+    virtual Status handleCommand(CommandId command) = 0;
+};
+
+} // namespace tallyvox
