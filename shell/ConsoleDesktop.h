@@ -1,0 +1,41 @@
+#pragma once
+
+#include "support/Desktop.h"
+
+#include <QTextStream>
+
+namespace tallyvox {
+
+/// The desktop of console mode: alerts become lines of text, hand-offs to other
+/// applications become "open <path or URL>" lines, and the save panel answers from
+/// --save-as. The clipboard and the selection are the real ones when the process
+/// has a display; otherwise there are none.
+class ConsoleDesktop final : public Desktop {
+public:
+    /// saveAsPath empty: every save panel is cancelled.
+    ConsoleDesktop(QTextStream& out, QTextStream& err, QString saveAsPath);
+
+    void alert(const QString& message) override;
+    void stopAlert(const QString& message, const QString& explanation) override;
+    QStringList chooseFilesToOpen(const QString& prompt) override;
+    QString chooseSavePath(const QString& proposedName) override;
+    void openInTextEditor(const QString& path) override;
+    bool openFile(const QString& path) override;
+    bool openUrl(const QUrl& url) override;
+    void beep() override;
+    void playSound(const QString& name) override;
+    void raiseApplication() override;
+    void log(const QString& line) override;
+    void setClipboardText(const QString& text) override;
+    QList<PasteboardItem> readSelection(SelectionSource source) override;
+    void filesChanged(const QStringList& paths) override;
+
+private:
+    void printLine(const QString& line);
+
+    QTextStream& m_out;
+    QTextStream& m_err;
+    QString m_saveAsPath;
+};
+
+} // namespace tallyvox

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "support/Desktop.h"
+
+namespace tallyvox {
+
+/// The desktop of the windowed application: Qt dialogs, the desktop's default
+/// applications, the clipboard and PRIMARY selection, and the session bus. Dialogs
+/// belong to the application's main window, which raiseApplication brings forward.
+class QtDesktop final : public Desktop {
+public:
+    QtDesktop() = default;
+
+    void alert(const QString& message) override;
+    void stopAlert(const QString& message, const QString& explanation) override;
+    QStringList chooseFilesToOpen(const QString& prompt) override;
+    QString chooseSavePath(const QString& proposedName) override;
+    void openInTextEditor(const QString& path) override;
+    bool openFile(const QString& path) override;
+    bool openUrl(const QUrl& url) override;
+    void beep() override;
+    void playSound(const QString& name) override;
+    void raiseApplication() override;
+    void log(const QString& line) override;
+    void setClipboardText(const QString& text) override;
+    QList<PasteboardItem> readSelection(SelectionSource source) override;
+    void filesChanged(const QStringList& paths) override;
+};
+
+/// Tells file managers that follow KDirNotify (Dolphin and the KIO file dialogs) that
+/// these files changed. Does nothing without a session bus.
+void announceFilesChanged(const QStringList& paths);
+
+} // namespace tallyvox
