@@ -1,0 +1,63 @@
+#include "shell/ApplicationCommands.h"
+
+#include "shell/BatchRunner.h"
+#include "support/Desktop.h"
+
+namespace tallyvox {
+
+Status dispatchCommand(CommandId command, std::initializer_list<CommandHandler*> chain)
+{
+    Status result = eventNotHandledErr;
+    for (CommandHandler* handler : chain) {
+        if (!handler)
+            continue;
+        result = handler->handleCommand(command);
+        if (result != eventNotHandledErr)
+            break;
+    }
+    return result;
+}
+
+ApplicationCommands::ApplicationCommands(Desktop& desktop, BatchRunner& batch,
+                                         ApplicationActions actions)
+    : m_desktop(desktop), m_batch(batch), m_actions(std::move(actions))
+{}
+
+Status ApplicationCommands::handleCommand(CommandId command)
+{
+    if (command == commands::Help) {
+        m_desktop.openUrl(QUrl(QString::fromLatin1(webAddresses::help)));
+    } else if (command == commands::Stop) {
+        m_batch.requestCancel();
+    } else if (command == commands::Ok) {
+        m_actions.endEventLoop();
+    } else if (command == commands::Open) {
+        // The files run from the timer, after this handler has returned.
+        const QStringList files = m_desktop.chooseFilesToOpen(QString::fromUtf16(openPanelPrompt));
+        if (!files.isEmpty())
+            m_batch.queueDocuments(files);
+    } else if (command == commands::Preferences) {
+        m_actions.showPreferences();
+    } else if (command == commands::Quit) {
+        // Only the flag here: the standard handling after us does the quitting.
+        m_batch.requestQuit();
+        return eventNotHandledErr;
+    } else {
+        return eventNotHandledErr;
+    }
+    return noErr;
+}
+
+Status HelpMenuCommands::handleCommand(CommandId command)
+{
+    if (command == commands::Website) {
+        m_desktop.openUrl(QUrl(QString::fromLatin1(webAddresses::website)));
+    } else if (command == commands::Store) {
+        m_desktop.openUrl(QUrl(QString::fromLatin1(webAddresses::store)));
+    } else {
+        return eventNotHandledErr;
+    }
+    return noErr;
+}
+
+} // namespace tallyvox

@@ -1,0 +1,192 @@
+#include "shell/MainWindow.h"
+
+#include "shell/CommandBinding.h"
+#include "shell/DropTarget.h"
+#include "shell/ErrorWindow.h"
+#include "support/Desktop.h"
+#include "ui_MainWindow.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDragEnterEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QPainter>
+#include <QProgressBar>
+#include <QPushButton>
+
+namespace tallyvox {
+
+namespace {
+
+// Status lines hold what a 255-byte toolbox string held.
+constexpr qsizetype statusLimit = 255;
+
+/// The drag highlight: a frame drawn 2 px inside the content area, above the controls.
+class DropHighlight final : public QWidget {
+public:
+    explicit DropHighlight(QWidget* parent) : QWidget(parent)
+    {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setAttribute(Qt::WA_NoSystemBackground);
+        hide();
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        constexpr int inset = 2;
+        constexpr int thickness = 3;
+        QPainter painter(this);
+        const QRect outer = rect().adjusted(inset, inset, -inset, -inset);
+        const QRect inner = outer.adjusted(thickness, thickness, -thickness, -thickness);
+        QRegion ring = QRegion(outer).subtracted(QRegion(inner));
+        painter.setClipRegion(ring);
+        painter.fillRect(outer, palette().color(QPalette::Highlight));
+    }
+};
+
+} // namespace
+
+MainWindow::MainWindow(Desktop& desktop, QWidget* parent) : QMainWindow(parent), m_desktop(desktop)
+{
+    Ui::MainWindow ui;
+    ui.setupUi(this);
+    m_statusText = findChild<QLabel*>(QLatin1String(mainControls::StatusText));
+    m_busyItem = findChild<QLabel*>(QLatin1String(mainControls::BusyItem));
+    m_idleItem = findChild<QLabel*>(QLatin1String(mainControls::IdleItem));
+    m_progressBar = findChild<QProgressBar*>(QLatin1String(mainControls::ProgressBar));
+    m_progressText = findChild<QLabel*>(QLatin1String(mainControls::ProgressText));
+    m_stopButton = findChild<QPushButton*>(QLatin1String(mainControls::StopButton));
+    m_highlight = new DropHighlight(this);
+
+    setAcceptDrops(true);
+    setRunning(false);
+    setProgressVisible(false);
+}
+
+MainWindow::~MainWindow()
+{
+    delete m_errorWindow;
+}
+
+QMenu* MainWindow::helpMenu() const
+{
+    return findChild<QMenu*>(QLatin1String(mainControls::HelpMenu));
+}
+
+void MainWindow::showStatus(const QString& text, StatusTarget target)
+{
+    QLabel* label = target == StatusTarget::StatusText     ? m_statusText
+                    : target == StatusTarget::ProgressText ? m_progressText
+                                                           : nullptr;
+    if (label) {
+        label->setText(text.left(statusLimit));
+        label->repaint();
+    }
+    // The caller keeps the thread busy; let the window system show the new text.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void MainWindow::setRunning(bool running)
+{
+    m_busyItem->setVisible(running);
+    m_idleItem->setVisible(!running);
+    m_stopButton->setEnabled(running);
+    m_stopButton->setVisible(running);
+}
+
+void MainWindow::setProgressMaximum(int maximum)
+{
+    m_progressBar->setMaximum(maximum);
+}
+
+void MainWindow::setProgressMinimum(int minimum)
+{
+    m_progressBar->setMinimum(minimum);
+}
+
+void MainWindow::setProgressValue(int value)
+{
+    m_progressBar->setValue(value);
+}
+
+void MainWindow::setProgressVisible(bool visible)
+{
+    m_progressBar->setVisible(visible);
+    m_progressText->setVisible(visible);
+}
+
+void MainWindow::showErrorWindow(const QString& text)
+{
+    m_errorWindow = new ErrorWindow(text);
+    connect(m_errorWindow, &ErrorWindow::commandIssued, this, &MainWindow::errorWindowCommand);
+    m_errorWindow->show();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    m_dragAccepted = event->mimeData() && DragHasFiles(*event->mimeData());
+    if (!m_dragAccepted) {
+        event->ignore();
+        return;
+    }
+    event->acceptProposedAction();
+    setHighlighted(true);
+}
+
+void MainWindow::dragMoveEvent(QDragMoveEvent* event)
+{
+    if (m_dragAccepted)
+        event->acceptProposedAction();
+    else
+        event->ignore();
+}
+
+void MainWindow::dragLeaveEvent(QDragLeaveEvent*)
+{
+    setHighlighted(false);
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    setHighlighted(false);
+    if (!event->mimeData() || !DragHasFiles(*event->mimeData())) {
+        event->ignore();
+        return;
+    }
+    const QStringList entries = droppedEntries(*event->mimeData());
+    if (!lastEntryUsable(entries)) {
+        m_desktop.beep();
+        event->ignore();
+        return;
+    }
+    event->acceptProposedAction();
+    // Delivered from the event loop, so the drop returns before any file is touched.
+    QMetaObject::invokeMethod(
+        this, [this, entries] { emit documentsDropped(entries); }, Qt::QueuedConnection);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    emit closeRequested();
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    if (centralWidget())
+        m_highlight->setGeometry(centralWidget()->geometry());
+}
+
+void MainWindow::setHighlighted(bool on)
+{
+    if (centralWidget())
+        m_highlight->setGeometry(centralWidget()->geometry());
+    m_highlight->setVisible(on);
+    if (on)
+        m_highlight->raise();
+}
+
+} // namespace tallyvox

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "shell/BatchView.h"
+#include "shell/ErrorWindow.h"
+#include "support/Command.h"
+
+#include <QMainWindow>
+#include <QPointer>
+
+class QLabel;
+class QMenu;
+class QProgressBar;
+class QPushButton;
+
+namespace tallyvox {
+
+class Desktop;
+
+/// The main window's controls, named after their (signature, id) identifiers.
+namespace mainControls {
+inline constexpr char StatusText[] = "CNTL_1";
+inline constexpr char BusyItem[] = "CNTL_2";
+inline constexpr char IdleItem[] = "CNTL_4";
+inline constexpr char ProgressBar[] = "CNTL_5";
+inline constexpr char ProgressText[] = "CNTL_6";
+inline constexpr char StopButton[] = "CNTL_7";
+inline constexpr char HelpMenu[] = "helpMenu";
+} // namespace mainControls
+
+/// The single main window: status lines, progress, the stop button, and the whole
+/// window as a drop target for files.
+class MainWindow : public QMainWindow, public BatchView {
+    Q_OBJECT
+public:
+    /// The desktop is used only to beep when a drop cannot be delivered.
+    explicit MainWindow(Desktop& desktop, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    QMenu* helpMenu() const;
+    /// The error window last shown, while it is open.
+    ErrorWindow* errorWindow() const { return m_errorWindow; }
+
+    void showStatus(const QString& text, StatusTarget target) override;
+    void setRunning(bool running) override;
+    void setProgressMaximum(int maximum) override;
+    void setProgressMinimum(int minimum) override;
+    void setProgressValue(int value) override;
+    void setProgressVisible(bool visible) override;
+    void showErrorWindow(const QString& text) override;
+
+signals:
+    /// Dropped files, one entry per dragged item, delivered after the drop returned.
+    void documentsDropped(const QStringList& paths);
+    /// A command from the error window, which has no handler of its own.
+    void errorWindowCommand(tallyvox::CommandId command);
+    /// The close box: the application decides.
+    void closeRequested();
+
+protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void setHighlighted(bool on);
+
+    Desktop& m_desktop;
+    QLabel* m_statusText;
+    QLabel* m_busyItem;
+    QLabel* m_idleItem;
+    QProgressBar* m_progressBar;
+    QLabel* m_progressText;
+    QPushButton* m_stopButton;
+    QWidget* m_highlight;
+    QPointer<ErrorWindow> m_errorWindow;
+    bool m_dragAccepted = false;
+};
+
+} // namespace tallyvox
