@@ -1,7 +1,6 @@
-#include <cstdio>
+#include "shell/Startup.h"
 
-int main()
+int main(int argc, char** argv)
 {
-    std::printf("Tallyvox %s\n", TALLYVOX_VERSION);
-    return 0;
+    return tallyvox::runTallyvox(argc, argv);
 }
