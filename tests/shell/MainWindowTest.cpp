@@ -166,7 +166,7 @@ private slots:
             // Wholly off screen: the designed size stays and is what is saved.
             store.writeWindowBounds(QRect(3000, 2000, 400, 300));
             shell.start(QRect(0, 0, 1440, 900));
-            QCOMPARE(shell.mainWindow().size(), QSize(440, 260));
+            QCOMPARE(shell.mainWindow().size(), QSize(440, 280));
             shell.shutdown();
             QCOMPARE(store.readWindowBounds(), std::optional<QRect>(shell.mainWindow().geometry()));
         }
