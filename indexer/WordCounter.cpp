@@ -74,7 +74,30 @@ private:
     std::size_t m_size = 0;
 };
 
-// Words of a run of ASCII without whitespace.
+// Past the ASCII letters and digits at p, eight bytes at a time: most of a word is letters,
+// and one step finding where they end beats a mispredicted branch per byte.
+const char* skipAlphanumeric(const char* p, const char* end)
+{
+    constexpr std::uint64_t ones = 0x0101010101010101ull;
+    constexpr std::uint64_t high = 0x8080808080808080ull;
+    for (; end - p >= 8; p += 8) {
+        std::uint64_t v;
+        std::memcpy(&v, p, 8);
+        // Every byte is below 0x80 here, so adding to a byte never carries into the next.
+        const std::uint64_t lower = v | (0x20 * ones);
+        const std::uint64_t letter =
+            (lower + (0x80 - 'a') * ones) & ~(lower + (0x80 - 'z' - 1) * ones);
+        const std::uint64_t digit = (v + (0x80 - '0') * ones) & ~(v + (0x80 - '9' - 1) * ones);
+        const std::uint64_t found = (letter | digit) & high;
+        if (found != high)
+            return p + __builtin_ctzll(~found & high) / 8;
+    }
+    while (p < end && (classOf(*p) == Letter || classOf(*p) == Digit))
+        ++p;
+    return p;
+}
+
+// Words of a run of ASCII text.
 void scanAscii(const char* p, const char* end, Batch& words)
 {
     while (p < end) {
@@ -85,14 +108,22 @@ void scanAscii(const char* p, const char* end, Batch& words)
         }
         const char* start = p;
         unsigned char last = k;
-        for (++p; p < end; ++p) {
+        for (++p; p < end;) {
+            if (const char* q = skipAlphanumeric(p, end); q != p) {
+                last = classOf(q[-1]);
+                p = q;
+                if (p == end)
+                    break;
+            }
             k = classOf(*p);
             if (k == Letter || k == Digit || k == Underscore) {
                 last = k;
+                ++p;
             } else if ((k == MidLetterNum && p + 1 < end && (last == Letter || last == Digit) &&
                         classOf(p[1]) == last) ||
                        (k == MidNum && p + 1 < end && last == Digit && classOf(p[1]) == Digit)) {
-                ++p;
+                p += 2;
+                last = classOf(p[-1]);
             } else {
                 break;
             }
