@@ -1,0 +1,104 @@
+#include "words/WordListRenderer.h"
+#include "prefs/PreferenceStore.h"
+#include "tests/common/RecordingDesktop.h"
+#include "tests/common/TestEnvironment.h"
+#include "words/CountFormatter.h"
+#include "words/WordTable.h"
+
+#include <QTest>
+
+using namespace tallyvox;
+
+class WordListRendererTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void rendersEveryStyleExactly_data()
+    {
+        QTest::addColumn<bool>("alphabetical");
+        QTest::addColumn<bool>("frequency");
+        QTest::addColumn<int>("separateBy");
+        QTest::addColumn<int>("lineStyle");
+        QTest::addColumn<QString>("expected");
+
+        QTest::newRow("defaults") << true << true << 1 << 1
+                                  << QStringLiteral("cat (2)\ndog (1)\nthe (3)\n");
+        QTest::newRow("tab, CR LF, by count")
+            << false << true << 2 << 3 << QStringLiteral("the\t3\r\ncat\t2\r\ndog\t1\r\n");
+        QTest::newRow("commas both sides")
+            << true << true << 3 << 5 << QStringLiteral("cat,2,dog,1,the,3,");
+        QTest::newRow("count dropped, blanks")
+            << true << true << 0 << 4 << QStringLiteral("cat dog the ");
+        QTest::newRow("count dropped, CR")
+            << true << true << 4 << 2 << QStringLiteral("cat\rdog\rthe\r");
+        QTest::newRow("no separator")
+            << false << true << 1 << 0 << QStringLiteral("the (3)cat (2)dog (1)");
+        QTest::newRow("frequency off, style 6")
+            << true << false << 1 << 6 << QStringLiteral("catdogthe");
+        QTest::newRow("frequency off")
+            << true << false << 2 << 1 << QStringLiteral("cat\ndog\nthe\n");
+    }
+
+    void rendersEveryStyleExactly()
+    {
+        QFETCH(bool, alphabetical);
+        QFETCH(bool, frequency);
+        QFETCH(int, separateBy);
+        QFETCH(int, lineStyle);
+        QFETCH(QString, expected);
+
+        testing::TestEnvironment env;
+        testing::RecordingDesktop desktop;
+        PreferenceStore prefs;
+        QVERIFY(prefs.writeBool(prefs::IncludeFrequency, frequency));
+        const WordContext context{desktop, prefs, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
+                                  env.tempFolder()};
+        const QString input =
+            env.writeFile(QStringLiteral("Report.pdf"), "the cat, the dog; the cat.\n");
+        const std::optional<QString> text =
+            RenderWordList(context, *FileRef::fromPath(input), lineStyle, separateBy, alphabetical);
+        QCOMPARE(text, expected);
+        QCOMPARE(desktop.logLines().last(),
+                 QStringLiteral("There are %1 words in \"Report.pdf\"").arg(frequency ? 6 : 0));
+    }
+
+    void fileWithoutWordsRendersNothing()
+    {
+        testing::TestEnvironment env;
+        testing::RecordingDesktop desktop;
+        const PreferenceStore prefs;
+        const WordContext context{desktop, prefs, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
+                                  env.tempFolder()};
+        const QString input = env.writeFile(QStringLiteral("empty.txt"), " ... --- \n");
+        QVERIFY(!RenderWordList(context, *FileRef::fromPath(input), 1, 1, true));
+        QCOMPARE(desktop.logLines().last(), QStringLiteral("There are 0 words in \"empty.txt\""));
+    }
+
+    void countsUseTheLocaleDigitsWithoutGrouping_data()
+    {
+        QTest::addColumn<QByteArray>("locale");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("en_US") << QByteArray("en_US") << QStringLiteral("1234567");
+        QTest::newRow("de_DE") << QByteArray("de_DE") << QStringLiteral("1234567");
+        QTest::newRow("Devanagari digits")
+            << QByteArray("hi_IN@numbers=deva")
+            << QStringLiteral("\u0967\u0968\u0969\u096a\u096b\u096c\u096d");
+    }
+
+    void countsUseTheLocaleDigitsWithoutGrouping()
+    {
+        QFETCH(QByteArray, locale);
+        QFETCH(QString, expected);
+        const CountFormatter formatter(locale.constData());
+        QCOMPARE(FormatCount(1234567, formatter), expected);
+
+        QString text;
+        const QList<qint64> counts{1234567, unreadableCount};
+        AppendFrequency(text, counts, 2, formatter, 0);
+        AppendFrequency(text, counts, 2, formatter, 1);
+        QCOMPARE(text, QLatin1Char('\t') + expected);
+    }
+};
+
+QTEST_GUILESS_MAIN(WordListRendererTest)
+#include "WordListRendererTest.moc"

@@ -1,0 +1,119 @@
+#include "words/WordOrdering.h"
+#include "prefs/PreferenceStore.h"
+#include "tests/common/TestEnvironment.h"
+
+#include <QTest>
+
+using namespace tallyvox;
+
+class WordOrderingTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void alphabeticalIsUtf16CodeUnitOrder()
+    {
+        testing::TestEnvironment env;
+        const PreferenceStore prefs;
+        const QString precomposed = QStringLiteral("\u00e9t\u00e9");
+        const QString decomposed = QStringLiteral("e\u0301te\u0301");
+        const QString emoji = QStringLiteral("\U0001F600");
+        const QString fullwidthTilde = QStringLiteral("\uFF5E");
+        const WordTable table{{QStringLiteral("apple"), 1},
+                              {QStringLiteral("Zebra"), 1},
+                              {QStringLiteral("Apple"), 1},
+                              {QStringLiteral("9"), 1},
+                              {QStringLiteral("10"), 1},
+                              {precomposed, 1},
+                              {decomposed, 1},
+                              {emoji, 1},
+                              {fullwidthTilde, 1}};
+        std::optional<QStringList> words;
+        std::optional<QList<qint64>> counts;
+        OrderWords(prefs, table, words, counts, true);
+        // A surrogate pair (0xD83D...) sorts before U+FF5E, unlike code-point order.
+        const QStringList expected{QStringLiteral("10"),
+                                   QStringLiteral("9"),
+                                   QStringLiteral("Apple"),
+                                   QStringLiteral("Zebra"),
+                                   QStringLiteral("apple"),
+                                   decomposed,
+                                   precomposed,
+                                   emoji,
+                                   fullwidthTilde};
+        QCOMPARE(*words, expected);
+        QCOMPARE(counts->size(), expected.size());
+    }
+
+    void frequencyOrderPutsLargerCountsFirst_data()
+    {
+        QTest::addColumn<int>("sortBy");
+        QTest::newRow("0") << 0;
+        QTest::newRow("2") << 2;
+        QTest::newRow("7") << 7;
+    }
+
+    void frequencyOrderPutsLargerCountsFirst()
+    {
+        QFETCH(int, sortBy);
+        testing::TestEnvironment env;
+        PreferenceStore prefs;
+        QVERIFY(prefs.writeNumber(prefs::SortBy, static_cast<qint16>(sortBy)));
+        const WordTable table{{QStringLiteral("three"), 3},
+                              {QStringLiteral("five"), 5},
+                              {QStringLiteral("twoA"), 2},
+                              {QStringLiteral("twoB"), 2},
+                              {QStringLiteral("big"), 40000}};
+        std::optional<QStringList> words;
+        std::optional<QList<qint64>> counts;
+        OrderWords(prefs, table, words, counts, prefs.GetSortBy() == 1);
+        QCOMPARE(words->mid(0, 3), (QStringList{QStringLiteral("big"), QStringLiteral("five"),
+                                                QStringLiteral("three")}));
+        QCOMPARE(QSet<QString>(words->begin() + 3, words->end()),
+                 (QSet<QString>{QStringLiteral("twoA"), QStringLiteral("twoB")}));
+        QCOMPARE(*counts, (QList<qint64>{40000, 5, 3, 2, 2}));
+        QCOMPARE(SumCounts(counts), 40012u);
+    }
+
+    void countsExistOnlyWithFrequencyOn()
+    {
+        testing::TestEnvironment env;
+        PreferenceStore prefs;
+        QVERIFY(prefs.writeBool(prefs::IncludeFrequency, false));
+        std::optional<QStringList> words;
+        std::optional<QList<qint64>> counts = QList<qint64>{1};
+        OrderWords(prefs, WordTable{{QStringLiteral("a"), 2}}, words, counts, true);
+        QCOMPARE(*words, QStringList{QStringLiteral("a")});
+        QVERIFY(!counts);
+        QCOMPARE(SumCounts(counts), 0u);
+    }
+
+    void emptyTableLeavesBothOutputsEmpty()
+    {
+        testing::TestEnvironment env;
+        const PreferenceStore prefs;
+        std::optional<QStringList> words;
+        std::optional<QList<qint64>> counts = QList<qint64>{1};
+        OrderWords(prefs, WordTable{}, words, counts, false);
+        QVERIFY(!words);
+        QVERIFY(!counts);
+    }
+
+    void countComparatorUsesTheTable()
+    {
+        const WordTable table{{QStringLiteral("a"), 5}, {QStringLiteral("b"), 3}};
+        QVERIFY(CompareWordsByCount(QStringLiteral("a"), QStringLiteral("b"), table) < 0);
+        QVERIFY(CompareWordsByCount(QStringLiteral("b"), QStringLiteral("a"), table) > 0);
+        QCOMPARE(CompareWordsByCount(QStringLiteral("a"), QStringLiteral("zz"), table), 0);
+        QCOMPARE(CompareWordsByCount(QStringLiteral("zz"), QStringLiteral("b"), table), 0);
+    }
+
+    void sumWrapsAndSkipsWhatDoesNotFit()
+    {
+        const std::optional<QList<qint64>> counts =
+            QList<qint64>{0x7fffffff, 0x7fffffff, 3, unreadableCount, qint64(1) << 40};
+        QCOMPARE(SumCounts(counts), 1u); // 2 * 0x7fffffff + 3 wraps past 2^32
+    }
+};
+
+QTEST_GUILESS_MAIN(WordOrderingTest)
+#include "WordOrderingTest.moc"

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+
+#include <unicode/unum.h>
+
+#include <optional>
+
+namespace tallyvox {
+
+/// Formats counts as plain integers in a locale: the locale's digits, no grouping.
+/// One is made per rendering, not per word.
+class CountFormatter {
+public:
+    /// The formatter for an ICU locale id; the default locale when empty.
+    explicit CountFormatter(const char* locale = nullptr);
+    ~CountFormatter();
+    CountFormatter(const CountFormatter&) = delete;
+    CountFormatter& operator=(const CountFormatter&) = delete;
+
+    bool isValid() const { return m_format != nullptr; }
+    std::optional<QString> format(qint32 value) const;
+
+private:
+    UNumberFormat* m_format = nullptr;
+};
+
+} // namespace tallyvox

@@ -1,0 +1,88 @@
+#include "words/WordOrdering.h"
+
+#include "prefs/PreferenceStore.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace tallyvox {
+
+namespace {
+
+int compareCountsDescending(qint64 a, qint64 b)
+{
+    return b < a ? -1 : (b > a ? 1 : 0);
+}
+
+} // namespace
+
+int CompareWordsAlphabetically(const QString& a, const QString& b)
+{
+    return a.compare(b, Qt::CaseSensitive);
+}
+
+int CompareWordsByCount(const QString& a, const QString& b, const WordTable& table)
+{
+    const auto countA = table.constFind(a);
+    if (countA == table.cend())
+        return 0;
+    const auto countB = table.constFind(b);
+    if (countB == table.cend())
+        return 0;
+    return compareCountsDescending(*countA, *countB);
+}
+
+void OrderWords(const PreferenceStore& preferences, const WordTable& table,
+                std::optional<QStringList>& outWords, std::optional<QList<qint64>>& outCounts,
+                bool alphabetical)
+{
+    outCounts.reset();
+    if (table.isEmpty())
+        return;
+
+    // Sorting the pairs with their counts beside them gives the order of
+    // CompareWordsByCount without two table lookups per comparison.
+    std::vector<std::pair<QString, qint64>> entries;
+    entries.reserve(static_cast<size_t>(table.size()));
+    for (auto it = table.cbegin(); it != table.cend(); ++it)
+        entries.emplace_back(it.key(), it.value());
+
+    if (alphabetical) {
+        std::sort(entries.begin(), entries.end(), [](const auto& x, const auto& y) {
+            return CompareWordsAlphabetically(x.first, y.first) < 0;
+        });
+    } else {
+        std::sort(entries.begin(), entries.end(), [](const auto& x, const auto& y) {
+            return compareCountsDescending(x.second, y.second) < 0;
+        });
+    }
+
+    QStringList words;
+    words.reserve(static_cast<qsizetype>(entries.size()));
+    for (const auto& entry : entries)
+        words.append(entry.first);
+    outWords = std::move(words);
+
+    if (preferences.GetIncludeFrequency()) {
+        QList<qint64> counts;
+        counts.reserve(static_cast<qsizetype>(entries.size()));
+        for (const auto& entry : entries)
+            counts.append(entry.second);
+        outCounts = std::move(counts);
+    }
+}
+
+quint32 SumCounts(const std::optional<QList<qint64>>& counts)
+{
+    quint32 sum = 0;
+    if (!counts)
+        return sum;
+    for (qint64 count : *counts) {
+        if (const std::optional<qint32> value = countToInt32(count))
+            sum += static_cast<quint32>(*value);
+    }
+    return sum;
+}
+
+} // namespace tallyvox
