@@ -47,7 +47,8 @@ inline void padded(std::string_view word, std::uint64_t out[2])
         out[0] = load(p);
         out[1] = n == 8 ? 0 : load(p + n - 8) >> (8 * (16 - n));
     } else if (n >= 4) {
-        out[0] = load32(p) | (static_cast<std::uint64_t>(load32(p + n - 4) >> (8 * (8 - n))) << 32);
+        const std::uint64_t tail = load32(p + n - 4); // bytes n-4 .. n-1
+        out[0] = load32(p) | ((tail >> (8 * (8 - n))) << 32);
         out[1] = 0;
     } else if (n > 0) {
         const auto byte = [p](std::size_t i) {

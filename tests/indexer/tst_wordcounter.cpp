@@ -89,6 +89,7 @@ private slots:
     void normalisesToNfcAndKeepsCase();
     void boundaryStopsWords();
     void longRunWithoutSpacesIsCutAtABoundary();
+    void tableCountsLikeAStdMap();
 };
 
 void WordCounterTest::agreesWithIcu_data()
@@ -191,6 +192,31 @@ void WordCounterTest::longRunWithoutSpacesIsCutAtABoundary()
         text += "alpha/βeta/" + std::to_string(i % 97) + "/";
     const Counts expected = toCounts(countWithIcu(text));
     QCOMPARE(countFast(text, {4096, 2}, 1000), expected);
+}
+
+void WordCounterTest::tableCountsLikeAStdMap()
+{
+    // The ICU comparisons above share the table, so check it on its own: keys of every
+    // length around the inline limit, differing only in their last byte, through growth
+    // and a merge.
+    std::mt19937 random(11);
+    WordMap first;
+    WordMap second;
+    Counts expected;
+    for (int i = 0; i < 60000; ++i) {
+        std::string word(1 + random() % 40, 'a');
+        for (char& c : word)
+            c = static_cast<char>('a' + random() % 3);
+        const std::uint64_t n = 1 + random() % 3;
+        (i % 2 ? first : second).add(word, n);
+        expected[word] += n;
+    }
+    first.merge(second);
+    QCOMPARE(toCounts(first), expected);
+    QCOMPARE(first.size(), expected.size());
+    for (const auto& [word, n] : expected)
+        QCOMPARE(first.count(word), n);
+    QCOMPARE(first.count("abcd"), std::uint64_t(0));
 }
 
 QTEST_GUILESS_MAIN(WordCounterTest)
