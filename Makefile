@@ -4,6 +4,7 @@ JOBS ?= $(shell nproc)
 BUILD_TYPE ?= RelWithDebInfo
 CMAKE_FLAGS ?=
 ARGS ?=
+FUZZ_SECONDS ?= 60
 
 .PHONY: all deps configure build run test asan-test bench fuzz format format-check clean
 
@@ -30,6 +31,10 @@ asan-test:
 
 bench: build
 	bench/run.sh $(BUILD)
+
+# Each fuzz target for FUZZ_SECONDS on its seed corpus (clang + libFuzzer, outside CMake).
+fuzz: deps
+	tests/fuzz/run.sh $(FUZZ_SECONDS)
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i

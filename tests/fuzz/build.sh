@@ -24,4 +24,12 @@ done
 for target in rtf_fuzzer html_fuzzer container_fuzzer; do
     $cxx $flags $includes -fsanitize=fuzzer "$here/$target.cpp" $objs $libs -o "$out/$target"
 done
+
+# The application's own parsers need only Qt Core.
+qt_flags="-fPIC -I$root $(pkg-config --cflags Qt6Core)"
+qt_libs="$(pkg-config --libs Qt6Core)"
+$cxx $flags $qt_flags -fsanitize=fuzzer "$here/base64_fuzzer.cpp" "$root/services/Base64.cpp" \
+    $qt_libs -o "$out/base64_fuzzer"
+$cxx $flags $qt_flags -fsanitize=fuzzer "$here/wordtable_fuzzer.cpp" \
+    "$root/words/WordTableReader.cpp" $qt_libs -o "$out/wordtable_fuzzer"
 echo "fuzz targets in $out"

@@ -9,7 +9,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../.." && pwd)
 out=${2:-$root/fuzz-build}
 "$here/build.sh" "$out"
-for name in rtf html container; do
+for name in rtf html container base64 wordtable; do
     work="$out/corpus/$name"
     mkdir -p "$work"
     echo "== ${name}_fuzzer for ${seconds}s"
