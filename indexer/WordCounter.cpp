@@ -267,8 +267,7 @@ WordMap WordCounter::finish()
     if (m_workers[1]) {
         if (m_workers[1]->words.size() > words.size())
             std::swap(words, m_workers[1]->words);
-        words.merge(m_workers[1]->words);
-        m_workers[1]->words = WordMap();
+        words.merge(std::move(m_workers[1]->words));
     }
     m_workers[0]->words = WordMap();
     return words;

@@ -1,6 +1,11 @@
 #include "indexer/WordMap.h"
 
 #include <cstring>
+#include <new>
+#include <utility>
+
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace tallyvox::indexer {
 
@@ -10,6 +15,7 @@ constexpr std::uint64_t k0 = 0xa0761d6478bd642full;
 constexpr std::uint64_t k1 = 0xe7037ed1a0b428dbull;
 constexpr std::size_t initialSlots = 1 << 14;
 constexpr std::size_t arenaBlock = 1 << 20;
+constexpr std::size_t releaseEvery = 1 << 16; // slots, 2 MB
 
 // Multiply-fold mixing: one 128-bit multiplication spreads every input bit over the result.
 __extension__ typedef unsigned __int128 Wide;
@@ -80,7 +86,39 @@ inline std::uint64_t hashOf(std::string_view word, const std::uint64_t head[2])
 
 } // namespace
 
-WordMap::WordMap() : m_slots(new Slot[initialSlots]()), m_mask(initialSlots - 1) {}
+WordMap::SlotArray::SlotArray(std::size_t count) : m_bytes(count * sizeof(Slot))
+{
+    void* memory =
+        ::mmap(nullptr, m_bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED)
+        throw std::bad_alloc();
+    m_slots = static_cast<Slot*>(memory);
+}
+
+WordMap::SlotArray::~SlotArray()
+{
+    if (m_slots)
+        ::munmap(m_slots, m_bytes);
+}
+
+void WordMap::SlotArray::swap(SlotArray& other) noexcept
+{
+    std::swap(m_slots, other.m_slots);
+    std::swap(m_bytes, other.m_bytes);
+    std::swap(m_released, other.m_released);
+}
+
+void WordMap::SlotArray::releaseBefore(std::size_t end)
+{
+    static const std::size_t page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    const std::size_t bytes = end * sizeof(Slot) / page * page;
+    if (bytes > m_released) {
+        ::madvise(reinterpret_cast<char*>(m_slots) + m_released, bytes - m_released, MADV_DONTNEED);
+        m_released = bytes;
+    }
+}
+
+WordMap::WordMap() : m_slots(initialSlots), m_mask(initialSlots - 1) {}
 
 const char* WordMap::storeExternal(std::string_view word)
 {
@@ -180,10 +218,11 @@ std::uint64_t WordMap::count(std::string_view word) const
 void WordMap::grow()
 {
     const std::size_t oldSize = m_mask + 1;
-    std::unique_ptr<Slot[]> old = std::move(m_slots);
-    m_slots.reset(new Slot[oldSize * 2]());
+    SlotArray old = std::exchange(m_slots, SlotArray(oldSize * 2));
     m_mask = oldSize * 2 - 1;
     for (std::size_t j = 0; j < oldSize; ++j) {
+        if (j % releaseEvery == 0)
+            old.releaseBefore(j);
         const Slot& slot = old[j];
         if (slot.length == 0)
             continue;
@@ -197,9 +236,16 @@ void WordMap::grow()
     }
 }
 
-void WordMap::merge(const WordMap& other)
+void WordMap::merge(WordMap&& other)
 {
-    other.forEach([this](std::string_view word, std::uint64_t count) { add(word, count); });
+    for (std::size_t j = 0; j <= other.m_mask; ++j) {
+        if (j % releaseEvery == 0)
+            other.m_slots.releaseBefore(j);
+        const Slot& slot = other.m_slots[j];
+        if (slot.length != 0)
+            add(keyOf(slot), slot.count);
+    }
+    other = WordMap();
 }
 
 } // namespace tallyvox::indexer

@@ -211,7 +211,7 @@ void WordCounterTest::tableCountsLikeAStdMap()
         (i % 2 ? first : second).add(word, n);
         expected[word] += n;
     }
-    first.merge(second);
+    first.merge(std::move(second));
     QCOMPARE(toCounts(first), expected);
     QCOMPARE(first.size(), expected.size());
     for (const auto& [word, n] : expected)
