@@ -44,3 +44,16 @@ format-check:
 
 clean:
 	rm -rf build build-asan
+
+.PHONY: package package-check
+
+# The Debian package, built from $(BUILD) by CPack: $(BUILD)/tallyvox_<version>_amd64.deb.
+package: build
+	rm -f $(BUILD)/tallyvox_*.deb
+	cd $(BUILD) && cpack -G DEB
+
+# Installs that package into a fresh minimal Debian 12 system, runs it and purges it
+# (needs root and the network; see docs/packaging.md).
+package-check: package
+	@./scripts/install-deps.sh mmdebstrap
+	packaging/package-check.sh $(BUILD)/tallyvox_*_amd64.deb

@@ -1,5 +1,6 @@
 #!/bin/sh
-# Installs the Debian packages the build, the tests and the benchmarks need,
+# Installs the Debian packages the build, the tests and the benchmarks need, and any
+# named as arguments,
 # and only when one of them is missing, so repeated `make` calls stay quick.
 set -eu
 
@@ -10,8 +11,11 @@ libicu-dev libplist-dev libuchardet-dev
 libpoppler-cpp-dev libxml2-dev libarchive-dev
 clang libclang-rt-14-dev
 xvfb xauth xclip xdotool dbus dbus-x11 xdg-utils desktop-file-utils appstream
+dpkg-dev file help2man man-db lintian
 imagemagick poppler-utils fonts-dejavu-core python3 hyperfine
 "
+# Packages one target needs beyond these (make package-check: mmdebstrap).
+packages="$packages $*"
 
 missing=""
 for p in $packages; do
