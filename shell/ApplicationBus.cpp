@@ -12,19 +12,6 @@ QString text(const char* latin1)
     return QString::fromLatin1(latin1);
 }
 
-// Lets the running instance take the focus on behalf of the launch.
-QVariantMap platformDataOfThisLaunch()
-{
-    QVariantMap data;
-    const QByteArray startupId = qgetenv("DESKTOP_STARTUP_ID");
-    if (!startupId.isEmpty())
-        data.insert(QStringLiteral("desktop-startup-id"), QString::fromUtf8(startupId));
-    const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
-    if (!token.isEmpty())
-        data.insert(QStringLiteral("activation-token"), QString::fromUtf8(token));
-    return data;
-}
-
 } // namespace
 
 ApplicationBusObject::ApplicationBusObject(QObject* parent) : QObject(parent)
@@ -66,6 +53,18 @@ void FreedesktopApplicationAdaptor::ActivateAction(const QString& actionName,
     QDBusConnection::sessionBus().send(
         message.createErrorReply(QStringLiteral("org.freedesktop.DBus.Error.NotSupported"),
                                  QStringLiteral("No action named \"%1\"").arg(actionName)));
+}
+
+QVariantMap platformDataOfThisLaunch()
+{
+    QVariantMap data;
+    const QByteArray startupId = qgetenv("DESKTOP_STARTUP_ID");
+    if (!startupId.isEmpty())
+        data.insert(QStringLiteral("desktop-startup-id"), QString::fromUtf8(startupId));
+    const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
+    if (!token.isEmpty())
+        data.insert(QStringLiteral("activation-token"), QString::fromUtf8(token));
+    return data;
 }
 
 QString pathFromUri(const QString& uri)

@@ -81,6 +81,10 @@ private:
 /// file reference later, like any file that cannot be found).
 QString pathFromUri(const QString& uri);
 
+/// The launch's desktop-startup-id and activation-token, so the running instance may
+/// take the focus on behalf of this launch.
+QVariantMap platformDataOfThisLaunch();
+
 /// Claiming the bus name.
 enum class InstanceClaim { Primary, OtherInstanceRuns, NoBus };
 

@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QUrl>
 
+#include <optional>
+
 namespace tallyvox {
 
 namespace {
@@ -22,12 +24,30 @@ QString absolutePath(const QString& argument, const QString& workingDirectory)
     return QDir::cleanPath(QDir(workingDirectory).absoluteFilePath(argument));
 }
 
+// The value of "--option VALUE" or "--option=VALUE"; nothing when it is missing.
+std::optional<QString> optionValue(const QStringList& arguments, qsizetype& i)
+{
+    const QString& argument = arguments.at(i);
+    if (argument.contains(QLatin1Char('=')))
+        return argument.section(QLatin1Char('='), 1);
+    if (i + 1 < arguments.size())
+        return arguments.at(++i);
+    return std::nullopt;
+}
+
+bool isOption(const QString& argument, const char* name)
+{
+    return argument == QLatin1String(name) ||
+           argument.startsWith(QLatin1String(name) + QLatin1Char('='));
+}
+
 } // namespace
 
 CommandLine parseCommandLine(const QStringList& arguments, const QString& workingDirectory)
 {
     CommandLine result;
     bool optionsEnded = false;
+    QList<ServiceSource> sources;
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const QString& argument = arguments.at(i);
         if (optionsEnded || !argument.startsWith(QLatin1Char('-')) ||
@@ -37,16 +57,30 @@ CommandLine parseCommandLine(const QStringList& arguments, const QString& workin
             optionsEnded = true;
         } else if (argument == QLatin1String("--console")) {
             result.console = true;
-        } else if (argument == QLatin1String("--save-as") ||
-                   argument.startsWith(QLatin1String("--save-as="))) {
-            if (argument.contains(QLatin1Char('='))) {
-                result.saveAsPath = argument.section(QLatin1Char('='), 1);
-            } else if (i + 1 < arguments.size()) {
-                result.saveAsPath = arguments.at(++i);
-            } else {
+        } else if (isOption(argument, "--save-as")) {
+            const std::optional<QString> path = optionValue(arguments, i);
+            if (!path)
                 return failure(QStringLiteral("--save-as needs a path"));
-            }
-            result.saveAsPath = absolutePath(result.saveAsPath, workingDirectory);
+            result.saveAsPath = absolutePath(*path, workingDirectory);
+        } else if (isOption(argument, "--service")) {
+            const std::optional<QString> name = optionValue(arguments, i);
+            if (!name || name->isEmpty())
+                return failure(QStringLiteral("--service needs a service name"));
+            result.serviceName = *name;
+        } else if (isOption(argument, "--text")) {
+            const std::optional<QString> text = optionValue(arguments, i);
+            if (!text)
+                return failure(QStringLiteral("--text needs a text"));
+            result.serviceText = *text;
+            sources.append(ServiceSource::Text);
+        } else if (argument == QLatin1String("--selection")) {
+            sources.append(ServiceSource::Selection);
+        } else if (argument == QLatin1String("--clipboard")) {
+            sources.append(ServiceSource::Clipboard);
+        } else if (argument == QLatin1String("--stdin")) {
+            sources.append(ServiceSource::Stdin);
+        } else if (argument == QLatin1String("--install-integration")) {
+            result.installIntegration = true;
         } else if (argument == QLatin1String("--help") || argument == QLatin1String("-h")) {
             result.showHelp = true;
         } else if (argument == QLatin1String("--version") || argument == QLatin1String("-v")) {
@@ -57,6 +91,18 @@ CommandLine parseCommandLine(const QStringList& arguments, const QString& workin
     }
     if (!result.saveAsPath.isEmpty() && !result.console)
         return failure(QStringLiteral("--save-as works with --console only"));
+    if (result.serviceName.isEmpty()) {
+        if (!sources.isEmpty())
+            return failure(QStringLiteral(
+                "--text, --selection, --clipboard and --stdin work with --service only"));
+        return result;
+    }
+    if (!result.files.isEmpty())
+        sources.append(ServiceSource::Files);
+    if (sources.size() != 1)
+        return failure(QStringLiteral("--service takes one of FILE..., --text TEXT, --selection, "
+                                      "--clipboard or --stdin"));
+    result.serviceSource = sources.first();
     return result;
 }
 
@@ -64,16 +110,64 @@ QString commandLineHelp()
 {
     return QStringLiteral(
         "Usage: tallyvox [FILE...]\n"
-        "       tallyvox --console [--save-as PATH] [FILE...]\n"
+        "       tallyvox --service NAME (FILE... | --text TEXT | --selection | --clipboard "
+        "| --stdin)\n"
+        "       tallyvox --console [--save-as PATH] [FILE... | --service NAME ...]\n"
+        "       tallyvox --install-integration\n"
         "\n"
         "Turns documents into word lists. Each FILE is processed as if dropped on the\n"
-        "window; a running Tallyvox receives them instead of a second window opening.\n"
+        "window: its words, with their counts, are written to a text file that opens in\n"
+        "the text editor. A running Tallyvox receives the files instead of a second window\n"
+        "opening.\n"
         "\n"
-        "  --console        no window: alerts are printed as lines on standard output,\n"
-        "                   and files are not opened but printed as \"open PATH\"\n"
+        "Options:\n"
+        "  --service NAME   perform a service (see below) on one source: each FILE in\n"
+        "                   turn, or the TEXT of --text, the primary selection\n"
+        "                   (--selection), the clipboard (--clipboard) or standard input\n"
+        "                   (--stdin); a running Tallyvox performs it, else this one\n"
+        "  --text TEXT      the text for --service\n"
+        "  --selection      read the primary selection (the text last selected) for --service\n"
+        "  --clipboard      read the clipboard for --service\n"
+        "  --stdin          read standard input for --service\n"
+        "  --console        no window and no running instance: alerts are printed as lines\n"
+        "                   on standard output, and files are not opened but printed as\n"
+        "                   \"open PATH\"; text put on the clipboard is held until another\n"
+        "                   program has fetched it, for at most 10 seconds\n"
         "  --save-as PATH   in console mode, the answer to any save panel (none: cancel)\n"
+        "  --install-integration\n"
+        "                   add Tallyvox to the context menus of Dolphin, Nautilus and Nemo\n"
+        "                   for this user (under $XDG_DATA_HOME)\n"
         "  -h, --help       show this help\n"
-        "  -v, --version    show the version\n");
+        "  -v, --version    show the version\n"
+        "\n"
+        "Services (NAME is matched without regard to case):\n"
+        "  tallyvox         word list of a file, or of the text\n"
+        "  wordCount        number of words of a file, or of the text\n"
+        "  charCount        characters of a file's words, or of the text itself\n"
+        "  decodeBase64     decode Base64 text (or a file of it) and save the bytes\n"
+        "  spellOutNumber   spell the text's leading number out in words, onto the clipboard\n"
+        "  saveGraphicData  save the text as a graphic file (an SVG image, for one)\n"
+        "Text that is a file: URL or an absolute path of an existing file stands for that\n"
+        "file.\n"
+        "\n"
+        "Environment:\n"
+        "  XDG_CONFIG_HOME  settings in \"Okaluna Software/Tallyvox.plist\" (~/.config)\n"
+        "  XDG_DATA_HOME    word lists in \"Okaluna Software/Tallyvox/\", context-menu\n"
+        "                   entries (~/.local/share)\n"
+        "  TMPDIR           temporary files, also the indexers' (else\n"
+        "                   $XDG_RUNTIME_DIR/tallyvox or /tmp/tallyvox-UID)\n"
+        "  LANG, LC_ALL     the language of spelled-out numbers and of counts\n"
+        "\n"
+        "Files:\n"
+        "  $XDG_CONFIG_HOME/Okaluna Software/Tallyvox.plist   the settings\n"
+        "  $XDG_DATA_HOME/Okaluna Software/Tallyvox/          the word lists\n"
+        "  $TMPDIR/Tallyvox/UUID/TallyvoxData.txt             selected text of a service\n"
+        "\n"
+        "Exit status:\n"
+        "  0  success, or the request was handed to the running Tallyvox\n"
+        "  1  a file could not be processed (console mode), the running Tallyvox did not\n"
+        "     answer, or the context-menu entries could not be installed\n"
+        "  2  the command line could not be understood\n");
 }
 
 QString versionText()

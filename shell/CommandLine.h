@@ -5,6 +5,9 @@
 
 namespace tallyvox {
 
+/// Where the pasteboard of a --service request comes from.
+enum class ServiceSource { None, Files, Text, Selection, Clipboard, Stdin };
+
 /// What the command line asks for.
 struct CommandLine {
     bool console = false;
@@ -12,6 +15,14 @@ struct CommandLine {
     QString saveAsPath;
     /// The files, as absolute paths (file: URIs are accepted too).
     QStringList files;
+    /// --service NAME: the service's message name; empty when no service is asked for.
+    /// With ServiceSource::Files, the files are in files, one request each.
+    QString serviceName;
+    ServiceSource serviceSource = ServiceSource::None;
+    /// --text TEXT
+    QString serviceText;
+    /// --install-integration: the file-manager menu entries for this user.
+    bool installIntegration = false;
     bool showHelp = false;
     bool showVersion = false;
     /// Set when the arguments cannot be understood; the other fields are then unset.

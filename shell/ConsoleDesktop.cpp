@@ -3,7 +3,11 @@
 #include "shell/SelectionItems.h"
 #include "support/SystemLog.h"
 
+#include <QEventLoop>
 #include <QGuiApplication>
+#include <QMimeData>
+#include <QPointer>
+#include <QTimer>
 
 namespace tallyvox {
 
@@ -19,8 +23,42 @@ QClipboard* clipboard()
 
 } // namespace
 
+struct ConsoleDesktop::ClipboardHold {
+    bool set = false;
+    bool fetched = false;
+    QPointer<QEventLoop> waiting;
+};
+
+namespace {
+
+// Clipboard text that notes when another program asks for its bytes: the window system
+// asks the data for them only on behalf of a reader.
+class HeldText final : public QMimeData {
+public:
+    explicit HeldText(std::weak_ptr<ConsoleDesktop::ClipboardHold> hold) : m_hold(std::move(hold))
+    {}
+
+protected:
+    QVariant retrieveData(const QString& mimeType, QMetaType type) const override
+    {
+        if (const auto hold = m_hold.lock()) {
+            hold->fetched = true;
+            // Ends the wait once this request has been answered.
+            if (hold->waiting)
+                hold->waiting->quit();
+        }
+        return QMimeData::retrieveData(mimeType, type);
+    }
+
+private:
+    std::weak_ptr<ConsoleDesktop::ClipboardHold> m_hold;
+};
+
+} // namespace
+
 ConsoleDesktop::ConsoleDesktop(QTextStream& out, QTextStream& err, QString saveAsPath)
-    : m_out(out), m_err(err), m_saveAsPath(std::move(saveAsPath))
+    : m_out(out), m_err(err), m_saveAsPath(std::move(saveAsPath)),
+      m_hold(std::make_shared<ClipboardHold>())
 {}
 
 void ConsoleDesktop::printLine(const QString& line)
@@ -81,8 +119,31 @@ void ConsoleDesktop::log(const QString& line)
 
 void ConsoleDesktop::setClipboardText(const QString& text)
 {
-    if (QClipboard* board = clipboard())
-        board->setMimeData(mimeDataForText(text), QClipboard::Clipboard);
+    QClipboard* board = clipboard();
+    if (!board)
+        return;
+    auto* data = new HeldText(m_hold);
+    const std::unique_ptr<QMimeData> plain(mimeDataForText(text));
+    for (const QString& format : plain->formats())
+        data->setData(format, plain->data(format));
+    *m_hold = {};
+    m_hold->set = true;
+    board->setMimeData(data, QClipboard::Clipboard);
+}
+
+void ConsoleDesktop::holdClipboard(std::chrono::milliseconds limit)
+{
+    QClipboard* board = clipboard();
+    if (!board || !m_hold->set || m_hold->fetched || !board->ownsClipboard())
+        return;
+    QEventLoop loop;
+    m_hold->waiting = &loop;
+    QTimer::singleShot(limit, &loop, &QEventLoop::quit);
+    QObject::connect(board, &QClipboard::changed, &loop, [board, &loop](QClipboard::Mode mode) {
+        if (mode == QClipboard::Clipboard && !board->ownsClipboard())
+            loop.quit();
+    });
+    loop.exec();
 }
 
 QList<PasteboardItem> ConsoleDesktop::readSelection(SelectionSource source)

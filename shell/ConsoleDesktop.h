@@ -4,6 +4,9 @@
 
 #include <QTextStream>
 
+#include <chrono>
+#include <memory>
+
 namespace tallyvox {
 
 /// The desktop of console mode: alerts become lines of text, hand-offs to other
@@ -30,12 +33,23 @@ public:
     QList<PasteboardItem> readSelection(SelectionSource source) override;
     void filesChanged(const QStringList& paths) override;
 
+    /// On X11 the clipboard's content leaves with the process that put it there. If this
+    /// process did and still owns it, waits until another program has fetched it (a
+    /// paste, or a clipboard manager taking a copy), something else replaced it, or
+    /// limit has passed.
+    void holdClipboard(std::chrono::milliseconds limit);
+
+    /// What the clipboard's data and holdClipboard share.
+    struct ClipboardHold;
+
 private:
     void printLine(const QString& line);
 
     QTextStream& m_out;
     QTextStream& m_err;
     QString m_saveAsPath;
+    // Shared with the clipboard's data, which may outlive this object.
+    std::shared_ptr<ClipboardHold> m_hold;
 };
 
 } // namespace tallyvox

@@ -5,17 +5,24 @@
 #include "shell/ApplicationShell.h"
 #include "shell/BatchRunner.h"
 #include "shell/CommandLine.h"
+#include "shell/ConsoleDesktop.h"
 #include "shell/ConsoleView.h"
 #include "shell/DesktopFactory.h"
+#include "shell/Integration.h"
+#include "shell/ServiceBus.h"
+#include "shell/ServiceRequests.h"
 #include "support/TemporaryFolder.h"
 #include "words/ProcessFile.h"
 #include "words/WordContext.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QIcon>
 #include <QScreen>
+#include <QStandardPaths>
 #include <QTextStream>
+#include <QTimer>
 
 #include <cstdio>
 #include <memory>
@@ -24,7 +31,12 @@ namespace tallyvox {
 
 namespace {
 
+using namespace std::chrono_literals;
+
 constexpr char applicationId[] = "com.okaluna.Tallyvox";
+
+// Long enough to paste by hand; a clipboard manager takes its copy at once.
+constexpr auto clipboardHoldLimit = 10s;
 
 void nameApplication()
 {
@@ -33,14 +45,15 @@ void nameApplication()
     QCoreApplication::setApplicationVersion(QStringLiteral(TALLYVOX_VERSION));
 }
 
+QString temporaryFolderPath()
+{
+    return QString::fromStdString(temporaryFolder());
+}
+
 WordContext wordContext(Desktop& desktop, const PreferenceStore& preferences)
 {
     // The batch run only extracts words; decoding belongs to the services.
-    return WordContext{desktop,
-                       preferences,
-                       defaultIndexerDirectory(),
-                       QString::fromStdString(temporaryFolder()),
-                       {}};
+    return WordContext{desktop, preferences, defaultIndexerDirectory(), temporaryFolderPath(), {}};
 }
 
 FileProcessor extractWords(const WordContext& context)
@@ -57,6 +70,33 @@ bool hasDisplay()
            !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
+bool isSelection(ServiceSource source)
+{
+    return source == ServiceSource::Selection || source == ServiceSource::Clipboard;
+}
+
+// The service of the command line, performed here: the process ends with it, so
+// there is no quit timer to arm.
+int runConsoleService(ConsoleDesktop& desktop, const PreferenceStore& preferences,
+                      const CommandLine& commandLine, QTextStream& err)
+{
+    const WordContext words =
+        serviceWordContext(desktop, preferences, defaultIndexerDirectory(), temporaryFolderPath());
+    const ServiceContext context{words, {}};
+    QFile input;
+    if (commandLine.serviceSource == ServiceSource::Stdin)
+        input.open(stdin, QIODevice::ReadOnly);
+    for (const Pasteboard& pasteboard : commandLinePasteboards(commandLine, desktop, input)) {
+        if (pasteboard.isEmpty() && isSelection(commandLine.serviceSource)) {
+            err << "tallyvox: the selection holds nothing\n";
+            err.flush();
+        }
+        HandleServicePerform(context, {commandLine.serviceName, pasteboard});
+    }
+    desktop.holdClipboard(clipboardHoldLimit);
+    return 0;
+}
+
 int runConsole(int argc, char** argv, const CommandLine& commandLine)
 {
     std::unique_ptr<QCoreApplication> app = hasDisplay()
@@ -65,17 +105,35 @@ int runConsole(int argc, char** argv, const CommandLine& commandLine)
     nameApplication();
     QTextStream out(stdout);
     QTextStream err(stderr);
-    const std::unique_ptr<Desktop> desktop =
-        makeDesktop({DesktopChoice::Kind::Console, &out, &err, commandLine.saveAsPath});
+    // Made here rather than by the factory: only console mode holds the clipboard.
+    ConsoleDesktop desktop(out, err, commandLine.saveAsPath);
     PreferenceStore preferences;
-    const WordContext context = wordContext(*desktop, preferences);
-    ConsoleView view(*desktop);
-    BatchRunner batch(view, *desktop, preferences, extractWords(context));
+    if (!commandLine.serviceName.isEmpty())
+        return runConsoleService(desktop, preferences, commandLine, err);
+    const WordContext context = wordContext(desktop, preferences);
+    ConsoleView view(desktop);
+    BatchRunner batch(view, desktop, preferences, extractWords(context));
     // No window to wait for: the run's end is the end of the process.
     QObject::connect(&batch, &BatchRunner::runEnded, app.get(), &QCoreApplication::quit);
     batch.queueDocuments(commandLine.files);
     app->exec();
     return view.errorShown() ? 1 : 0;
+}
+
+// Hands the command line's service to the running instance. A selection this process
+// could not read (on Wayland, without the focus) is left for the instance to read.
+bool forwardService(QDBusConnection& bus, const CommandLine& commandLine,
+                    const QList<Pasteboard>& pasteboards)
+{
+    const SelectionSource source = commandLineSelection(commandLine);
+    for (const Pasteboard& pasteboard : pasteboards) {
+        const bool leaveToInstance = pasteboard.isEmpty() && isSelection(commandLine.serviceSource);
+        if (!forwardServiceRequest(bus, commandLine.serviceName,
+                                   leaveToInstance ? std::nullopt : std::optional(pasteboard),
+                                   source))
+            return false;
+    }
+    return true;
 }
 
 /// The running application, reached over the bus.
@@ -100,16 +158,26 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
     // The main window is never closed, only hidden on the way out.
     QApplication::setQuitOnLastWindowClosed(false);
 
+    const std::unique_ptr<Desktop> desktop = makeDesktop({});
+    const bool service = !commandLine.serviceName.isEmpty();
+    QList<Pasteboard> requests;
+    if (service) {
+        QFile input;
+        if (commandLine.serviceSource == ServiceSource::Stdin)
+            input.open(stdin, QIODevice::ReadOnly);
+        requests = commandLinePasteboards(commandLine, *desktop, input);
+    }
+
     QDBusConnection bus = QDBusConnection::sessionBus();
     ApplicationBusObject busObject;
     if (claimSingleInstance(bus, busObject) == InstanceClaim::OtherInstanceRuns) {
-        if (forwardToRunningInstance(bus, commandLine.files))
+        if (service ? forwardService(bus, commandLine, requests)
+                    : forwardToRunningInstance(bus, commandLine.files))
             return 0;
         std::fputs("tallyvox: the running instance did not answer\n", stderr);
         return 1;
     }
 
-    const std::unique_ptr<Desktop> desktop = makeDesktop({});
     PreferenceStore preferences;
     const WordContext context = wordContext(*desktop, preferences);
     ApplicationShell shell(*desktop, preferences, extractWords(context));
@@ -117,16 +185,33 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
                      &QCoreApplication::quit);
     ShellDocumentHandler documents(shell);
     busObject.setDocumentHandler(&documents);
+    const WordContext serviceWords =
+        serviceWordContext(*desktop, preferences, defaultIndexerDirectory(), temporaryFolderPath());
+    ServiceActions actions({serviceWords, [&shell](std::chrono::milliseconds delay) {
+                                QTimer::singleShot(delay, &shell,
+                                                   &ApplicationShell::QuitWithFarewell);
+                            }});
+    busObject.setActionHandler(&actions);
 
     const QScreen* screen = QGuiApplication::primaryScreen();
     const QRect screenRect(QPoint(0, 0), screen ? screen->size() : QSize());
     const Status status = shell.start(screenRect);
     // Files named at launch arrive like files from the file manager.
-    if (!commandLine.files.isEmpty())
+    if (service) {
+        // Performed once the loop runs, as a request from the bus would be.
+        for (const Pasteboard& pasteboard : requests) {
+            const bool readLater = pasteboard.isEmpty() && isSelection(commandLine.serviceSource);
+            actions.queueRequest(commandLine.serviceName,
+                                 readLater ? std::nullopt : std::optional(pasteboard),
+                                 commandLineSelection(commandLine));
+        }
+    } else if (!commandLine.files.isEmpty()) {
         shell.openDocuments(commandLine.files);
+    }
     QApplication::exec();
     shell.shutdown();
     busObject.setDocumentHandler(nullptr);
+    busObject.setActionHandler(nullptr);
     return status;
 }
 
@@ -150,6 +235,13 @@ int runTallyvox(int argc, char** argv)
     if (commandLine.showVersion) {
         std::fputs(versionText().toLocal8Bit().constData(), stdout);
         return 0;
+    }
+    if (commandLine.installIntegration) {
+        QTextStream out(stdout);
+        QTextStream err(stderr);
+        const QString dataHome =
+            QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+        return installIntegration(dataHome, out, err) ? 0 : 1;
     }
     if (commandLine.console)
         return runConsole(argc, argv, commandLine);
