@@ -6,10 +6,7 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
-#include <QStringDecoder>
 #include <QStringEncoder>
 #include <QTest>
 
@@ -77,7 +74,6 @@ private slots:
     void survivesBinaryAndMalformedText();
     void replacesTheEarlierResult();
     void givesUpQuietlyOnADirectoryInTheWay();
-    void resultIsAPropertyListForOthersToo();
 };
 
 void IndexerTest::readsEncodings_data()
@@ -221,31 +217,6 @@ void IndexerTest::givesUpQuietlyOnADirectoryInTheWay()
         QVERIFY(!ReadWordTableFile(result));
         QVERIFY(leftovers(environment).isEmpty());
     }
-}
-
-void IndexerTest::resultIsAPropertyListForOthersToo()
-{
-#ifndef PYTHON3
-    QSKIP("python3 was not found at configure time");
-#else
-    TestEnvironment environment;
-    const QString input = environment.writeFile(QStringLiteral("a.txt"), sample.toUtf8());
-    QCOMPARE(runIndexer(QStringLiteral("SearchKitIndexer"), input), 0);
-    QProcess python;
-    python.start(QStringLiteral(PYTHON3),
-                 {QStringLiteral("-c"),
-                  QStringLiteral("import json, plistlib, sys\n"
-                                 "print(json.dumps(plistlib.load(open(sys.argv[1], 'rb'))))"),
-                  environment.tempFolder() + QLatin1Char('/') + resultName});
-    QVERIFY(python.waitForFinished(30000));
-    const QJsonObject object = QJsonDocument::fromJson(python.readAllStandardOutput()).object();
-    const std::optional<WordTable> table =
-        ReadWordTableFile(environment.tempFolder() + QLatin1Char('/') + resultName);
-    QVERIFY(table);
-    QCOMPARE(object.size(), table->size());
-    for (auto it = table->begin(); it != table->end(); ++it)
-        QCOMPARE(object.value(it.key()).toInteger(), it.value());
-#endif
 }
 
 QTEST_GUILESS_MAIN(IndexerTest)
