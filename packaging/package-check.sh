@@ -70,8 +70,8 @@ echo "word lists: $(wc -l <"$lists/source.pdf.txt") words each, PDF and text ali
 echo "== apt-get purge --autoremove tallyvox"
 apt-get purge -y -qq --autoremove tallyvox >/check/purge.log 2>&1 ||
     { cat /check/purge.log; fail "purging"; }
-grep -c '^Purging configuration files for ' /check/purge.log | sed 's/^/packages purged: /'
-left=$(while read -r path; do [ -f "$path" ] && echo "$path"; done </check/files)
+grep -c '^Removing ' /check/purge.log | sed 's/^/packages removed: /'
+left=$(while read -r path; do if [ -f "$path" ]; then echo "$path"; fi; done </check/files)
 [ -z "$left" ] || fail "files of the package left: $left"
 snapshot >/check/after
 if ! diff /check/before /check/after >/check/diff; then
