@@ -12,24 +12,25 @@
 Q_DECLARE_METATYPE(tallyvox::ServiceRequest)
 
 using namespace tallyvox;
-using namespace std::chrono_literals;
 
 namespace {
 
 // Stands for the path of the test's document, which only exists once the test runs.
-const QString filePlaceholder = QStringLiteral("@FILE@");
+const QByteArray filePlaceholder = "@FILE@";
 
-PasteboardItem textItem(const QString& text)
+Pasteboard text(const QByteArray& bytes)
 {
-    return {{QStringLiteral("text/plain;charset=utf-8"), text.toUtf8()}};
+    return {PasteboardItem{{QStringLiteral("text/plain;charset=utf-8"), bytes}}};
 }
 
-PasteboardItem uriItem(const QByteArray& uri)
+const Pasteboard file{PasteboardItem{{QStringLiteral("text/uri-list"), "file://@FILE@"}}};
+
+ServiceRequest request(const char* name, const Pasteboard& pasteboard)
 {
-    return {{QStringLiteral("text/uri-list"), uri}};
+    return {QString::fromLatin1(name), pasteboard};
 }
 
-// What a request did, as lines to compare; files by their names alone.
+// What a request did, as lines; the word list by its file name alone.
 QStringList outcome(const testing::RecordingDesktop& desktop)
 {
     QStringList lines;
@@ -52,130 +53,107 @@ private slots:
     {
         UErrorCode status = U_ZERO_ERROR;
         icu::Locale::setDefault(icu::Locale::getEnglish(), status);
-        QVERIFY(U_SUCCESS(status));
     }
 
-    void request_data()
+    void perform_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<Pasteboard>("pasteboard");
+        QTest::addColumn<ServiceRequest>("request");
+        QTest::addColumn<bool>("quitWhenDone");
         QTest::addColumn<QStringList>("expected");
         QTest::addColumn<int>("temporaryFiles");
 
-        const auto text = [](const QString& t) { return Pasteboard{textItem(t)}; };
-        const Pasteboard file{uriItem("file://" + filePlaceholder.toUtf8())};
-        const QString wordChars = QStringLiteral("alert Content character count: 5");
-
-        QTest::newRow("tallyvox on text: word list of a temporary copy")
-            << QStringLiteral("tallyvox") << text(QStringLiteral("one two two"))
+        const QString spelled = QStringLiteral("one hundred twenty-three");
+        const QStringList fileChars{QStringLiteral("alert Content character count: 5")};
+        const QStringList fileWords{QStringLiteral("alert Word count: 3")};
+        QTest::newRow("tallyvox: word list of a temporary copy")
+            << request("tallyvox", text("one two two")) << false
             << QStringList{QStringLiteral("editor TallyvoxData.txt.txt")} << 1;
         QTest::newRow("WORDCOUNT in another case")
-            << QStringLiteral("WORDCOUNT") << text(QStringLiteral("one two two"))
-            << QStringList{QStringLiteral("alert Word count: 3")} << 1;
-        QTest::newRow("charCount counts the text's UTF-16 units")
-            << QStringLiteral("charCount") << text(QStringLiteral("hello world \U0001F600"))
+            << request("WORDCOUNT", text("one two two")) << false << fileWords << 1;
+        QTest::newRow("charCount: the text's UTF-16 units")
+            << request("charCount", text("hello world \xf0\x9f\x98\x80")) << false
             << QStringList{QStringLiteral("alert Character count: 14")} << 0;
-        QTest::newRow("decodeBase64 on text")
-            << QStringLiteral("decodeBase64") << text(QStringLiteral("SGVsbG8="))
+        QTest::newRow("decodeBase64")
+            << request("decodeBase64", text("SGVsbG8=")) << false
             << QStringList{QStringLiteral("savePanel DecodedBase64")} << 0;
-        QTest::newRow("spellOutNumber on text")
-            << QStringLiteral("spellOutNumber") << text(QStringLiteral("123"))
-            << QStringList{QStringLiteral("clipboard one hundred twenty-three"),
-                           QStringLiteral("sound Ping"),
-                           QStringLiteral("alert The following \"spell out\" has been put on "
-                                          "the clipboard: one hundred twenty-three")}
+        QTest::newRow("spellOutNumber")
+            << request("spellOutNumber", text("123")) << false
+            << QStringList{QStringLiteral("clipboard ") + spelled, QStringLiteral("sound Ping"),
+                           QStringLiteral("alert The following \"spell out\" has been put on the "
+                                          "clipboard: ") +
+                               spelled}
             << 0;
-        QTest::newRow("saveGraphicData on text")
-            << QStringLiteral("saveGraphicData") << text(QStringLiteral("<svg/>"))
-            << QStringList{QStringLiteral("savePanel Graphic")} << 0;
-        QTest::newRow("unknown name: temporary file, then nothing")
-            << QStringLiteral("frobnicate") << text(QStringLiteral("one")) << QStringList() << 1;
+        QTest::newRow("saveGraphicData") << request("saveGraphicData", text("<svg/>")) << false
+                                         << QStringList{QStringLiteral("savePanel Graphic")} << 0;
+        QTest::newRow("unknown name: a temporary file, then nothing")
+            << request("frobnicate", text("one")) << false << QStringList() << 1;
 
         QTest::newRow("file URL: the file's word characters")
-            << QStringLiteral("charCount") << file << QStringList{wordChars} << 0;
-        QTest::newRow("file URL before text in a later item")
-            << QStringLiteral("charCount")
-            << Pasteboard{textItem(QStringLiteral("x")), file.first()} << QStringList{wordChars}
-            << 0;
+            << request("charCount", file) << false << fileChars << 0;
+        QTest::newRow("file URL in a later item before text")
+            << request("charCount", text("x") + file) << false << fileChars << 0;
         QTest::newRow("file URL with spellOutNumber is ignored")
-            << QStringLiteral("spellOutNumber") << file << QStringList() << 0;
+            << request("spellOutNumber", file) << false << QStringList() << 0;
         QTest::newRow("text that is a file URL is the file")
-            << QStringLiteral("charCount") << text(QStringLiteral("file://") + filePlaceholder)
-            << QStringList{wordChars} << 0;
+            << request("charCount", text("file://@FILE@")) << false << fileChars << 0;
         QTest::newRow("text that is an absolute path is the file")
-            << QStringLiteral("wordCount") << text(filePlaceholder)
-            << QStringList{QStringLiteral("alert Word count: 3")} << 0;
+            << request("wordCount", text("@FILE@")) << false << fileWords << 0;
         QTest::newRow("text naming a file with saveGraphicData does nothing")
-            << QStringLiteral("saveGraphicData")
-            << text(QStringLiteral("file://") + filePlaceholder) << QStringList() << 0;
-        QTest::newRow("a line break makes it text again")
-            << QStringLiteral("charCount") << text(QStringLiteral("file:///tmp\n"))
+            << request("saveGraphicData", text("@FILE@")) << false << QStringList() << 0;
+        QTest::newRow("a line break makes it text")
+            << request("charCount", text("file:///tmp\n")) << false
             << QStringList{QStringLiteral("alert Character count: 12")} << 0;
         QTest::newRow("relative names are text")
-            << QStringLiteral("charCount") << text(QStringLiteral("doc.txt"))
+            << request("charCount", text("doc.txt")) << false
             << QStringList{QStringLiteral("alert Character count: 7")} << 0;
 
-        QTest::newRow("file URL of nothing, no text")
-            << QStringLiteral("charCount") << Pasteboard{uriItem("file:///no/such/file")}
-            << QStringList() << 0;
-        QTest::newRow("image only")
-            << QStringLiteral("charCount") << Pasteboard{{{QStringLiteral("image/png"), "\x89PNG"}}}
-            << QStringList() << 0;
-        QTest::newRow("empty pasteboard")
-            << QStringLiteral("tallyvox") << Pasteboard() << QStringList() << 0;
+        const Pasteboard image{{{QStringLiteral("image/png"), "\x89PNG"}}};
+        QTest::newRow("file URL of nothing")
+            << request("charCount", {{{QStringLiteral("text/uri-list"), "file:///no/such"}}})
+            << true << QStringList() << 0;
+        QTest::newRow("no text flavor")
+            << request("charCount", image) << true << QStringList() << 0;
+        QTest::newRow("no message name")
+            << ServiceRequest{std::nullopt, text("a")} << true << QStringList() << 0;
+        QTest::newRow("no pasteboard") << ServiceRequest{QStringLiteral("charCount"), std::nullopt}
+                                       << true << QStringList() << 0;
+        QTest::newRow("quit timer after a request that worked")
+            << request("charCount", text("a")) << true
+            << QStringList{QStringLiteral("alert Character count: 1")} << 0;
     }
-    void request()
+    void perform()
     {
-        QFETCH(QString, name);
-        QFETCH(Pasteboard, pasteboard);
+        QFETCH(ServiceRequest, request);
+        QFETCH(bool, quitWhenDone);
         QFETCH(QStringList, expected);
         QFETCH(int, temporaryFiles);
 
         testing::TestEnvironment env;
+        // 3 words of 5 characters in all.
         const QString document = env.writeFile(QStringLiteral("doc.txt"), "a bb bb\n");
-        for (PasteboardItem& item : pasteboard) {
+        Pasteboard none;
+        for (PasteboardItem& item : request.pasteboard ? *request.pasteboard : none) {
             for (auto& [type, bytes] : item)
-                bytes.replace(filePlaceholder.toUtf8(), document.toUtf8());
+                bytes.replace(filePlaceholder, document.toUtf8());
         }
         testing::RecordingDesktop desktop;
         PreferenceStore preferences;
+        QVERIFY(preferences.writeBool(prefs::QuitWhenDone, quitWhenDone));
         const WordContext words = serviceWordContext(
             desktop, preferences, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR), env.tempFolder());
         QList<std::chrono::milliseconds> timers;
         const ServiceContext context{words, [&](auto delay) { timers.append(delay); }};
 
-        QCOMPARE(HandleServicePerform(context, {name, pasteboard}), eventNotHandledErr);
-        QCOMPARE(outcome(desktop), expected);
+        QCOMPARE(HandleServicePerform(context, request), eventNotHandledErr);
         QCOMPARE(desktop.events().first().kind, QStringLiteral("raise"));
+        QCOMPARE(outcome(desktop), expected);
+        QCOMPARE(timers, quitWhenDone ? QList{std::chrono::milliseconds(1000)}
+                                      : QList<std::chrono::milliseconds>());
         const QStringList folders = QDir(env.tempFolder() + QStringLiteral("/Tallyvox"))
                                         .entryList(QDir::Dirs | QDir::NoDotAndDotDot);
         QCOMPARE(folders.size(), temporaryFiles);
         for (const QString& folder : folders)
             QCOMPARE(folder, folder.toUpper());
-        QVERIFY(timers.isEmpty());
-    }
-
-    void missingParametersStillArmTheQuitTimer_data()
-    {
-        QTest::addColumn<ServiceRequest>("request");
-        const Pasteboard text{textItem(QStringLiteral("a"))};
-        QTest::newRow("no message name") << ServiceRequest{std::nullopt, text};
-        QTest::newRow("no pasteboard") << ServiceRequest{QStringLiteral("charCount"), std::nullopt};
-        QTest::newRow("a request that works") << ServiceRequest{QStringLiteral("charCount"), text};
-    }
-    void missingParametersStillArmTheQuitTimer()
-    {
-        QFETCH(ServiceRequest, request);
-        testing::TestEnvironment env;
-        testing::RecordingDesktop desktop;
-        PreferenceStore preferences;
-        QVERIFY(preferences.writeBool(prefs::QuitWhenDone, true));
-        const WordContext words = serviceWordContext(desktop, preferences, {}, env.tempFolder());
-        QList<std::chrono::milliseconds> timers;
-        const ServiceContext context{words, [&](auto delay) { timers.append(delay); }};
-        QCOMPARE(HandleServicePerform(context, request), eventNotHandledErr);
-        QCOMPARE(timers, QList<std::chrono::milliseconds>{1000ms});
-        QCOMPARE(desktop.alerts().size(), request.messageName && request.pasteboard ? 1 : 0);
     }
 };
 

@@ -4,7 +4,6 @@
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTest>
 
@@ -28,105 +27,66 @@ private slots:
     void readText_data()
     {
         QTest::addColumn<Pasteboard>("pasteboard");
-        QTest::addColumn<bool>("found");
-        QTest::addColumn<QString>("text");
+        QTest::addColumn<std::optional<QString>>("text");
 
-        const QByteArray image("\x89PNG\r\n");
+        const QByteArray utf16(reinterpret_cast<const char*>(u"\u00e9\u65e5"), 4);
         QTest::newRow("image-only first item is passed over")
-            << Pasteboard{item("image/png", image), item("text/plain;charset=utf-8", "second")}
-            << true << QStringLiteral("second");
-        QTest::newRow("UTF-8 wins over generic text in one item")
+            << Pasteboard{item("image/png", "\x89PNG"), item("text/plain;charset=utf-8", "b")}
+            << std::optional(QStringLiteral("b"));
+        QTest::newRow("UTF-8 before generic text in one item")
             << Pasteboard{{{QStringLiteral("text/plain"), "generic"},
-                           {QStringLiteral("text/plain;charset=utf-8"), "utf8"}}}
-            << true << QStringLiteral("utf8");
-        QTest::newRow("X11 UTF8_STRING") << Pasteboard{item("UTF8_STRING", "\xc3\xa9t\xc3\xa9")}
-                                         << true << QStringLiteral("\u00e9t\u00e9");
-        QTest::newRow("empty UTF-8 is nothing, not empty text")
+                           {QStringLiteral("Text/Plain; charset=UTF-8"), "utf8"}}}
+            << std::optional(QStringLiteral("utf8"));
+        QTest::newRow("X11 UTF8_STRING") << Pasteboard{item("UTF8_STRING", "\xc3\xa9")}
+                                         << std::optional(QStringLiteral("\u00e9"));
+        QTest::newRow("empty UTF-8 is no text, later items unread")
             << Pasteboard{item("text/plain;charset=utf-8", ""), item("text/plain", "later")}
-            << false << QString();
-        QTest::newRow("UTF-16 ASCII stays UTF-8: A NUL B NUL")
-            << Pasteboard{item("text/plain;charset=utf-16le", QByteArray("A\0B\0", 4))} << true
-            << QString::fromUtf16(u"A\0B\0", 4);
-        QByteArray utf16(reinterpret_cast<const char*>(u"\u00e9\u65e5"), 4);
+            << std::optional<QString>();
+        QTest::newRow("UTF-16 ASCII reads as UTF-8: A NUL B NUL")
+            << Pasteboard{item("text/plain;charset=utf-16le", QByteArray("A\0B\0", 4))}
+            << std::optional(QString::fromUtf16(u"A\0B\0", 4));
         QTest::newRow("not UTF-8: host-order UTF-16")
-            << Pasteboard{item("text/plain;charset=utf-16le", utf16)} << true
-            << QStringLiteral("\u00e9\u65e5");
-        QTest::newRow("the mark of external UTF-16 is kept")
-            << Pasteboard{item("text/plain;charset=utf-16", QByteArray("\xff\xfe", 2) + utf16)}
-            << true << QStringLiteral("\ufeff\u00e9\u65e5");
-        QTest::newRow("odd length is neither")
-            << Pasteboard{item("STRING", "\xe9")} << false << QString();
-        QTest::newRow("no text flavor")
-            << Pasteboard{item("image/png", image)} << false << QString();
+            << Pasteboard{item("text/plain;charset=utf-16le", utf16)}
+            << std::optional(QStringLiteral("\u00e9\u65e5"));
+        QTest::newRow("external UTF-16 keeps its mark")
+            << Pasteboard{item("text/plain;charset=utf-16", "\xff\xfe" + utf16)}
+            << std::optional(QStringLiteral("\ufeff\u00e9\u65e5"));
+        QTest::newRow("odd length, not UTF-8")
+            << Pasteboard{item("STRING", "\xe9")} << std::optional<QString>();
     }
     void readText()
     {
         QFETCH(Pasteboard, pasteboard);
-        QFETCH(bool, found);
-        QFETCH(QString, text);
-        const std::optional<QString> read = ReadTextFromPasteboard(pasteboard);
-        QCOMPARE(read.has_value(), found);
-        QCOMPARE(read.value_or(QString()), text);
-    }
-
-    void readFileUrl_data()
-    {
-        QTest::addColumn<QByteArray>("uri");
-        QTest::addColumn<bool>("found");
-        QTest::addColumn<QString>("relativePath");
-        QTest::newRow("escaped file URL")
-            << QByteArray("a%20b.txt") << true << QStringLiteral("a b.txt");
-        QTest::newRow("uri-list line ending")
-            << QByteArray("a%20b.txt\r\n") << true << QStringLiteral("a b.txt");
-        QTest::newRow("missing file") << QByteArray("gone.txt") << false << QString();
-        QTest::newRow("empty data") << QByteArray() << false << QString();
-    }
-    void readFileUrl()
-    {
-        QFETCH(QByteArray, uri);
-        QFETCH(bool, found);
-        QFETCH(QString, relativePath);
-        testing::TestEnvironment env;
-        env.writeFile(QStringLiteral("a b.txt"), "x");
-        const QByteArray url =
-            uri.isEmpty() ? uri : QUrl::fromLocalFile(env.root()).toEncoded() + '/' + uri;
-        std::optional<FileRef> ref;
-        const Pasteboard pasteboard{item("image/png", "x"), item("text/uri-list", url)};
-        QCOMPARE(ReadFileURLFromPasteboard(pasteboard, ref), found);
-        if (found)
-            QCOMPARE(ref->path(), env.root() + QLatin1Char('/') + relativePath);
+        QFETCH(std::optional<QString>, text);
+        QCOMPARE(ReadTextFromPasteboard(pasteboard), text);
     }
 
     void temporaryFile_data()
     {
         QTest::addColumn<QString>("text");
-        QTest::addColumn<QByteArray>("blocker");
-        QTest::addColumn<bool>("written");
-        QTest::newRow("text outside ASCII as UTF-8")
-            << QStringLiteral("\u00e9t\u00e9") << QByteArray() << true;
-        QTest::newRow("empty text") << QString() << QByteArray() << true;
-        QTest::newRow("Tallyvox is a plain file")
-            << QStringLiteral("x") << QByteArray("file") << false;
+        QTest::addColumn<bool>("blocked");
+        QTest::newRow("outside ASCII, as UTF-8") << QStringLiteral("\u00e9t\u00e9") << false;
+        QTest::newRow("empty") << QString() << false;
+        QTest::newRow("Tallyvox is a plain file") << QStringLiteral("x") << true;
     }
     void temporaryFile()
     {
         QFETCH(QString, text);
-        QFETCH(QByteArray, blocker);
-        QFETCH(bool, written);
+        QFETCH(bool, blocked);
         testing::TestEnvironment env;
-        if (!blocker.isEmpty())
-            env.writeFile(QStringLiteral("tmp/Tallyvox"), blocker);
+        if (blocked)
+            env.writeFile(QStringLiteral("tmp/Tallyvox"), "a file");
         std::optional<FileRef> first;
         std::optional<FileRef> second;
-        QCOMPARE(WriteTextToTemporaryFile(text, first), written);
-        QCOMPARE(WriteTextToTemporaryFile(text, second), written);
-        if (!written)
+        QCOMPARE(WriteTextToTemporaryFile(text, first), !blocked);
+        QCOMPARE(WriteTextToTemporaryFile(text, second), !blocked);
+        if (blocked)
             return;
         QCOMPARE(first->name(), QStringLiteral("TallyvoxData.txt"));
         QVERIFY(first->path() != second->path());
-        QFile file(first->path());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), text.toUtf8());
+        QFile written(first->path());
+        QVERIFY(written.open(QIODevice::ReadOnly));
+        QCOMPARE(written.readAll(), text.toUtf8());
     }
 
     void spellOut_data()
@@ -135,8 +95,6 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("words");
         const QString en = QStringLiteral("en");
-        QTest::newRow("123") << en << QStringLiteral("123")
-                             << QStringLiteral("one hundred twenty-three");
         QTest::newRow("leading blanks")
             << en << QStringLiteral("  42 apples") << QStringLiteral("forty-two");
         QTest::newRow("no number is zero")
@@ -145,7 +103,7 @@ private slots:
             << en << QStringLiteral("1,000") << QStringLiteral("one");
         QTest::newRow("fraction") << en << QStringLiteral("2.5")
                                   << QStringLiteral("two point five");
-        // The full stop is the decimal separator in every locale.
+        // The full stop is the decimal separator whatever the locale.
         QTest::newRow("German") << QStringLiteral("de") << QStringLiteral("2.5")
                                 << QStringLiteral("zwei Komma f\u00fcnf");
     }
@@ -159,11 +117,6 @@ private slots:
         testing::RecordingDesktop desktop;
         SpellOutNumber(desktop, text);
         QCOMPARE(desktop.clipboard(), words);
-        QCOMPARE(desktop.texts(QStringLiteral("sound")), QStringList{QStringLiteral("Ping")});
-        QCOMPARE(desktop.alerts(),
-                 QStringList{
-                     QStringLiteral("The following \"spell out\" has been put on the clipboard: ") +
-                     words});
     }
 };
 

@@ -1,11 +1,16 @@
+#include "shell/ServiceRequests.h"
 #include "prefs/PreferenceStore.h"
-#include "shell/CommandLine.h"
+#include "shell/ServiceBus.h"
+#include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 
 #include <QDBusConnectionInterface>
+#include <QDBusPendingCallWatcher>
+#include <QDBusVariant>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
+#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
 
@@ -14,6 +19,12 @@ using namespace tallyvox;
 namespace {
 
 const QString program = QStringLiteral(TALLYVOX_BUILD_BIN_DIR "/tallyvox");
+const QString serviceName = QString::fromLatin1(busIdentity::serviceName);
+
+Pasteboard textPasteboard(const QByteArray& text)
+{
+    return {PasteboardItem{{QStringLiteral("text/plain;charset=utf-8"), text}}};
+}
 
 // Runs a program to its end and gives its standard output.
 QString run(const QString& command, const QStringList& arguments, const QByteArray& input = {})
@@ -29,7 +40,7 @@ QString run(const QString& command, const QStringList& arguments, const QByteArr
 
 } // namespace
 
-class ServiceCommandTest : public QObject {
+class ServiceRequestsTest : public QObject {
     Q_OBJECT
 
 private slots:
@@ -47,27 +58,20 @@ private slots:
         QTest::newRow("text") << args("--service charCount --text -5") << QString()
                               << QStringLiteral("charCount") << ServiceSource::Text
                               << QStringLiteral("-5");
-        QTest::newRow("= forms") << args("--service=wordCount --text=a=b") << QString()
-                                 << QStringLiteral("wordCount") << ServiceSource::Text
-                                 << QStringLiteral("a=b");
-        QTest::newRow("files") << args("--console --service tallyvox -- a b") << QString()
-                               << QStringLiteral("tallyvox") << ServiceSource::Files << QString();
-        QTest::newRow("clipboard") << args("--clipboard --service x") << QString()
-                                   << QStringLiteral("x") << ServiceSource::Clipboard << QString();
         const QString oneSource = QStringLiteral(
             "--service takes one of FILE..., --text TEXT, --selection, --clipboard or --stdin");
-        QTest::newRow("no source")
-            << args("--service x") << oneSource << QString() << ServiceSource::None << QString();
+        QTest::newRow("files after --")
+            << args("--console --service=tallyvox -- --a b") << QString()
+            << QStringLiteral("tallyvox") << ServiceSource::Files << QString();
         QTest::newRow("two sources") << args("--service x --stdin a") << oneSource << QString()
                                      << ServiceSource::None << QString();
+        QTest::newRow("no source")
+            << args("--service x") << oneSource << QString() << ServiceSource::None << QString();
         QTest::newRow("source without service")
             << args("--selection")
             << QStringLiteral(
                    "--text, --selection, --clipboard and --stdin work with --service only")
             << QString() << ServiceSource::None << QString();
-        QTest::newRow("no name") << args("--service")
-                                 << QStringLiteral("--service needs a service name") << QString()
-                                 << ServiceSource::None << QString();
     }
     void parse()
     {
@@ -123,8 +127,7 @@ private slots:
         first.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         first.start(program, {});
         QDBusConnectionInterface* bus = QDBusConnection::sessionBus().interface();
-        QTRY_VERIFY_WITH_TIMEOUT(bus->isServiceRegistered(QStringLiteral("com.okaluna.Tallyvox")),
-                                 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(bus->isServiceRegistered(serviceName), 10000);
         QProcess second;
         second.start(program, {QStringLiteral("--service"), QStringLiteral("TALLYVOX"),
                                QStringLiteral("--stdin")});
@@ -138,6 +141,73 @@ private slots:
                    QStringLiteral("/Okaluna Software/Tallyvox/TallyvoxData.txt.txt"));
         QVERIFY(list.open(QIODevice::ReadOnly));
         QCOMPARE(list.readAll(), QByteArray("alpha (1)\nbeta (2)\n"));
+    }
+
+    // ActivateAction from another connection reaches the dispatcher with the pasteboard
+    // it carried, or with the selection when it carried none.
+    void activateAction_data()
+    {
+        QTest::addColumn<QVariantList>("parameter");
+        QTest::addColumn<QString>("selection");
+        QTest::addColumn<QStringList>("alerts");
+
+        const Pasteboard twoItems{{{QStringLiteral("image/png"), "\x89PNG"}},
+                                  {{QStringLiteral("text/plain"), "generic"},
+                                   {QStringLiteral("text/plain;charset=utf-8"), "first"}},
+                                  textPasteboard("second").first()};
+        const QStringList five{QStringLiteral("Character count: 5")};
+        QTest::newRow("items in their order")
+            << QVariantList{pasteboardToBus(twoItems)} << QString() << five;
+        QTest::newRow("wrapped in a variant")
+            << QVariantList{QVariant::fromValue(QDBusVariant(pasteboardToBus(twoItems)))}
+            << QString() << five;
+        QTest::newRow("no parameter: the primary selection")
+            << QVariantList() << QString() << QStringList{QStringLiteral("Character count: 7")};
+        QTest::newRow("no parameter: the clipboard when named")
+            << QVariantList() << QStringLiteral("clipboard")
+            << QStringList{QStringLiteral("Character count: 9")};
+        QTest::newRow("a parameter that is no pasteboard")
+            << QVariantList{QVariant(QStringLiteral("text"))} << QString() << QStringList();
+    }
+    void activateAction()
+    {
+        QFETCH(QVariantList, parameter);
+        QFETCH(QString, selection);
+        QFETCH(QStringList, alerts);
+        if (!QDBusConnection::sessionBus().isConnected())
+            QSKIP("no session bus: run under dbus-run-session");
+        testing::TestEnvironment env;
+        testing::RecordingDesktop desktop;
+        desktop.setSelection(SelectionSource::Primary, textPasteboard("primary"));
+        desktop.setSelection(SelectionSource::Clipboard, textPasteboard("clipboard"));
+        PreferenceStore preferences;
+        const WordContext words = serviceWordContext(desktop, preferences, {}, env.tempFolder());
+        ServiceActions actions({words, {}});
+        ApplicationBusObject object;
+        object.setActionHandler(&actions);
+        QDBusConnection bus = QDBusConnection::sessionBus();
+        QCOMPARE(claimSingleInstance(bus, object), InstanceClaim::Primary);
+
+        QDBusConnection caller =
+            QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("caller"));
+        QDBusMessage call = QDBusMessage::createMethodCall(
+            serviceName, QString::fromLatin1(busIdentity::objectPath),
+            QString::fromLatin1(busIdentity::interfaceName), QStringLiteral("ActivateAction"));
+        QVariantMap platformData;
+        if (!selection.isEmpty())
+            platformData.insert(QString::fromLatin1(selectionDataKey), selection);
+        call << QStringLiteral("charCount") << parameter << platformData;
+        QDBusPendingCallWatcher watcher(caller.asyncCall(call));
+        QSignalSpy done(&watcher, &QDBusPendingCallWatcher::finished);
+        QVERIFY(done.wait(5000));
+        QVERIFY(!watcher.isError());
+        // Answered first, performed from the event loop.
+        QTRY_VERIFY(!desktop.texts(QStringLiteral("raise")).isEmpty());
+        QCOMPARE(desktop.alerts(), alerts);
+
+        QDBusConnection::disconnectFromBus(QStringLiteral("caller"));
+        bus.unregisterService(serviceName);
+        bus.unregisterObject(QString::fromLatin1(busIdentity::objectPath));
     }
 
     void installIntegration()
@@ -171,5 +241,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(ServiceCommandTest)
-#include "ServiceCommandTest.moc"
+QTEST_GUILESS_MAIN(ServiceRequestsTest)
+#include "ServiceRequestsTest.moc"
