@@ -3,6 +3,7 @@
 // is for people; the application only looks at the result file.
 
 #include "indexer/DocumentReader.h"
+#include "indexer/ResourceLimits.h"
 #include "indexer/ResultFile.h"
 #include "indexer/WordCounter.h"
 #include "support/TemporaryFolder.h"
@@ -17,6 +18,8 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "usage: %s FILE\n", argc > 0 ? argv[0] : "SearchKitIndexer");
         return 2;
     }
+    // A pathological document ends this process, never the application that waits for it.
+    applyResourceCaps();
     const std::string folder = tallyvox::temporaryFolder();
     if (folder.empty())
         return 1;

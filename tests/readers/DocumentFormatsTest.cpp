@@ -1,6 +1,6 @@
 #include "indexer/readers/DocumentFormats.h"
 #include "WordCountingSink.h"
-#include "indexer/readers/ResourceLimits.h"
+#include "indexer/ResourceLimits.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -15,6 +15,7 @@
 #include <new>
 #include <vector>
 
+using namespace tallyvox::indexer;
 using namespace tallyvox::indexer::readers;
 
 namespace {

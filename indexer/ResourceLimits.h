@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace tallyvox::indexer::readers {
+namespace tallyvox::indexer {
 
 /// Caps on the indexer process, chosen far above what a real document needs (about 3 s of
 /// CPU and 150 MB for 100 MB of text) and far below what hurts the machine.
@@ -19,4 +19,4 @@ struct ResourceCaps {
 /// limit could not be set.
 bool applyResourceCaps(const ResourceCaps& caps = {});
 
-} // namespace tallyvox::indexer::readers
+} // namespace tallyvox::indexer

@@ -1,4 +1,4 @@
-#include "indexer/readers/ResourceLimits.h"
+#include "indexer/ResourceLimits.h"
 
 #include <sys/resource.h>
 
@@ -12,7 +12,7 @@
 #endif
 #endif
 
-namespace tallyvox::indexer::readers {
+namespace tallyvox::indexer {
 
 namespace {
 
@@ -42,4 +42,4 @@ bool applyResourceCaps(const ResourceCaps& caps)
     return ok;
 }
 
-} // namespace tallyvox::indexer::readers
+} // namespace tallyvox::indexer

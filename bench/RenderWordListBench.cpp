@@ -1,0 +1,124 @@
+// Times a word list of many distinct words through the application's side of the pipeline:
+// the indexer run and result read, ordering in both orders, and rendering, beside
+// `sort | uniq -c` on the same words as a peer measured in the same run.
+//   tallyvox_bench_render INDEXER_DIR [DISTINCT_WORDS]
+
+#include "prefs/PreferenceStore.h"
+#include "support/Desktop.h"
+#include "words/IndexerClient.h"
+#include "words/WordListRenderer.h"
+#include "words/WordOrdering.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <random>
+
+using namespace tallyvox;
+
+namespace {
+
+// Says nothing: only the timings matter here.
+class QuietDesktop final : public Desktop {
+public:
+    void alert(const QString&) override {}
+    void stopAlert(const QString&, const QString&) override {}
+    QStringList chooseFilesToOpen(const QString&) override { return {}; }
+    QString chooseSavePath(const QString&) override { return {}; }
+    void openInTextEditor(const QString&) override {}
+    bool openFile(const QString&) override { return false; }
+    bool openUrl(const QUrl&) override { return false; }
+    void beep() override {}
+    void playSound(const QString&) override {}
+    void raiseApplication() override {}
+    void log(const QString&) override {}
+    void setClipboardText(const QString&) override {}
+    QList<PasteboardItem> readSelection(SelectionSource) override { return {}; }
+    void filesChanged(const QStringList&) override {}
+};
+
+// Distinct lower-case words, each one to three times, one per line.
+QByteArray makeWords(int distinct)
+{
+    std::mt19937 random(1964);
+    QByteArray text;
+    for (int i = 0; i < distinct; ++i) {
+        QByteArray word;
+        for (int n = i + 1; n > 0; n /= 26)
+            word.append(char('a' + n % 26));
+        word.append(char('a' + random() % 26));
+        for (unsigned repeat = 0; repeat <= random() % 3; ++repeat)
+            text.append(word).append('\n');
+    }
+    return text;
+}
+
+double seconds(const QElapsedTimer& timer)
+{
+    return double(timer.nsecsElapsed()) / 1e9;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: %s INDEXER_DIR [DISTINCT_WORDS]\n", argv[0]);
+        return 2;
+    }
+    const int distinct = argc > 2 ? std::atoi(argv[2]) : 350000;
+    QTemporaryDir dir;
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(dir.path()));
+    const QString input = dir.path() + QStringLiteral("/words.txt");
+    QFile file(input);
+    if (!file.open(QIODevice::WriteOnly) || file.write(makeWords(distinct)) < 0)
+        return 1;
+    file.close();
+
+    QuietDesktop desktop;
+    const PreferenceStore prefs;
+    const WordContext context{desktop, prefs, QFile::decodeName(argv[1]), dir.path()};
+    const FileRef ref = *FileRef::fromPath(input);
+
+    QElapsedTimer timer;
+    timer.start();
+    const WordTable table = BuildWordTable(context, ref);
+    const double indexing = seconds(timer);
+
+    std::optional<QStringList> words;
+    std::optional<QList<qint64>> counts;
+    timer.restart();
+    OrderWords(prefs, table, words, counts, true);
+    const double alphabetical = seconds(timer);
+    timer.restart();
+    OrderWords(prefs, table, words, counts, false);
+    const double byCount = seconds(timer);
+
+    timer.restart();
+    const std::optional<QString> text = RenderWordList(context, ref, 1, 1, true);
+    const double whole = seconds(timer);
+
+    QProcess peer;
+    timer.restart();
+    peer.start(QStringLiteral("sh"),
+               {QStringLiteral("-c"), QStringLiteral("LC_ALL=C sort \"$0\" | uniq -c > /dev/null"),
+                input});
+    peer.waitForFinished(-1);
+    const double sortUniq = seconds(timer);
+
+    std::printf("distinct words            %d (table %lld)\n", distinct,
+                static_cast<long long>(table.size()));
+    std::printf("indexer run + read        %.3f s\n", indexing);
+    std::printf("ordering, alphabetical    %.3f s\n", alphabetical);
+    std::printf("ordering, by count        %.3f s\n", byCount);
+    std::printf("RenderWordList, whole     %.3f s (%.3f s beyond the indexer run)\n", whole,
+                whole - indexing);
+    std::printf("sort | uniq -c (peer)     %.3f s\n", sortUniq);
+    std::printf("RenderWordList / peer     %.2fx\n", whole / sortUniq);
+    return text ? 0 : 1;
+}
