@@ -23,21 +23,38 @@ bool ServiceActions::activateAction(const QString& name, const QVariantList& par
     }
     // A parameter that holds no pasteboard is a request without one: it does nothing
     // beyond raising the window and the quit timer.
-    const std::optional<Pasteboard> pasteboard = pasteboardFromBus(parameter);
-    QTimer::singleShot(0, this, [this, name, pasteboard] {
-        HandleServicePerform(m_context, {name, pasteboard});
-    });
+    enqueue({{name, pasteboardFromBus(parameter)}, std::nullopt});
     return true;
 }
 
 void ServiceActions::queueRequest(const QString& name, std::optional<Pasteboard> pasteboard,
                                   SelectionSource source)
 {
-    QTimer::singleShot(0, this, [this, name, pasteboard = std::move(pasteboard), source] {
-        HandleServicePerform(
-            m_context,
-            {name, pasteboard ? *pasteboard : m_context.words.desktop.readSelection(source)});
-    });
+    if (pasteboard)
+        enqueue({{name, std::move(pasteboard)}, std::nullopt});
+    else
+        enqueue({{name, std::nullopt}, source});
+}
+
+void ServiceActions::enqueue(Pending pending)
+{
+    m_pending.append(std::move(pending));
+    QTimer::singleShot(0, this, &ServiceActions::performPending);
+}
+
+void ServiceActions::performPending()
+{
+    // Called again from an alert's own loop, it leaves the new request to the outer call.
+    if (m_performing)
+        return;
+    m_performing = true;
+    while (!m_pending.isEmpty()) {
+        Pending pending = m_pending.takeFirst();
+        if (pending.selection)
+            pending.request.pasteboard = m_context.words.desktop.readSelection(*pending.selection);
+        HandleServicePerform(m_context, pending.request);
+    }
+    m_performing = false;
 }
 
 QList<Pasteboard> commandLinePasteboards(const CommandLine& commandLine, Desktop& desktop,

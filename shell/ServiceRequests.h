@@ -11,7 +11,8 @@ class QIODevice;
 namespace tallyvox {
 
 /// Performs the services that ActivateAction asks for. Each request is only queued, so
-/// the bus call is answered before any alert or panel shows.
+/// the bus call is answered before any alert or panel shows, and requests run one after
+/// another: one that arrives while an alert of another is open waits for it to end.
 class ServiceActions final : public QObject, public ActionHandler {
 public:
     explicit ServiceActions(ServiceContext context);
@@ -29,7 +30,17 @@ public:
                       SelectionSource source);
 
 private:
+    struct Pending {
+        ServiceRequest request;
+        /// Read the selection just before performing: there was no pasteboard.
+        std::optional<SelectionSource> selection;
+    };
+    void enqueue(Pending pending);
+    void performPending();
+
     ServiceContext m_context;
+    QList<Pending> m_pending;
+    bool m_performing = false;
 };
 
 /// The pasteboards of a --service command line: one per file, else one from the text,
