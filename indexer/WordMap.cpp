@@ -238,6 +238,10 @@ void WordMap::grow()
 
 void WordMap::merge(WordMap&& other)
 {
+    // The other table's words arrive in its slot order, which is hash order: poured into a
+    // smaller table they pile up into long probe runs. Make room for all of them first.
+    while (m_mask < other.m_mask || (m_size + other.m_size) * 4 > (m_mask + 1) * 3)
+        grow();
     for (std::size_t j = 0; j <= other.m_mask; ++j) {
         if (j % releaseEvery == 0)
             other.m_slots.releaseBefore(j);
