@@ -15,6 +15,40 @@ int compareCountsDescending(qint64 a, qint64 b)
     return b < a ? -1 : (b > a ? 1 : 0);
 }
 
+// The first four UTF-16 code units, zero-padded, as one number that orders like them.
+quint64 prefixKey(const QString& word)
+{
+    quint64 key = 0;
+    const qsizetype n = std::min<qsizetype>(word.size(), 4);
+    for (qsizetype i = 0; i < n; ++i)
+        key |= quint64(word[i].unicode()) << (48 - 16 * i);
+    return key;
+}
+
+// Code-unit order, deciding most comparisons on a prefix kept beside the index instead of
+// reaching into every string's own memory: a large table sorts several times faster.
+void sortAlphabetically(std::vector<std::pair<QString, qint64>>& entries)
+{
+    struct Keyed {
+        quint64 prefix;
+        quint32 index;
+    };
+    std::vector<Keyed> keyed;
+    keyed.reserve(entries.size());
+    for (size_t i = 0; i < entries.size(); ++i)
+        keyed.push_back({prefixKey(entries[i].first), static_cast<quint32>(i)});
+    std::sort(keyed.begin(), keyed.end(), [&entries](const Keyed& x, const Keyed& y) {
+        if (x.prefix != y.prefix)
+            return x.prefix < y.prefix;
+        return CompareWordsAlphabetically(entries[x.index].first, entries[y.index].first) < 0;
+    });
+    std::vector<std::pair<QString, qint64>> sorted;
+    sorted.reserve(entries.size());
+    for (const Keyed& k : keyed)
+        sorted.push_back(std::move(entries[k.index]));
+    entries = std::move(sorted);
+}
+
 } // namespace
 
 int CompareWordsAlphabetically(const QString& a, const QString& b)
@@ -49,9 +83,7 @@ void OrderWords(const PreferenceStore& preferences, const WordTable& table,
         entries.emplace_back(it.key(), it.value());
 
     if (alphabetical) {
-        std::sort(entries.begin(), entries.end(), [](const auto& x, const auto& y) {
-            return CompareWordsAlphabetically(x.first, y.first) < 0;
-        });
+        sortAlphabetically(entries);
     } else {
         std::sort(entries.begin(), entries.end(), [](const auto& x, const auto& y) {
             return compareCountsDescending(x.second, y.second) < 0;
