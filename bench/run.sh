@@ -7,9 +7,10 @@ set -eu
 
 BUILD=${1:?usage: bench/run.sh BUILD_DIR}
 HERE=$(cd "$(dirname "$0")" && pwd)
-cmake --build "$BUILD" --target SearchKitIndexer tallyvox_bench_wordtable >/dev/null
+cmake --build "$BUILD" --target SearchKitIndexer tallyvox_bench_wordtable tallyvox_bench_render >/dev/null
 INDEXER=$(cd "$BUILD" && pwd)/libexec/tallyvox/SearchKitIndexer
 ROUNDTRIP=$(cd "$BUILD" && pwd)/bench/tallyvox_bench_wordtable
+RENDER=$(cd "$BUILD" && pwd)/bench/tallyvox_bench_render
 WORK=$(mktemp -d "${TMPDIR:-/tmp}/tallyvox-bench.XXXXXX")
 trap 'rm -rf "$WORK"' EXIT
 SIZE=100000000
@@ -91,3 +92,6 @@ mem=$(peak_mb env TMPDIR="$WORK" "$INDEXER" "$WORK/distinct.txt")
 printf 'indexer on 1,000,000 distinct words (count + write): %s s, peak %s MB, result %s MB\n' \
     "$idx_s" "$mem" "$(($(stat -c %s "$WORK/index-1964.dat") / 1000000))"
 "$ROUNDTRIP" 1000000 "$WORK" 100000
+
+printf '\n== a word list of 350,000 distinct words, the application side (goal: under 0.5 s) ==\n'
+"$RENDER" "$(dirname "$INDEXER")" 350000
