@@ -2,6 +2,7 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <cstdlib>
 
 using namespace tallyvox;
@@ -46,27 +47,22 @@ private slots:
 
         QTest::newRow("one group") << QByteArray("QUJD") << qint64(3) << QByteArray("ABC");
         QTest::newRow("trailing line break loses the last byte")
-            << QByteArray("QUJD\n") << qint64(2) << QByteArray("AB");
-        QTest::newRow("trailing CR LF too")
             << QByteArray("QUJD\r\n") << qint64(2) << QByteArray("AB");
         QTest::newRow("line break inside loses nothing")
             << QByteArray("QUJD\nRA==") << qint64(4) << QByteArray("ABCD");
         QTest::newRow("padding then line break")
             << QByteArray("QQ==\n") << qint64(1) << QByteArray("A");
-        QTest::newRow("no padding") << QByteArray("QQ") << qint64(1) << QByteArray("A");
         QTest::newRow("one character decodes to nothing")
             << QByteArray("Q") << qint64(0) << QByteArray();
         QTest::newRow("empty") << QByteArray("") << qint64(0) << QByteArray();
         QTest::newRow("a blank is minus one") << QByteArray(" ") << qint64(-1) << QByteArray();
         QTest::newRow("only padding is minus one")
             << QByteArray("====") << qint64(-1) << QByteArray();
-        QTest::newRow("blanks and tabs inside")
-            << QByteArray("SG Vs\tbG8=") << qint64(5) << QByteArray("Hello");
-        QTest::newRow("high bytes are skipped") << QByteArray("SGVs\xc3\xa9"
-                                                              "bG8=")
-                                                << qint64(5) << QByteArray("Hello");
-        QTest::newRow("NUL bytes are skipped")
-            << QByteArray("QU\0JD", 5) << qint64(3) << QByteArray("ABC");
+        QTest::newRow("blank, tab, NUL and high bytes are skipped")
+            << QByteArray("SG Vs\t\0\xc3\xa9"
+                          "bG8=",
+                          13)
+            << qint64(5) << QByteArray("Hello");
         QTest::newRow("all 64 characters")
             << QByteArray("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/")
             << qint64(48)
@@ -81,6 +77,12 @@ private slots:
         QByteArray bytes;
         QCOMPARE(decode(input, bytes), length);
         QCOMPARE(bytes, expected);
+        // From text: minus one is no data at all, and text outside ASCII decodes to none.
+        const QString text = QString::fromLatin1(input);
+        const bool ascii =
+            std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
+        QCOMPARE(dataFromBase64String(text),
+                 length < 0 ? std::nullopt : std::optional(ascii ? expected : QByteArray()));
     }
 
     void encodes_data()
@@ -89,7 +91,7 @@ private slots:
         QTest::addColumn<bool>("separateLines");
         QTest::addColumn<QByteArray>("expected");
 
-        QTest::newRow("ABCD") << QByteArray("ABCD") << false << QByteArray("QUJDRA==");
+        QTest::newRow("one padding") << QByteArray("ABCDE") << false << QByteArray("QUJDREU=");
         QTest::newRow("empty") << QByteArray() << true << QByteArray();
         QTest::newRow("high bytes") << QByteArray("\xff\xfe\xfd") << false << QByteArray("//79");
         const QByteArray line = QByteArray(48, 'a').toBase64();
@@ -107,33 +109,6 @@ private slots:
         QFETCH(bool, separateLines);
         QFETCH(QByteArray, expected);
         QCOMPARE(encode(input, separateLines), expected);
-    }
-
-    void dataFromString_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("hasData");
-        QTest::addColumn<QByteArray>("expected");
-
-        QTest::newRow("Base64") << QStringLiteral("SGVsbG8=") << true << QByteArray("Hello");
-        QTest::newRow("empty text: empty data") << QString() << true << QByteArray();
-        QTest::newRow("blank: no data") << QStringLiteral(" ") << false << QByteArray();
-        QTest::newRow("punctuation only: no data")
-            << QStringLiteral("-.!?\n") << false << QByteArray();
-        QTest::newRow("outside ASCII: empty data")
-            << QStringLiteral("SGVsbG8=\u00e9") << true << QByteArray();
-        QTest::newRow("trailing line break")
-            << QStringLiteral("QUJD\n") << true << QByteArray("AB");
-    }
-    void dataFromString()
-    {
-        QFETCH(QString, text);
-        QFETCH(bool, hasData);
-        QFETCH(QByteArray, expected);
-        const std::optional<QByteArray> data = dataFromBase64String(text);
-        QCOMPARE(data.has_value(), hasData);
-        if (data)
-            QCOMPARE(*data, expected);
     }
 };
 

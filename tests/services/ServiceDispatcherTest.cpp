@@ -98,14 +98,9 @@ private slots:
             << request("charCount", text("file://@FILE@")) << false << fileChars << 0;
         QTest::newRow("text that is an absolute path is the file")
             << request("wordCount", text("@FILE@")) << false << fileWords << 0;
-        QTest::newRow("text naming a file with saveGraphicData does nothing")
-            << request("saveGraphicData", text("@FILE@")) << false << QStringList() << 0;
         QTest::newRow("a line break makes it text")
             << request("charCount", text("file:///tmp\n")) << false
             << QStringList{QStringLiteral("alert Character count: 12")} << 0;
-        QTest::newRow("relative names are text")
-            << request("charCount", text("doc.txt")) << false
-            << QStringList{QStringLiteral("alert Character count: 7")} << 0;
 
         const Pasteboard image{{{QStringLiteral("image/png"), "\x89PNG"}}};
         QTest::newRow("file URL of nothing")

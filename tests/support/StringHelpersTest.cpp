@@ -15,7 +15,6 @@ private slots:
     {
         QTest::addColumn<int>("initial");
         QTest::addColumn<int>("appended");
-        QTest::newRow("fits") << 10 << 20;
         QTest::newRow("250 plus 10") << 250 << 10;
         QTest::newRow("exactly full") << 250 << 5;
         QTest::newRow("full stays full") << 255 << 1;

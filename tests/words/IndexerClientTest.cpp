@@ -25,13 +25,29 @@ void writeScriptIndexer(const QString& folder, const QString& name, const QByteA
     script.setPermissions(script.permissions() | QFile::ExeOwner);
 }
 
-QStringList calls(const testing::TestEnvironment& env)
-{
-    QFile log(env.tempFolder() + QStringLiteral("/calls.log"));
-    if (!log.open(QIODevice::ReadOnly))
-        return {};
-    return QString::fromUtf8(log.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-}
+// A private world whose indexers live in the build tree, or in bin when the test writes
+// its own there.
+struct World {
+    QStringList calls() const
+    {
+        QFile log(env.tempFolder() + QStringLiteral("/calls.log"));
+        if (!log.open(QIODevice::ReadOnly))
+            return {};
+        return QString::fromUtf8(log.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    }
+    WordTable count(const QString& name, const QByteArray& content, bool ownIndexers = false)
+    {
+        const WordContext context{desktop, prefs,
+                                  ownIndexers ? bin : QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
+                                  env.tempFolder()};
+        return BuildWordTable(context, *FileRef::fromPath(env.writeFile(name, content)));
+    }
+
+    testing::TestEnvironment env;
+    testing::RecordingDesktop desktop;
+    const PreferenceStore prefs;
+    const QString bin = env.root() + QStringLiteral("/indexers");
+};
 
 } // namespace
 
@@ -41,127 +57,92 @@ class IndexerClientTest : public QObject {
 private slots:
     void realIndexerCountsTheWordsOfAFile()
     {
-        testing::TestEnvironment env;
-        testing::RecordingDesktop desktop;
-        const PreferenceStore prefs;
-        const WordContext context{desktop, prefs, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
-                                  env.tempFolder()};
-        const QString path = env.writeFile(QStringLiteral("in/Notes and more.txt"),
-                                           "The cat saw the other cat. the end\n");
-        const WordTable table = BuildWordTable(context, *FileRef::fromPath(path));
+        World world;
+        const WordTable table = world.count(QStringLiteral("in/Notes and more.txt"),
+                                            "The cat saw the other cat. the end\n");
         QCOMPARE(table.value(QStringLiteral("cat")), 2);
         QCOMPARE(table.value(QStringLiteral("the")), 2);
         QCOMPARE(table.value(QStringLiteral("The")), 1); // case makes distinct words
         QCOMPARE(table.size(), 6);
-        QCOMPARE(desktop.logLines(), QStringList{QStringLiteral("Indexing ") + path});
+        QCOMPARE(world.desktop.logLines(),
+                 QStringList{QStringLiteral("Indexing ") + world.env.root() +
+                             QStringLiteral("/in/Notes and more.txt")});
     }
 
     void pathLimitIs254Bytes()
     {
-        testing::TestEnvironment env;
-        testing::RecordingDesktop desktop;
-        const PreferenceStore prefs;
-        const WordContext context{desktop, prefs, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
-                                  env.tempFolder()};
+        World world;
         // Pad the name so the whole path is exactly 254, then 255, bytes long.
-        const QString folder = env.root() + QStringLiteral("/in");
-        QDir().mkpath(folder);
-        const int room = 254 - int(QFile::encodeName(folder).size()) - 1;
+        const int room = 254 - int(QFile::encodeName(world.env.root()).size()) - 4;
         QVERIFY(room > 10);
-        const QString fits = folder + QLatin1Char('/') + QString(room - 4, QLatin1Char('a')) +
-                             QStringLiteral(".txt");
-        const QString tooLong = folder + QLatin1Char('/') + QString(room - 3, QLatin1Char('b')) +
-                                QStringLiteral(".txt");
-        for (const QString& path : {fits, tooLong}) {
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write("word\n");
-        }
-        QCOMPARE(BuildWordTable(context, *FileRef::fromPath(fits)).size(), 1);
-        desktop.clear();
-        QVERIFY(BuildWordTable(context, *FileRef::fromPath(tooLong)).isEmpty());
-        QVERIFY(desktop.logLines().isEmpty());
+        const QString fits =
+            QStringLiteral("in/") + QString(room - 4, QLatin1Char('a')) + QStringLiteral(".txt");
+        const QString tooLong =
+            QStringLiteral("in/") + QString(room - 3, QLatin1Char('b')) + QStringLiteral(".txt");
+        QCOMPARE(world.count(fits, "word\n").size(), 1);
+        world.desktop.clear();
+        QVERIFY(world.count(tooLong, "word\n").isEmpty());
+        QVERIFY(world.desktop.logLines().isEmpty());
     }
 
+    // first: the first indexer's script ("" leaves it out); leftover: a result file already
+    // there before the run.
     void fallbackRunsOnlyWhenTheFirstLeavesNoDictionary_data()
     {
         QTest::addColumn<QByteArray>("first");
+        QTest::addColumn<QByteArray>("leftover");
         QTest::addColumn<QStringList>("expectedCalls");
-        QTest::addColumn<int>("expectedWords");
+        QTest::addColumn<QStringList>("expectedWords");
 
-        const QByteArray writeEmpty =
-            "cat > \"$TMPDIR/index-1964.dat\" <<'EOF'\n" + emptyDictionary + "EOF\n";
+        const QStringList both{QStringLiteral("SearchKitIndexer"),
+                               QStringLiteral("SearchKitIndexer32")};
+        const QStringList hello{QStringLiteral("hello")};
         QTest::newRow("empty dictionary counts as a result")
-            << writeEmpty << QStringList{QStringLiteral("SearchKitIndexer")} << 0;
-        QTest::newRow("no result file")
-            << QByteArray("exit 0\n")
-            << QStringList{QStringLiteral("SearchKitIndexer"), QStringLiteral("SearchKitIndexer32")}
-            << 1;
+            << "cat > \"$TMPDIR/index-1964.dat\" <<'EOF'\n" + emptyDictionary + "EOF\n"
+            << QByteArray() << both.mid(0, 1) << QStringList();
+        QTest::newRow("no result file") << QByteArray("exit 0\n") << QByteArray() << both << hello;
         QTest::newRow("unreadable result file")
-            << QByteArray("echo garbage > \"$TMPDIR/index-1964.dat\"\n")
-            << QStringList{QStringLiteral("SearchKitIndexer"), QStringLiteral("SearchKitIndexer32")}
-            << 1;
+            << QByteArray("echo garbage > \"$TMPDIR/index-1964.dat\"\n") << QByteArray() << both
+            << hello;
         QTest::newRow("crash without result")
-            << QByteArray("kill -SEGV $$\n")
-            << QStringList{QStringLiteral("SearchKitIndexer"), QStringLiteral("SearchKitIndexer32")}
-            << 1;
+            << QByteArray("kill -SEGV $$\n") << QByteArray() << both << hello;
         QTest::newRow("missing first indexer")
-            << QByteArray() << QStringList{QStringLiteral("SearchKitIndexer32")} << 1;
+            << QByteArray() << QByteArray() << both.mid(1) << hello;
+        QTest::newRow("a leftover result is read when not replaced")
+            << QByteArray("exit 1\n")
+            << QByteArray("<?xml version=\"1.0\"?>\n<plist version=\"1.0\"><dict><key>stale</key>"
+                          "<integer>4</integer></dict></plist>\n")
+            << both.mid(0, 1) << QStringList{QStringLiteral("stale")};
     }
-
     void fallbackRunsOnlyWhenTheFirstLeavesNoDictionary()
     {
         QFETCH(QByteArray, first);
+        QFETCH(QByteArray, leftover);
         QFETCH(QStringList, expectedCalls);
-        QFETCH(int, expectedWords);
-        testing::TestEnvironment env;
-        testing::RecordingDesktop desktop;
-        const PreferenceStore prefs;
-        const QString bin = env.root() + QStringLiteral("/indexers");
-        QDir().mkpath(bin);
+        QFETCH(QStringList, expectedWords);
+        World world;
+        QDir().mkpath(world.bin);
         if (!first.isEmpty())
-            writeScriptIndexer(bin, QStringLiteral("SearchKitIndexer"), first);
+            writeScriptIndexer(world.bin, QStringLiteral("SearchKitIndexer"), first);
         // The fallback is the real plain-text indexer, run by a wrapper that logs the call.
-        writeScriptIndexer(bin, QStringLiteral("SearchKitIndexer32"),
+        writeScriptIndexer(world.bin, QStringLiteral("SearchKitIndexer32"),
                            "exec \"" TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer32\" \"$1\"\n");
-        const WordContext context{desktop, prefs, bin, env.tempFolder()};
-        const QString input = env.writeFile(QStringLiteral("one word.txt"), "hello");
+        if (!leftover.isEmpty())
+            world.env.writeFile(QStringLiteral("tmp/index-1964.dat"), leftover);
 
-        const WordTable table = BuildWordTable(context, *FileRef::fromPath(input));
-        QCOMPARE(table.size(), expectedWords);
+        QCOMPARE(world.count(QStringLiteral("one word.txt"), "hello", true).keys(), expectedWords);
         QStringList expected;
         for (const QString& name : expectedCalls)
-            expected.append(name + QLatin1Char(' ') + input);
-        QCOMPARE(calls(env), expected);
-    }
-
-    void leftoverResultIsReadWhenNotReplaced()
-    {
-        testing::TestEnvironment env;
-        testing::RecordingDesktop desktop;
-        const PreferenceStore prefs;
-        const QString bin = env.root() + QStringLiteral("/indexers");
-        QDir().mkpath(bin);
-        writeScriptIndexer(bin, QStringLiteral("SearchKitIndexer"), "exit 1\n");
-        env.writeFile(QStringLiteral("tmp/index-1964.dat"),
-                      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>"
-                      "<key>stale</key><integer>4</integer></dict></plist>\n");
-        const WordContext context{desktop, prefs, bin, env.tempFolder()};
-        const QString input = env.writeFile(QStringLiteral("x.txt"), "fresh");
-        const WordTable table = BuildWordTable(context, *FileRef::fromPath(input));
-        QCOMPARE(table, (WordTable{{QStringLiteral("stale"), 4}}));
+            expected.append(name + QLatin1Char(' ') + world.env.root() +
+                            QStringLiteral("/one word.txt"));
+        QCOMPARE(world.calls(), expected);
     }
 
     void directoryInPlaceOfTheResultGivesAnEmptyTable()
     {
-        testing::TestEnvironment env;
-        testing::RecordingDesktop desktop;
-        const PreferenceStore prefs;
-        QVERIFY(QDir().mkpath(env.tempFolder() + QStringLiteral("/index-1964.dat")));
-        const WordContext context{desktop, prefs, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
-                                  env.tempFolder()};
-        const QString input = env.writeFile(QStringLiteral("x.txt"), "some words here");
-        QVERIFY(BuildWordTable(context, *FileRef::fromPath(input)).isEmpty());
+        World world;
+        QVERIFY(QDir().mkpath(world.env.tempFolder() + QStringLiteral("/index-1964.dat")));
+        QVERIFY(world.count(QStringLiteral("x.txt"), "some words here").isEmpty());
     }
 };
 

@@ -6,7 +6,6 @@
 #include <QFileInfo>
 #include <QTest>
 
-#include <functional>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -26,19 +25,11 @@ QByteArray readAll(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
 }
 
-// Runs body in a child process without root's power to ignore permissions, and gives
-// its exit code. Root becomes nobody there; anyone else stays who they are.
-int exitCodeWithoutPrivileges(const std::function<int()>& body)
+// Whether CreateOutputFile(name) fails and gives no file.
+bool refused(const QString& name)
 {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0))
-            ::_exit(98);
-        ::_exit(body());
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 99;
+    std::optional<FileRef> file;
+    return CreateOutputFile(name, file) != noErr && !file;
 }
 
 } // namespace
@@ -47,49 +38,37 @@ class OutputFolderTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void firstRunMakesEachLevel_data()
+    // The list is made on a first run and replaces any old item of its name: deleted, then
+    // made afresh and empty.
+    void listIsMadeEmpty_data()
     {
-        QTest::addColumn<bool>("dataHomeExists");
-        QTest::newRow("fresh account") << true;
-        QTest::newRow("no data folder yet") << false;
-    }
-    void firstRunMakesEachLevel()
-    {
-        QFETCH(bool, dataHomeExists);
-        testing::TestEnvironment env;
-        if (!dataHomeExists)
-            QVERIFY(QDir(env.dataHome()).removeRecursively());
-
-        std::optional<FileRef> file;
-        QCOMPARE(CreateOutputFile(QStringLiteral("Report.pdf.txt"), file), noErr);
-        QVERIFY(file);
-        QCOMPARE(file->path(), outputFolder(env) + QStringLiteral("/Report.pdf.txt"));
-        QCOMPARE(QFileInfo(file->path()).size(), 0);
-        QVERIFY(QFileInfo(outputFolder(env)).isDir());
-    }
-
-    void oldListIsReplaced_data()
-    {
-        QTest::addColumn<QString>("existing"); // "file", "empty folder", "link"
+        QTest::addColumn<QString>("existing");
+        QTest::newRow("no data folder yet") << QStringLiteral("no data folder");
+        QTest::newRow("fresh account") << QString();
         QTest::newRow("an earlier list") << QStringLiteral("file");
-        QTest::newRow("an empty folder of that name") << QStringLiteral("empty folder");
+        QTest::newRow("an empty folder of that name") << QStringLiteral("folder");
         QTest::newRow("a dangling link") << QStringLiteral("link");
     }
-    void oldListIsReplaced()
+    void listIsMadeEmpty()
     {
         QFETCH(QString, existing);
         testing::TestEnvironment env;
         const QString path = outputFolder(env) + QStringLiteral("/notes.txt.txt");
-        QVERIFY(QDir().mkpath(outputFolder(env)));
+        if (existing == QLatin1String("no data folder"))
+            QVERIFY(QDir(env.dataHome()).removeRecursively());
+        else if (!existing.isEmpty())
+            QVERIFY(QDir().mkpath(outputFolder(env)));
         if (existing == QLatin1String("file"))
             env.writeFile(QStringLiteral("data/Okaluna Software/Tallyvox/notes.txt.txt"), "old");
-        else if (existing == QLatin1String("empty folder"))
+        else if (existing == QLatin1String("folder"))
             QVERIFY(QDir().mkdir(path));
-        else
+        else if (existing == QLatin1String("link"))
             QVERIFY(QFile::link(env.root() + QStringLiteral("/nowhere"), path));
 
         std::optional<FileRef> file;
         QCOMPARE(CreateOutputFile(QStringLiteral("notes.txt.txt"), file), noErr);
+        QVERIFY(file);
+        QCOMPARE(file->path(), path);
         const QFileInfo info(path);
         QVERIFY(info.isFile() && !info.isSymLink());
         QCOMPARE(info.size(), 0);
@@ -98,68 +77,51 @@ private slots:
                  QStringList{QStringLiteral("notes.txt.txt")});
     }
 
-    // A folder with something in it cannot be deleted, by root either.
-    void oldItemThatCannotBeDeletedStays()
-    {
-        testing::TestEnvironment env;
-        const QString kept = env.writeFile(
-            QStringLiteral("data/Okaluna Software/Tallyvox/notes.txt.txt/inside"), "keep me");
-        std::optional<FileRef> file;
-        QVERIFY(CreateOutputFile(QStringLiteral("notes.txt.txt"), file) != noErr);
-        QVERIFY(!file);
-        QCOMPARE(readAll(kept), QByteArray("keep me"));
-    }
-
-    void refusedNames_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("longer than the file system takes") << QString(300, QLatin1Char('n'));
-        QTest::newRow("with a slash") << QStringLiteral("../escape.txt");
-        QTest::newRow("empty") << QString();
-    }
-    void refusedNames()
-    {
-        QFETCH(QString, name);
-        testing::TestEnvironment env;
-        std::optional<FileRef> file;
-        QVERIFY(CreateOutputFile(name, file) != noErr);
-        QVERIFY(!file);
-        QVERIFY(QDir(outputFolder(env)).isEmpty());
-        QVERIFY(!QFile::exists(env.dataHome() + QStringLiteral("/Okaluna Software/escape.txt")));
-    }
-
+    // blocker: a file written where a folder must be ("blocker": the data folder's parent).
+    // Only "not found" makes a folder; any other lookup result counts as found.
     void placementFails_data()
     {
-        QTest::addColumn<QString>("blocker"); // a file where a folder must be
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("blocker");
         QTest::addColumn<bool>("makerFound");
         QTest::addColumn<bool>("outputFound");
-        QTest::newRow("data folder cannot be made") << QStringLiteral("data") << false << false;
+        const QString x = QStringLiteral("x.txt");
+        const QString notes = QStringLiteral("notes.txt.txt");
+        QTest::newRow("name longer than the file system takes")
+            << QString(300, QLatin1Char('n')) << QString() << true << true;
+        QTest::newRow("name with a slash")
+            << QStringLiteral("../escape.txt") << QString() << true << true;
+        QTest::newRow("empty name") << QString() << QString() << true << true;
+        // A folder with something in it cannot be deleted, by root either: nothing is lost.
+        QTest::newRow("full folder of that name")
+            << notes << QStringLiteral("data/Okaluna Software/Tallyvox/notes.txt.txt/inside")
+            << true << true;
+        QTest::newRow("data folder cannot be made")
+            << x << QStringLiteral("blocker") << false << false;
         QTest::newRow("maker folder is a file")
-            << QStringLiteral("data/Okaluna Software") << true << false;
-        // The lookup does not ask what kind of item it found; making the file fails.
+            << x << QStringLiteral("data/Okaluna Software") << true << false;
         QTest::newRow("output folder is a file")
-            << QStringLiteral("data/Okaluna Software/Tallyvox") << true << true;
+            << x << QStringLiteral("data/Okaluna Software/Tallyvox") << true << true;
     }
     void placementFails()
     {
+        QFETCH(QString, name);
         QFETCH(QString, blocker);
         QFETCH(bool, makerFound);
         QFETCH(bool, outputFound);
         testing::TestEnvironment env;
-        if (blocker == QLatin1String("data")) {
-            QVERIFY(QDir(env.dataHome()).removeRecursively());
-            env.writeFile(QStringLiteral("blocker"), "x");
-            qputenv("XDG_DATA_HOME", QFile::encodeName(env.root() + QStringLiteral("/blocker/d")));
-        } else {
-            env.writeFile(blocker, "x");
-        }
-        std::optional<FileRef> maker;
-        QCOMPARE(FindOrCreateMakerFolder(maker), makerFound);
+        const QString kept = blocker.isEmpty() ? QString() : env.writeFile(blocker, "kept");
+        if (blocker == QLatin1String("blocker"))
+            qputenv("XDG_DATA_HOME", QFile::encodeName(kept + QStringLiteral("/d")));
         std::optional<FileRef> folder;
+        QCOMPARE(FindOrCreateMakerFolder(folder), makerFound);
         QCOMPARE(FindOrCreateOutputFolder(folder) == noErr, outputFound);
-        std::optional<FileRef> file;
-        QVERIFY(CreateOutputFile(QStringLiteral("x.txt"), file) != noErr);
-        QVERIFY(!file);
+        QVERIFY(refused(name));
+        if (!kept.isEmpty())
+            QCOMPARE(readAll(kept), QByteArray("kept"));
+        QVERIFY(!QFile::exists(env.dataHome() + QStringLiteral("/Okaluna Software/escape.txt")));
+        if (blocker.isEmpty())
+            QVERIFY(QDir(outputFolder(env)).isEmpty());
     }
 
     void readOnlyOutputFolder_data()
@@ -172,26 +134,29 @@ private slots:
     {
         QFETCH(bool, oldList);
         testing::TestEnvironment env;
-        QVERIFY(QDir().mkpath(outputFolder(env)));
-        const QString path = outputFolder(env) + QStringLiteral("/x.txt");
-        if (oldList)
+        const QString path =
             env.writeFile(QStringLiteral("data/Okaluna Software/Tallyvox/x.txt"), "old");
-        // Reachable for the unprivileged child, writable by nobody.
-        for (QString dir = outputFolder(env); dir.startsWith(env.root());
+        if (!oldList)
+            QVERIFY(QFile::remove(path));
+        // Reachable for an unprivileged child, writable by nobody.
+        for (QString dir = outputFolder(env); dir.size() >= env.root().size();
              dir = QFileInfo(dir).path())
             QVERIFY(::chmod(QFile::encodeName(dir).constData(), 0755) == 0);
-        QVERIFY(::chmod(QFile::encodeName(env.root()).constData(), 0755) == 0);
         QVERIFY(::chmod(QFile::encodeName(outputFolder(env)).constData(), 0555) == 0);
 
-        const int code = exitCodeWithoutPrivileges([] {
-            std::optional<FileRef> file;
-            return CreateOutputFile(QStringLiteral("x.txt"), file) != noErr && !file ? 0 : 1;
-        });
+        // The child gives up root's power to ignore permissions: root becomes nobody.
+        const pid_t child = ::fork();
+        if (child == 0) {
+            if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0))
+                ::_exit(98);
+            ::_exit(refused(QStringLiteral("x.txt")) ? 0 : 1);
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
         ::chmod(QFile::encodeName(outputFolder(env)).constData(), 0755);
-        QCOMPARE(code, 0);
-        QCOMPARE(QFile::exists(path), oldList);
-        if (oldList)
-            QCOMPARE(readAll(path), QByteArray("old"));
+        QVERIFY(WIFEXITED(status));
+        QCOMPARE(WEXITSTATUS(status), 0);
+        QCOMPARE(readAll(path), oldList ? QByteArray("old") : QByteArray("<unreadable>"));
     }
 };
 

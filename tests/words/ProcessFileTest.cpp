@@ -1,15 +1,11 @@
 #include "words/ProcessFile.h"
 #include "prefs/PreferenceStore.h"
-#include "services/DecodeAndSave.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 #include "words/WordContext.h"
 
-#include <QBuffer>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QImage>
 #include <QTest>
 
 using namespace tallyvox;
@@ -18,71 +14,54 @@ namespace {
 
 using Table = QList<QPair<QString, qint64>>;
 
-// A world whose indexer is a script that hands over a prepared word table, so each test
-// decides exactly what the "document" holds.
-struct World {
-    World()
-    {
-        const QString script = env.writeFile(
-            QStringLiteral("indexer/SearchKitIndexer"),
-            "#!/bin/sh\necho \"$1\" >> '" + QFile::encodeName(callsPath()) + "'\ncp '" +
-                QFile::encodeName(resultPath()) + "' \"$TMPDIR/index-1964.dat\"\n");
-        QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    }
-
-    QString callsPath() const { return env.root() + QStringLiteral("/calls"); }
-    QString resultPath() const { return env.root() + QStringLiteral("/result.plist"); }
-    QString outputFolder() const
-    {
-        return env.dataHome() + QStringLiteral("/Okaluna Software/Tallyvox");
-    }
-
-    void setTable(const Table& table) const
-    {
-        QByteArray xml =
-            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>";
-        for (const auto& [word, count] : table)
-            xml += "<key>" + word.toUtf8() + "</key><integer>" + QByteArray::number(count) +
-                   "</integer>";
-        env.writeFile(QStringLiteral("result.plist"), xml + "</dict></plist>\n");
-    }
-
-    FileRef input(const QString& name, const QByteArray& content = "words") const
-    {
-        return *FileRef::fromPath(env.writeFile(QStringLiteral("input/") + name, content));
-    }
-
-    int indexerRuns() const
-    {
-        QFile calls(callsPath());
-        return calls.open(QIODevice::ReadOnly) ? int(calls.readAll().count('\n')) : 0;
-    }
-
-    WordContext context()
-    {
-        return {desktop, preferences, env.root() + QStringLiteral("/indexer"), env.tempFolder(),
-                [this](const QString& text) { handedOver.append(text); }};
-    }
-
-    testing::TestEnvironment env;
-    testing::RecordingDesktop desktop;
-    PreferenceStore preferences;
-    QStringList handedOver;
-};
-
 QByteArray readAll(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
 }
 
-QStringList kinds(const testing::RecordingDesktop& desktop)
-{
-    QStringList result;
-    for (const auto& event : desktop.events())
-        result.append(event.kind);
-    return result;
-}
+// A world whose indexer is a script that notes each run and hands over a prepared word
+// table, so each test decides exactly what the "document" holds.
+struct World {
+    explicit World(const Table& table = {})
+    {
+        QByteArray xml = "<?xml version=\"1.0\"?>\n<plist version=\"1.0\"><dict>";
+        for (const auto& [word, count] : table)
+            xml += "<key>" + word.toUtf8() + "</key><integer>" + QByteArray::number(count) +
+                   "</integer>";
+        const QByteArray result = QFile::encodeName(
+            env.writeFile(QStringLiteral("result.plist"), xml + "</dict></plist>"));
+        const QString script = env.writeFile(QStringLiteral("indexer/SearchKitIndexer"),
+                                             "#!/bin/sh\necho run >> \"$TMPDIR/runs\"\ncp '" +
+                                                 result + "' \"$TMPDIR/index-1964.dat\"\n");
+        QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner);
+    }
+
+    QString output(const QString& name = {}) const
+    {
+        return env.dataHome() + QStringLiteral("/Okaluna Software/Tallyvox") +
+               (name.isEmpty() ? QString() : QLatin1Char('/') + name);
+    }
+    FileRef input(const QString& name, const QByteArray& content = "words") const
+    {
+        return *FileRef::fromPath(env.writeFile(QStringLiteral("input/") + name, content));
+    }
+    int indexerRuns() const
+    {
+        return int(readAll(env.tempFolder() + QStringLiteral("/runs")).count('\n'));
+    }
+    void process(const FileRef& file, int mode) const
+    {
+        ProcessFile(context, file, ProcessMode(mode));
+    }
+
+    testing::TestEnvironment env;
+    testing::RecordingDesktop desktop;
+    PreferenceStore preferences;
+    QStringList handedOver;
+    WordContext context{desktop, preferences, env.root() + QStringLiteral("/indexer"),
+                        env.tempFolder(), [this](const QString& text) { handedOver.append(text); }};
+};
 
 } // namespace
 
@@ -92,124 +71,101 @@ class ProcessFileTest : public QObject {
 private slots:
     void wordListIsWrittenThenOpened()
     {
-        World world;
-        world.setTable({{QStringLiteral("bb"), 3}, {QStringLiteral("a"), 2}});
-        const FileRef input = world.input(QStringLiteral("Report.pdf"));
-        ProcessFile(world.context(), input, ProcessMode::ExtractWords);
-
-        const QString output = world.outputFolder() + QStringLiteral("/Report.pdf.txt");
+        World world({{QStringLiteral("bb"), 3}, {QStringLiteral("a"), 2}});
+        world.process(world.input(QStringLiteral("Report.pdf")), 1);
+        const QString output = world.output(QStringLiteral("Report.pdf.txt"));
         QCOMPARE(readAll(output), QByteArray("a (2)\nbb (3)\n"));
-        QCOMPARE(world.desktop.texts(QStringLiteral("editor")), QStringList{output});
         // The editor gets the file first, then the application takes the front again.
-        const QStringList order = kinds(world.desktop);
-        QVERIFY(order.indexOf(QStringLiteral("editor")) < order.indexOf(QStringLiteral("raise")));
-        QCOMPARE(order.count(QStringLiteral("raise")), 1);
+        QStringList kinds;
+        for (const auto& [kind, text] : world.desktop.events()) {
+            if (kind != QLatin1String("log"))
+                kinds.append(kind + QLatin1Char(' ') + text);
+        }
+        QCOMPARE(kinds,
+                 (QStringList{QStringLiteral("editor ") + output, QStringLiteral("raise ")}));
     }
 
     void noWordsLeavesTheEmptyListAndOpensNothing()
     {
         World world;
-        world.setTable({});
-        const QString output = world.outputFolder() + QStringLiteral("/notes.txt.txt");
         // An earlier list is replaced before the indexer runs.
         world.env.writeFile(QStringLiteral("data/Okaluna Software/Tallyvox/notes.txt.txt"),
-                            "stale list");
-        ProcessFile(world.context(), world.input(QStringLiteral("notes.txt")),
-                    ProcessMode::ExtractWords);
-        QVERIFY(QFileInfo(output).isFile());
-        QCOMPARE(QFileInfo(output).size(), 0);
+                            "stale");
+        world.process(world.input(QStringLiteral("notes.txt")), 1);
+        QCOMPARE(readAll(world.output(QStringLiteral("notes.txt.txt"))), QByteArray());
         QCOMPARE(world.indexerRuns(), 1);
-        QVERIFY(world.desktop.texts(QStringLiteral("editor")).isEmpty());
-        QVERIFY(world.desktop.texts(QStringLiteral("raise")).isEmpty());
-    }
-
-    void unplaceableListStopsBeforeIndexing()
-    {
-        World world;
-        world.setTable({{QStringLiteral("a"), 1}});
-        world.env.writeFile(QStringLiteral("data/Okaluna Software"), "a file, not a folder");
-        ProcessFile(world.context(), world.input(QStringLiteral("x")), ProcessMode::ExtractWords);
-        QCOMPARE(world.indexerRuns(), 0);
-        QVERIFY(world.desktop.events().isEmpty());
+        QCOMPARE(world.desktop.texts(QStringLiteral("editor")) +
+                     world.desktop.texts(QStringLiteral("raise")),
+                 QStringList());
     }
 
     void counts_data()
     {
         QTest::addColumn<Table>("table");
-        QTest::addColumn<QString>("words");
-        QTest::addColumn<QString>("characters");
-
+        QTest::addColumn<QStringList>("alerts");
+        const auto alerts = [](const char* words, const char* characters) {
+            return QStringList{QStringLiteral("Word count: ") + QLatin1String(words),
+                               QStringLiteral("Content character count: ") +
+                                   QLatin1String(characters)};
+        };
         QTest::newRow("occurrences, not distinct words")
-            << Table{{QStringLiteral("a"), 2}, {QStringLiteral("bb"), 3}}
-            << QStringLiteral("Word count: 5") << QStringLiteral("Content character count: 8");
-        QTest::newRow("empty table") << Table{} << QStringLiteral("Word count: 0")
-                                     << QStringLiteral("Content character count: 0");
+            << Table{{QStringLiteral("a"), 2}, {QStringLiteral("bb"), 3}} << alerts("5", "8");
+        QTest::newRow("empty table") << Table{} << alerts("0", "0");
         QTest::newRow("UTF-16 units")
             << Table{{QStringLiteral("\u65e5\u672c"), 1}, {QStringLiteral("\U0001F600"), 2}}
-            << QStringLiteral("Word count: 3") << QStringLiteral("Content character count: 6");
+            << alerts("3", "6");
         QTest::newRow("beyond 32 bits")
             << Table{{QStringLiteral("a"), 2000000000}, {QStringLiteral("b"), 2000000000}}
-            << QStringLiteral("Word count: 4000000000")
-            << QStringLiteral("Content character count: 4000000000");
+            << alerts("4000000000", "4000000000");
     }
     void counts()
     {
         QFETCH(Table, table);
-        QFETCH(QString, words);
-        QFETCH(QString, characters);
-        World world;
-        world.setTable(table);
+        QFETCH(QStringList, alerts);
+        World world(table);
         const FileRef input = world.input(QStringLiteral("doc.txt"));
-        ProcessFile(world.context(), input, ProcessMode::WordCount);
-        ProcessFile(world.context(), input, ProcessMode::CharCount);
-        QCOMPARE(world.desktop.alerts(), (QStringList{words, characters}));
-        // Counting writes no list.
-        QVERIFY(!QFileInfo::exists(world.outputFolder()));
+        world.process(input, 2);
+        world.process(input, 3);
+        QCOMPARE(world.desktop.alerts(), alerts);
+        QVERIFY(!QFileInfo::exists(world.output())); // counting writes no list
     }
 
-    void otherModesDoNothing_data()
+    // Modes outside 1 to 4, a file gone before it is processed, a folder given as the file
+    // to decode, and a list that cannot be placed: nothing at all happens.
+    void nothingHappens_data()
     {
         QTest::addColumn<int>("mode");
+        QTest::addColumn<QString>("input"); // "file", "gone", "folder", "unplaceable"
         for (int mode : {0, 5, 6, 7, -1})
-            QTest::addRow("mode %d", mode) << mode;
-    }
-    void otherModesDoNothing()
-    {
-        QFETCH(int, mode);
-        World world;
-        world.setTable({{QStringLiteral("a"), 1}});
-        ProcessFile(world.context(), world.input(QStringLiteral("x")), ProcessMode(mode));
-        QVERIFY(world.desktop.events().isEmpty());
-        QCOMPARE(world.indexerRuns(), 0);
-        QVERIFY(world.handedOver.isEmpty());
-        QVERIFY(!QFileInfo::exists(world.outputFolder()));
-    }
-
-    void vanishedFileDoesNothing_data()
-    {
-        QTest::addColumn<int>("mode");
+            QTest::addRow("mode %d", mode) << mode << QStringLiteral("file");
         for (int mode = 1; mode <= 4; ++mode)
-            QTest::addRow("mode %d", mode) << mode;
+            QTest::addRow("vanished file, mode %d", mode) << mode << QStringLiteral("gone");
+        QTest::newRow("folder to decode") << 4 << QStringLiteral("folder");
+        QTest::newRow("maker folder is a file") << 1 << QStringLiteral("unplaceable");
     }
-    void vanishedFileDoesNothing()
+    void nothingHappens()
     {
         QFETCH(int, mode);
-        World world;
-        world.setTable({{QStringLiteral("a"), 1}});
-        const FileRef input = world.input(QStringLiteral("gone"), "SGVsbG8=");
-        QVERIFY(QFile::remove(input.path()));
-        ProcessFile(world.context(), input, ProcessMode(mode));
+        QFETCH(QString, input);
+        World world({{QStringLiteral("a"), 1}});
+        const FileRef file = input == QLatin1String("folder")
+                                 ? *FileRef::fromPath(world.env.home())
+                                 : world.input(QStringLiteral("x"), "SGVsbG8=");
+        if (input == QLatin1String("gone"))
+            QVERIFY(QFile::remove(file.path()));
+        if (input == QLatin1String("unplaceable"))
+            world.env.writeFile(QStringLiteral("data/Okaluna Software"), "a file, not a folder");
+        world.process(file, mode);
         QVERIFY(world.desktop.events().isEmpty());
         QVERIFY(world.handedOver.isEmpty());
         QCOMPARE(world.indexerRuns(), 0);
+        QVERIFY(!QFileInfo::exists(world.output()));
     }
 
     void readingAsText_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("expected");
-
-        QTest::newRow("ASCII Base64") << QByteArray("SGVsbG8=\n") << QStringLiteral("SGVsbG8=\n");
         QTest::newRow("UTF-8") << QByteArray("caf\xc3\xa9 na\xc3\xafve r\xc3\xa9sum\xc3\xa9")
                                << QStringLiteral("caf\u00e9 na\u00efve r\u00e9sum\u00e9");
         QTest::newRow("not UTF-8: read as single bytes")
@@ -226,45 +182,9 @@ private slots:
         World world;
         const FileRef input = world.input(QStringLiteral("encoded"), bytes);
         QCOMPARE(ReadFileAsText(input.path()), std::optional<QString>(expected));
-
-        ProcessFile(world.context(), input, ProcessMode::DecodeBase64);
+        world.process(input, 4);
         QCOMPARE(world.handedOver, QStringList{expected});
         QVERIFY(world.desktop.events().isEmpty());
-    }
-
-    void unreadableFileIsNotHandedOn()
-    {
-        World world;
-        const auto folder = FileRef::fromPath(world.env.home());
-        QVERIFY(!ReadFileAsText(folder->path()));
-        ProcessFile(world.context(), *folder, ProcessMode::DecodeBase64);
-        QVERIFY(world.handedOver.isEmpty());
-    }
-
-    // The whole way: a file of Base64 text becomes a named, opened PNG.
-    void base64FileBecomesAPicture()
-    {
-        World world;
-        world.env.writeFile(QStringLiteral("home/.mime.types"), "image/png png\n");
-        QImage image(6, 6, QImage::Format_RGB32);
-        image.fill(Qt::blue);
-        QByteArray png;
-        QBuffer buffer(&png);
-        buffer.open(QIODevice::WriteOnly);
-        QVERIFY(image.save(&buffer, "PNG"));
-
-        const QString chosen = world.env.root() + QStringLiteral("/DecodedBase64");
-        world.desktop.answerSavePanel(chosen);
-        WordContext context = world.context();
-        context.decodeBase64Text = [&world](const QString& text) {
-            DecodeAndSaveBase64(world.desktop, text);
-        };
-        ProcessFile(context, world.input(QStringLiteral("mail.b64"), png.toBase64()),
-                    ProcessMode::DecodeBase64);
-
-        QCOMPARE(readAll(chosen + QStringLiteral(".png")), png);
-        QCOMPARE(world.desktop.texts(QStringLiteral("openFile")),
-                 QStringList{chosen + QStringLiteral(".png")});
     }
 };
 
