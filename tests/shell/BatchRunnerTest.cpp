@@ -10,6 +10,7 @@
 #include <QTest>
 
 using namespace tallyvox;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -18,38 +19,24 @@ class RecordingView final : public BatchView {
 public:
     void showStatus(const QString& text, StatusTarget target) override
     {
-        lines.append(QStringLiteral("status%1:%2").arg(int(target)).arg(text));
+        add(u"status%1"_s.arg(int(target)), text);
     }
-    void setRunning(bool running) override
-    {
-        lines.append(QStringLiteral("running:%1").arg(running));
-    }
-    void setProgressMaximum(int maximum) override
-    {
-        lines.append(QStringLiteral("max:%1").arg(maximum));
-    }
-    void setProgressMinimum(int minimum) override
-    {
-        lines.append(QStringLiteral("min:%1").arg(minimum));
-    }
-    void setProgressValue(int value) override
-    {
-        lines.append(QStringLiteral("value:%1").arg(value));
-    }
-    void setProgressVisible(bool visible) override
-    {
-        lines.append(QStringLiteral("progress:%1").arg(visible));
-    }
-    void showErrorWindow(const QString& text) override
-    {
-        lines.append(QStringLiteral("error:") + text);
-    }
+    void setRunning(bool running) override { add(u"running"_s, int(running)); }
+    void setProgressMaximum(int maximum) override { add(u"max"_s, maximum); }
+    void setProgressMinimum(int minimum) override { add(u"min"_s, minimum); }
+    void setProgressValue(int value) override { add(u"value"_s, value); }
+    void setProgressVisible(bool visible) override { add(u"progress"_s, int(visible)); }
+    void showErrorWindow(const QString& text) override { add(u"error"_s, text); }
 
+    void add(const QString& kind, const QVariant& value)
+    {
+        lines.append(kind + u':' + value.toString());
+    }
     QStringList matching(const QString& prefix) const { return lines.filter(prefix); }
     QStringList lines;
 };
 
-const QString helpLine = QStringLiteral("status1:") + QString::fromUtf16(batchTexts::helpText);
+const QString helpLine = u"status1:"_s + QString::fromUtf16(batchTexts::helpText);
 
 } // namespace
 
@@ -69,6 +56,19 @@ class BatchRunnerTest : public QObject {
                                   onFile(file);
                           }};
 
+        /// Makes each name below the root: "name/" a folder, "-name" nothing at all.
+        QStringList make(const QString& names) const
+        {
+            QStringList paths;
+            for (const QString& name : names.split(u' ', Qt::SkipEmptyParts)) {
+                if (name.endsWith(u'/'))
+                    QDir().mkpath(env.root() + u'/' + name);
+                else if (!name.startsWith(u'-'))
+                    env.writeFile(name, "x");
+                paths.append(env.root() + u'/' + (name.endsWith(u'/') ? name.chopped(1) : name));
+            }
+            return paths;
+        }
         void runToEnd(const QStringList& paths)
         {
             QSignalSpy ended(&batch, &BatchRunner::runEnded);
@@ -78,87 +78,59 @@ class BatchRunnerTest : public QObject {
     };
 
 private slots:
-    void runShowsProgressAndStatus_data()
+    void runs_data()
     {
-        QTest::addColumn<int>("files");
-        QTest::addColumn<QStringList>("progress");
+        QTest::addColumn<QString>("names"); // as World::make takes them
+        QTest::addColumn<QString>("processed");
+        QTest::addColumn<QString>("progress");
+        QTest::addColumn<QString>("error");
+        QTest::addColumn<bool>("notAFile");
         // The bar's maximum is count - 1 while the values run from 1 to count.
-        QTest::newRow("empty") << 0
-                               << QStringList{QStringLiteral("max:-1"), QStringLiteral("min:0")};
-        QTest::newRow("one") << 1
-                             << QStringList{QStringLiteral("max:0"), QStringLiteral("min:0"),
-                                            QStringLiteral("value:1")};
-        QTest::newRow("three") << 3
-                               << QStringList{QStringLiteral("max:2"), QStringLiteral("min:0"),
-                                              QStringLiteral("value:1"), QStringLiteral("value:2"),
-                                              QStringLiteral("value:3")};
+        QTest::newRow("empty") << u""_s << u""_s << u"max:-1 min:0"_s << QString() << false;
+        QTest::newRow("one") << u"f1"_s << u"f1"_s << u"max:0 min:0 value:1"_s << QString()
+                             << false;
+        QTest::newRow("three") << u"f1 f2 f3"_s << u"f1 f2 f3"_s
+                               << u"max:2 min:0 value:1 value:2 value:3"_s << QString() << false;
+        // Packages go through; one alert however many plain folders, after the run.
+        QTest::newRow("folders and a package")
+            << u"Plain/ a.txt Plain/ Notes.RTFD/"_s << u"a.txt Notes.RTFD"_s
+            << u"max:3 min:0 value:1 value:2 value:3 value:4"_s << QString() << true;
+        // Only a failure on the last item is reported, naming the last file that was read.
+        QTest::newRow("missing first") << u"-gone kept.txt"_s << u"kept.txt"_s
+                                       << u"max:1 min:0 value:1 value:2"_s << QString() << false;
+        QTest::newRow("missing last")
+            << u"kept.txt -gone"_s << u"kept.txt"_s << u"max:1 min:0 value:1 value:2"_s
+            << u"An error occurred while launching \"kept.txt\"   (Error code: -43)"_s << false;
     }
-    void runShowsProgressAndStatus()
+    void runs()
     {
-        QFETCH(int, files);
-        QFETCH(QStringList, progress);
+        QFETCH(QString, names);
+        QFETCH(QString, processed);
+        QFETCH(QString, progress);
+        QFETCH(QString, error);
+        QFETCH(bool, notAFile);
         World w;
-        QStringList paths;
-        for (int i = 1; i <= files; ++i)
-            paths.append(w.env.writeFile(QStringLiteral("f%1.txt").arg(i), "x"));
-        w.runToEnd(paths);
+        w.runToEnd(w.make(names));
 
-        QCOMPARE(w.processed.size(), files);
-        QStringList shown = w.view.matching(QStringLiteral("max:")) +
-                            w.view.matching(QStringLiteral("min:")) +
-                            w.view.matching(QStringLiteral("value:"));
-        QCOMPARE(shown, progress);
-        if (files > 0)
-            QCOMPARE(w.view.matching(QStringLiteral("status1:File: ")).first(),
-                     QStringLiteral("status1:File: f1.txt"));
-        QCOMPARE(w.view.lines.first(), QStringLiteral("running:1"));
+        QCOMPARE(w.processed.join(u' '), processed);
+        QCOMPARE(
+            (w.view.matching(u"max:"_s) + w.view.matching(u"min:"_s) + w.view.matching(u"value:"_s))
+                .join(u' '),
+            progress);
+        if (!processed.isEmpty())
+            QCOMPARE(w.view.matching(u"status1:File: "_s).first(),
+                     u"status1:File: "_s + processed.section(u' ', 0, 0));
+        QCOMPARE(w.view.lines.first(), u"running:1"_s);
         QCOMPARE(w.view.lines.last(), helpLine);
-        QVERIFY(w.view.matching(QStringLiteral("error:")).isEmpty());
-        QCOMPARE(w.desktop.texts(QStringLiteral("raise")).size(), 1);
-    }
-
-    void foldersAreRefusedPackagesAndFilesGoThrough()
-    {
-        World w;
-        const QString folder = w.env.root() + QStringLiteral("/Plain");
-        const QString package = w.env.root() + QStringLiteral("/Notes.RTFD");
-        QDir().mkpath(folder);
-        QDir().mkpath(package);
-        const QString file = w.env.writeFile(QStringLiteral("a.txt"), "x");
-        w.runToEnd({folder, file, folder, package});
-
-        QCOMPARE(w.processed, (QStringList{QStringLiteral("a.txt"), QStringLiteral("Notes.RTFD")}));
-        // One alert however many folders, after the run has hidden its progress.
-        QCOMPARE(w.desktop.texts(QStringLiteral("stopAlert")),
-                 QStringList{QString::fromUtf16(batchTexts::notAFileMessage)});
-        QCOMPARE(w.desktop.texts(QStringLiteral("stopAlertExplanation")),
-                 QStringList{QString::fromUtf16(batchTexts::notAFileExplanation)});
-        QCOMPARE(w.desktop.events().last().kind, QStringLiteral("stopAlertExplanation"));
-    }
-
-    void onlyAFailureOnTheLastItemIsReported_data()
-    {
-        QTest::addColumn<bool>("missingLast");
-        QTest::newRow("missing first") << false;
-        QTest::newRow("missing last") << true;
-    }
-    void onlyAFailureOnTheLastItemIsReported()
-    {
-        QFETCH(bool, missingLast);
-        World w;
-        const QString file = w.env.writeFile(QStringLiteral("kept.txt"), "x");
-        const QString missing = w.env.root() + QStringLiteral("/gone.txt");
-        w.runToEnd(missingLast ? QStringList{file, missing} : QStringList{missing, file});
-
-        QCOMPARE(w.processed, QStringList{QStringLiteral("kept.txt")});
-        const QStringList errors = w.view.matching(QStringLiteral("error:"));
-        if (missingLast) {
-            // The report names the last file that could be read.
-            QCOMPARE(errors, QStringList{QStringLiteral("error:An error occurred while launching "
-                                                        "\"kept.txt\"   (Error code: -43)")});
-        } else {
-            QVERIFY(errors.isEmpty());
-        }
+        QCOMPARE(w.view.matching(u"error:"_s).join(QString()),
+                 error.isEmpty() ? QString() : u"error:"_s + error);
+        QCOMPARE(w.desktop.texts(u"raise"_s).size(), 1);
+        const QStringList alert{QString::fromUtf16(batchTexts::notAFileMessage),
+                                QString::fromUtf16(batchTexts::notAFileExplanation)};
+        QCOMPARE(w.desktop.texts(u"stopAlert"_s) + w.desktop.texts(u"stopAlertExplanation"_s),
+                 notAFile ? alert : QStringList());
+        if (notAFile)
+            QCOMPARE(w.desktop.events().last().kind, u"stopAlertExplanation"_s);
     }
 
     void stopOrQuitDuringTheSecondOfFiveFiles_data()
@@ -175,11 +147,9 @@ private slots:
         QFETCH(bool, quitWhenDone);
         World w;
         w.store.writeBool(prefs::QuitWhenDone, quitWhenDone);
-        QStringList paths;
-        for (int i = 1; i <= 5; ++i)
-            paths.append(w.env.writeFile(QStringLiteral("f%1").arg(i), "x"));
+        const QStringList paths = w.make(u"f1 f2 f3 f4 f5"_s);
         w.onFile = [&w, quit](const FileRef& file) {
-            if (file.name() == QStringLiteral("f2"))
+            if (file.name() == u"f2"_s)
                 quit ? w.batch.requestQuit() : w.batch.requestCancel();
         };
         QSignalSpy farewell(&w.batch, &BatchRunner::farewellDue);
@@ -187,8 +157,8 @@ private slots:
         clock.start();
         w.runToEnd(paths);
 
-        QCOMPARE(w.processed, (QStringList{QStringLiteral("f1"), QStringLiteral("f2")}));
-        QCOMPARE(w.view.lines.contains(QStringLiteral("running:0")), true);
+        QCOMPARE(w.processed, (QStringList{u"f1"_s, u"f2"_s}));
+        QVERIFY(w.view.lines.contains(u"running:0"_s));
         QCOMPARE(w.view.lines.last() == helpLine, !quitWhenDone);
         if (quitWhenDone) {
             // "Bye." comes a second after the run, instead of the help text.
@@ -205,37 +175,32 @@ private slots:
     void filesArrivingDuringARunAreHeldUntilItEnds()
     {
         World w;
-        const QString a = w.env.writeFile(QStringLiteral("a"), "x");
-        const QString b = w.env.writeFile(QStringLiteral("b"), "x");
-        const QString c = w.env.writeFile(QStringLiteral("c"), "x");
-        const QString d = w.env.writeFile(QStringLiteral("d"), "x");
+        const QStringList paths = w.make(u"a b c d"_s);
         w.onFile = [&](const FileRef& file) {
-            if (file.name() == QStringLiteral("a")) {
-                w.batch.openDocuments({c});
-                w.batch.queueDocuments({d});
-                QCOMPARE(w.batch.pendingDocuments(), (QStringList{a, b}));
+            if (file.name() == u"a"_s) {
+                w.batch.openDocuments({paths[2]});
+                w.batch.queueDocuments({paths[3]});
+                QCOMPARE(w.batch.pendingDocuments(), paths.mid(0, 2));
             }
         };
         QSignalSpy ended(&w.batch, &BatchRunner::runEnded);
-        w.batch.openDocuments({a, b});
+        w.batch.openDocuments(paths.mid(0, 2));
         QTRY_COMPARE_WITH_TIMEOUT(ended.size(), 2, 2000);
-        QCOMPARE(w.processed, (QStringList{QStringLiteral("a"), QStringLiteral("b"),
-                                           QStringLiteral("c"), QStringLiteral("d")}));
+        QCOMPARE(w.processed, (QStringList{u"a"_s, u"b"_s, u"c"_s, u"d"_s}));
     }
 
     void arrivalsBeforeTheTimerFiresGiveOneRunOfTheLastList()
     {
         World w;
-        const QString a = w.env.writeFile(QStringLiteral("a"), "x");
-        const QString b = w.env.writeFile(QStringLiteral("b"), "x");
+        const QStringList paths = w.make(u"a b"_s);
         QSignalSpy ended(&w.batch, &BatchRunner::runEnded);
-        w.batch.openDocuments({a});
-        w.batch.openDocuments({b});
+        w.batch.openDocuments({paths[0]});
+        w.batch.openDocuments({paths[1]});
         QVERIFY(w.processed.isEmpty()); // nothing runs inside the handler
         QVERIFY(ended.wait(2000));
         QTest::qWait(20);
         QCOMPARE(ended.size(), 1);
-        QCOMPARE(w.processed, QStringList{QStringLiteral("b")});
+        QCOMPARE(w.processed, QStringList{u"b"_s});
     }
 };
 

@@ -12,15 +12,13 @@
 #include <QTest>
 
 using namespace tallyvox;
+using namespace Qt::StringLiterals;
 
 namespace {
-
-const QString program = QStringLiteral(TALLYVOX_BUILD_BIN_DIR "/tallyvox");
 
 struct Run {
     int exitCode = -1;
     QStringList lines;
-    QString errors;
 };
 
 // The real program in the test's sandbox (the environment is inherited).
@@ -28,14 +26,32 @@ Run runTallyvox(const QStringList& arguments, const QString& directory)
 {
     QProcess process;
     process.setWorkingDirectory(directory);
-    process.start(program, arguments);
-    Run run;
+    process.start(QStringLiteral(TALLYVOX_BUILD_BIN_DIR "/tallyvox"), arguments);
     if (!process.waitForFinished(30000))
-        return run;
-    run.exitCode = process.exitCode();
-    run.lines = QString::fromUtf8(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
-    run.errors = QString::fromUtf8(process.readAllStandardError());
-    return run;
+        return {};
+    return {process.exitCode(),
+            QString::fromUtf8(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts)};
+}
+
+// The fields of a parse that are set, as one line.
+QString describe(const CommandLine& line)
+{
+    static const char* const sources[] = {"", "files", "text", "selection", "clipboard", "stdin"};
+    QStringList parts;
+    if (line.console)
+        parts.append(u"console"_s);
+    if (!line.saveAsPath.isEmpty())
+        parts.append(u"save-as "_s + line.saveAsPath);
+    if (!line.serviceName.isEmpty() || line.serviceSource != ServiceSource::None)
+        parts.append(u"service %1 from %2"_s.arg(line.serviceName,
+                                                 QLatin1String(sources[int(line.serviceSource)])));
+    if (!line.serviceText.isEmpty())
+        parts.append(u"text "_s + line.serviceText);
+    if (!line.files.isEmpty())
+        parts.append(u"files "_s + line.files.join(u'|'));
+    if (!line.error.isEmpty())
+        parts.append(u"error: "_s + line.error);
+    return parts.join(u", "_s);
 }
 
 } // namespace
@@ -46,67 +62,58 @@ class ConsoleModeTest : public QObject {
 private slots:
     void commandLine_data()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<bool>("console");
-        QTest::addColumn<QString>("saveAs");
-        QTest::addColumn<QStringList>("files");
-        QTest::addColumn<bool>("failed");
-        const QStringList none;
-        QTest::newRow("files") << QStringList{QStringLiteral("a.txt"), QStringLiteral("/x/../b")}
-                               << false << QString()
-                               << QStringList{QStringLiteral("/work/a.txt"), QStringLiteral("/b")}
-                               << false;
-        QTest::newRow("console save-as")
-            << QStringList{QStringLiteral("--console"), QStringLiteral("--save-as"),
-                           QStringLiteral("out.png"), QStringLiteral("c")}
-            << true << QStringLiteral("/work/out.png") << QStringList{QStringLiteral("/work/c")}
-            << false;
-        QTest::newRow("save-as=") << QStringList{QStringLiteral("--console"),
-                                                 QStringLiteral("--save-as=/tmp/o")}
-                                  << true << QStringLiteral("/tmp/o") << none << false;
-        QTest::newRow("file URI") << QStringList{QStringLiteral("file:///tmp/a%20b")} << false
-                                  << QString() << QStringList{QStringLiteral("/tmp/a b")} << false;
-        QTest::newRow("dash file after --")
-            << QStringList{QStringLiteral("--"), QStringLiteral("--console")} << false << QString()
-            << QStringList{QStringLiteral("/work/--console")} << false;
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<QString>("parsed");
+        QTest::newRow("files") << u"a.txt /x/../b"_s << u"files /work/a.txt|/b"_s;
+        QTest::newRow("console save-as") << u"--console --save-as out.png c"_s
+                                         << u"console, save-as /work/out.png, files /work/c"_s;
+        QTest::newRow("save-as=") << u"--console --save-as=/tmp/o"_s
+                                  << u"console, save-as /tmp/o"_s;
+        QTest::newRow("file URI") << u"file:///tmp/a%20b"_s << u"files /tmp/a b"_s;
+        QTest::newRow("dash file after --") << u"-- --console"_s << u"files /work/--console"_s;
         QTest::newRow("save-as needs console")
-            << QStringList{QStringLiteral("--save-as"), QStringLiteral("x")} << false << QString()
-            << none << true;
+            << u"--save-as x"_s << u"error: --save-as works with --console only"_s;
         QTest::newRow("save-as needs a path")
-            << QStringList{QStringLiteral("--console"), QStringLiteral("--save-as")} << false
-            << QString() << none << true;
+            << u"--console --save-as"_s << u"error: --save-as needs a path"_s;
         QTest::newRow("unknown option")
-            << QStringList{QStringLiteral("--frobnicate")} << false << QString() << none << true;
+            << u"--frobnicate"_s << u"error: unknown option --frobnicate"_s;
+
+        // A service takes exactly one source.
+        QTest::newRow("service text")
+            << u"--service charCount --text -5"_s << u"service charCount from text, text -5"_s;
+        QTest::newRow("service files after --")
+            << u"--console --service=tallyvox -- --a b"_s
+            << u"console, service tallyvox from files, files /work/--a|/work/b"_s;
+        const QString oneSource = u"error: --service takes one of FILE..., --text TEXT, "
+                                  u"--selection, --clipboard or --stdin"_s;
+        QTest::newRow("two sources") << u"--service x --stdin a"_s << oneSource;
+        QTest::newRow("no source") << u"--service x"_s << oneSource;
+        QTest::newRow("source without service")
+            << u"--selection"_s
+            << u"error: --text, --selection, --clipboard and --stdin work with --service only"_s;
     }
     void commandLine()
     {
-        QFETCH(QStringList, arguments);
-        QFETCH(bool, console);
-        QFETCH(QString, saveAs);
-        QFETCH(QStringList, files);
-        QFETCH(bool, failed);
-        const CommandLine line = parseCommandLine(arguments, QStringLiteral("/work"));
-        QCOMPARE(!line.error.isEmpty(), failed);
-        QCOMPARE(line.console, console);
-        QCOMPARE(line.saveAsPath, saveAs);
-        QCOMPARE(line.files, files);
+        QFETCH(QString, arguments);
+        QFETCH(QString, parsed);
+        QCOMPARE(describe(parseCommandLine(arguments.split(u' '), u"/work"_s)), parsed);
     }
 
     void consoleDesktopPrintsWhatItIsAsked()
     {
         QString out, err;
         QTextStream outStream(&out), errStream(&err);
-        const auto desktop = makeDesktop(
-            {DesktopChoice::Kind::Console, &outStream, &errStream, QStringLiteral("/tmp/x.png")});
-        desktop->alert(QStringLiteral("There are 3 words"));
-        desktop->stopAlert(QStringLiteral("Stop."), QStringLiteral("Not shown."));
-        desktop->openInTextEditor(QStringLiteral("/a b.txt"));
-        QVERIFY(desktop->openUrl(QUrl(QStringLiteral("https://okaluna.example/a b"))));
-        QCOMPARE(desktop->chooseSavePath(QStringLiteral("proposed")), QStringLiteral("/tmp/x.png"));
-        QVERIFY(desktop->chooseFilesToOpen(QStringLiteral("prompt")).isEmpty());
-        QCOMPARE(out, QStringLiteral("There are 3 words\nStop.\nopen /a b.txt\n"
-                                     "open https://okaluna.example/a%20b\n"));
-        QVERIFY(err.contains(QStringLiteral("not available")));
+        const auto desktop =
+            makeDesktop({DesktopChoice::Kind::Console, &outStream, &errStream, u"/tmp/x.png"_s});
+        desktop->alert(u"There are 3 words"_s);
+        desktop->stopAlert(u"Stop."_s, u"Not shown."_s);
+        desktop->openInTextEditor(u"/a b.txt"_s);
+        QVERIFY(desktop->openUrl(QUrl(u"https://okaluna.example/a b"_s)));
+        QCOMPARE(desktop->chooseSavePath(u"proposed"_s), u"/tmp/x.png"_s);
+        QVERIFY(desktop->chooseFilesToOpen(u"prompt"_s).isEmpty());
+        QCOMPARE(out, u"There are 3 words\nStop.\nopen /a b.txt\n"
+                      u"open https://okaluna.example/a%20b\n"_s);
+        QVERIFY(err.contains(u"not available"_s));
     }
 
     void clipboardAndSelectionItems()
@@ -114,55 +121,47 @@ private slots:
         QString out, err;
         QTextStream outStream(&out), errStream(&err);
         ConsoleDesktop desktop(outStream, errStream, {});
-        desktop.setClipboardText(QStringLiteral("zwölf"));
+        const QByteArray text = u"zwölf"_s.toUtf8();
+        desktop.setClipboardText(u"zwölf"_s);
         const QMimeData* written = QGuiApplication::clipboard()->mimeData();
-        QCOMPARE(written->data(QStringLiteral("text/plain;charset=utf-8")),
-                 QStringLiteral("zwölf").toUtf8());
-        QCOMPARE(written->data(QStringLiteral("text/plain")), QStringLiteral("zwölf").toUtf8());
-
-        const QList<PasteboardItem> text = desktop.readSelection(SelectionSource::Clipboard);
-        QCOMPARE(text.size(), 1);
-        QVERIFY(text.first().contains(
-            {QStringLiteral("text/plain;charset=utf-8"), QStringLiteral("zwölf").toUtf8()}));
+        QCOMPARE(written->data(u"text/plain;charset=utf-8"_s), text);
+        QCOMPARE(written->data(u"text/plain"_s), text);
+        const QList<PasteboardItem> read = desktop.readSelection(SelectionSource::Clipboard);
+        QCOMPARE(read.size(), 1);
+        QVERIFY(read.first().contains({u"text/plain;charset=utf-8"_s, text}));
 
         QMimeData files;
-        files.setUrls({QUrl::fromLocalFile(QStringLiteral("/a b")),
-                       QUrl::fromLocalFile(QStringLiteral("/c"))});
+        files.setUrls({QUrl::fromLocalFile(u"/a b"_s), QUrl::fromLocalFile(u"/c"_s)});
         const QList<PasteboardItem> uris = itemsFromMimeData(files);
         QCOMPARE(uris.size(), 2);
-        QCOMPARE(uris.at(0), (PasteboardItem{{QStringLiteral("text/uri-list"), "file:///a%20b"}}));
-
+        QCOMPARE(uris.at(0), (PasteboardItem{{u"text/uri-list"_s, "file:///a%20b"}}));
         QMimeData gnome;
-        gnome.setData(QStringLiteral("x-special/gnome-copied-files"), "cut\nfile:///x\nfile:///y");
+        gnome.setData(u"x-special/gnome-copied-files"_s, "cut\nfile:///x\nfile:///y");
         const QList<PasteboardItem> cut = itemsFromMimeData(gnome);
         QCOMPARE(cut.size(), 2);
-        QCOMPARE(cut.at(1), (PasteboardItem{{QStringLiteral("text/uri-list"), "file:///y"}}));
+        QCOMPARE(cut.at(1), (PasteboardItem{{u"text/uri-list"_s, "file:///y"}}));
         QVERIFY(itemsFromMimeData(QMimeData()).isEmpty());
     }
 
     void realProgramHelpAndVersion()
     {
-        const Run help = runTallyvox({QStringLiteral("--help")}, QDir::tempPath());
+        const Run help = runTallyvox({u"--help"_s}, QDir::tempPath());
         QCOMPARE(help.exitCode, 0);
-        QVERIFY(help.lines.first().startsWith(QStringLiteral("Usage: tallyvox")));
-        const Run version = runTallyvox({QStringLiteral("--version")}, QDir::tempPath());
-        QCOMPARE(version.lines, QStringList{QStringLiteral("Tallyvox " TALLYVOX_VERSION)});
-        QCOMPARE(runTallyvox({QStringLiteral("--bogus")}, QDir::tempPath()).exitCode, 2);
+        QVERIFY(help.lines.first().startsWith(u"Usage: tallyvox"_s));
+        QCOMPARE(runTallyvox({u"--version"_s}, QDir::tempPath()).lines,
+                 QStringList{QStringLiteral("Tallyvox " TALLYVOX_VERSION)});
+        QCOMPARE(runTallyvox({u"--bogus"_s}, QDir::tempPath()).exitCode, 2);
     }
 
     void realProgramRunsTheBatchWithoutAWindow()
     {
         testing::TestEnvironment env;
-        QDir().mkpath(env.root() + QStringLiteral("/folder"));
-        const Run run = runTallyvox(
-            {QStringLiteral("--console"), QStringLiteral("folder"), QStringLiteral("missing.txt")},
-            env.root());
+        QDir().mkpath(env.root() + u"/folder"_s);
+        const Run run = runTallyvox({u"--console"_s, u"folder"_s, u"missing.txt"_s}, env.root());
         QCOMPARE(run.exitCode, 1);
         QCOMPARE(run.lines,
-                 (QStringList{QStringLiteral("An error occurred while launching \"folder\"   "
-                                             "(Error code: -43)"),
-                              QStringLiteral("One or more items you dropped on Tallyvox was not a "
-                                             "file.")}));
+                 (QStringList{u"An error occurred while launching \"folder\"   (Error code: -43)"_s,
+                              u"One or more items you dropped on Tallyvox was not a file."_s}));
     }
 
     void realProgramExtractsWordsAndHandsOverTheList()
@@ -170,13 +169,11 @@ private slots:
         if (!QFile::exists(QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer")))
             QSKIP("the indexers are not built");
         testing::TestEnvironment env;
-        env.writeFile(QStringLiteral("notes.txt"), "the cat and the hat\n");
-        const Run run =
-            runTallyvox({QStringLiteral("--console"), QStringLiteral("notes.txt")}, env.root());
+        env.writeFile(u"notes.txt"_s, "the cat and the hat\n");
+        const Run run = runTallyvox({u"--console"_s, u"notes.txt"_s}, env.root());
         QCOMPARE(run.exitCode, 0);
-        const QString list =
-            env.dataHome() + QStringLiteral("/Okaluna Software/Tallyvox/notes.txt.txt");
-        QCOMPARE(run.lines, QStringList{QStringLiteral("open ") + list});
+        const QString list = env.dataHome() + u"/Okaluna Software/Tallyvox/notes.txt.txt"_s;
+        QCOMPARE(run.lines, QStringList{u"open "_s + list});
         QFile file(list);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QVERIFY(file.readAll().startsWith("and (1)\n"));

@@ -6,9 +6,9 @@
 #include <QStandardPaths>
 #include <QTest>
 
-namespace {
+using namespace Qt::StringLiterals;
 
-const QString program = QStringLiteral(TALLYVOX_BUILD_BIN_DIR "/tallyvox");
+namespace {
 
 QString run(const QString& tool, const QStringList& arguments)
 {
@@ -21,9 +21,26 @@ QString run(const QString& tool, const QStringList& arguments)
 // The X window id of the first window with exactly this title, or empty.
 QString findWindow(const QString& title)
 {
-    return run(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--name"),
-                                           QLatin1Char('^') + title + QLatin1Char('$')})
-        .section(u'\n', 0, 0);
+    return run(u"xdotool"_s, {u"search"_s, u"--name"_s, u'^' + title + u'$'}).section(u'\n', 0, 0);
+}
+
+// Waits for the window of this title, gives it time to paint and saves a picture of it;
+// gives the window's id, empty when it never came.
+QString shoot(const QString& title, const QString& file)
+{
+    QString window;
+    if (!QTest::qWaitFor([&] { return !(window = findWindow(title)).isEmpty(); }, 10000))
+        return {};
+    QTest::qWait(700);
+    run(u"import"_s, {u"-window"_s, window, QStringLiteral(TALLYVOX_SCREENSHOT_DIR "/") + file});
+    return window;
+}
+
+// Focuses a window and types a key combination into it.
+void press(const QString& window, const QString& keys)
+{
+    run(u"xdotool"_s, {u"windowfocus"_s, u"--sync"_s, window});
+    run(u"xdotool"_s, {u"key"_s, keys});
 }
 
 } // namespace
@@ -46,42 +63,26 @@ private slots:
     void mainAndPreferencesWindows()
     {
         tallyvox::testing::TestEnvironment env;
-        const QString shots = QStringLiteral(TALLYVOX_SCREENSHOT_DIR);
-        QDir().mkpath(shots);
+        QDir().mkpath(QStringLiteral(TALLYVOX_SCREENSHOT_DIR));
         QProcess app;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
         app.setProcessEnvironment(environment);
         app.setProcessChannelMode(QProcess::ForwardedChannels);
-        app.start(program, {});
+        app.start(QStringLiteral(TALLYVOX_BUILD_BIN_DIR "/tallyvox"), {});
         QVERIFY(app.waitForStarted());
 
-        QString mainWindow;
-        QTRY_VERIFY_WITH_TIMEOUT(!(mainWindow = findWindow(QStringLiteral("Tallyvox"))).isEmpty(),
-                                 10000);
-        QTest::qWait(700); // painted
-        const QString mainShot = shots + QStringLiteral("/main-window.png");
-        run(QStringLiteral("import"), {QStringLiteral("-window"), mainWindow, mainShot});
-
-        run(QStringLiteral("xdotool"),
-            {QStringLiteral("windowfocus"), QStringLiteral("--sync"), mainWindow});
-        run(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("ctrl+comma")});
-        QString preferences;
-        QTRY_VERIFY_WITH_TIMEOUT(
-            !(preferences = findWindow(QStringLiteral("Tallyvox Preferences"))).isEmpty(), 10000);
-        QTest::qWait(700);
-        const QString preferencesShot = shots + QStringLiteral("/preferences-window.png");
-        run(QStringLiteral("import"), {QStringLiteral("-window"), preferences, preferencesShot});
-
-        run(QStringLiteral("xdotool"),
-            {QStringLiteral("windowfocus"), QStringLiteral("--sync"), mainWindow});
-        run(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("ctrl+q")});
+        const QString mainWindow = shoot(u"Tallyvox"_s, u"main-window.png"_s);
+        QVERIFY(!mainWindow.isEmpty());
+        press(mainWindow, u"ctrl+comma"_s);
+        QVERIFY(!shoot(u"Tallyvox Preferences"_s, u"preferences-window.png"_s).isEmpty());
+        press(mainWindow, u"ctrl+q"_s);
         QVERIFY(app.waitForFinished(10000));
         QCOMPARE(app.exitCode(), 0);
 
-        for (const QString& shot : {mainShot, preferencesShot}) {
-            const QImage image(shot);
-            QVERIFY2(image.width() > 200 && image.height() > 100, qPrintable(shot));
+        for (const char* name : {"main-window.png", "preferences-window.png"}) {
+            const QImage image(QStringLiteral(TALLYVOX_SCREENSHOT_DIR "/") + QLatin1String(name));
+            QVERIFY2(image.width() > 200 && image.height() > 100, name);
         }
     }
 };
