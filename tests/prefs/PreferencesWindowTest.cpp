@@ -8,30 +8,14 @@
 #include <QTest>
 
 using namespace tallyvox;
+using namespace Qt::StringLiterals;
 
 namespace {
 
 template <class Control>
 Control* control(PreferencesWindow& window, const char* id)
 {
-    auto* found = window.findChild<Control*>(QLatin1String(id));
-    Q_ASSERT(found);
-    return found;
-}
-
-QStringList items(QComboBox* popUp)
-{
-    QStringList texts;
-    for (int i = 0; i < popUp->count(); ++i)
-        texts.append(popUp->itemText(i));
-    return texts;
-}
-
-// Chooses an item as the user does, which sends the pop-up's command.
-void choose(QComboBox* popUp, int index)
-{
-    popUp->setCurrentIndex(index);
-    emit popUp->activated(index);
+    return window.findChild<Control*>(QLatin1String(id));
 }
 
 } // namespace
@@ -40,28 +24,24 @@ class PreferencesWindowTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void controlsCarryTheirCommandsAndItemOrders()
+    void popUpItemsInTheirOrder()
     {
         testing::TestEnvironment env;
         PreferenceStore store;
         PreferencesWindow window(store);
-        const std::pair<const char*, const char*> commands[] = {
-            {preferencesControls::QuitWhenDone, "Qwdo"},
-            {preferencesControls::SortBy, "SORT"},
-            {preferencesControls::SeparateBy, "SEPA"},
-            {preferencesControls::LineStyle, "LINE"},
-            {preferencesControls::IncludeFrequency, "IFRQ"}};
-        for (const auto& [id, code] : commands)
-            QCOMPARE(commandOf(*control<QWidget>(window, id)), CommandId::fromChars(code));
+        const auto items = [&](const char* id) {
+            QStringList texts;
+            for (int i = 0; i < control<QComboBox>(window, id)->count(); ++i)
+                texts.append(control<QComboBox>(window, id)->itemText(i));
+            return texts;
+        };
         // Item n stands for the stored number n.
-        QCOMPARE(items(control<QComboBox>(window, preferencesControls::SortBy)).size(), 2);
-        QCOMPARE(items(control<QComboBox>(window, preferencesControls::SeparateBy)),
-                 (QStringList{QStringLiteral("word (3)"), QStringLiteral("word, tab, 3"),
-                              QStringLiteral("word,3")}));
-        QCOMPARE(items(control<QComboBox>(window, preferencesControls::LineStyle)),
-                 (QStringList{QStringLiteral("New line (LF)"),
-                              QStringLiteral("Carriage return (CR)"), QStringLiteral("CR and LF"),
-                              QStringLiteral("Space"), QStringLiteral("Comma")}));
+        QCOMPARE(items(preferencesControls::SortBy).size(), 2);
+        QCOMPARE(items(preferencesControls::SeparateBy),
+                 (QStringList{u"word (3)"_s, u"word, tab, 3"_s, u"word,3"_s}));
+        QCOMPARE(items(preferencesControls::LineStyle),
+                 (QStringList{u"New line (LF)"_s, u"Carriage return (CR)"_s, u"CR and LF"_s,
+                              u"Space"_s, u"Comma"_s}));
     }
 
     void loadsWhatIsStored_data()
@@ -92,7 +72,6 @@ private slots:
                  includeFrequency);
         QCOMPARE(control<QComboBox>(window, preferencesControls::LineStyle)->currentIndex(),
                  lineIndex);
-        QCOMPARE(control<QCheckBox>(window, preferencesControls::QuitWhenDone)->isChecked(), false);
     }
 
     void eachChangeIsWrittenAtOnceAndPassedOn()
@@ -103,59 +82,56 @@ private slots:
         PreferencesWindow window(store);
         window.loadFromStore();
         QSignalSpy issued(&window, &PreferencesWindow::commandIssued);
-        auto apply = [&] {
-            // The owner hands each command back to the window first.
-            const auto command = issued.takeLast().first().value<CommandId>();
-            return window.handleCommand(command);
+        // Clicks a box or chooses an item as the user does; the window's owner hands each
+        // command back to the window first.
+        const auto change = [&](const char* id, int item = -1) {
+            if (item < 0) {
+                control<QCheckBox>(window, id)->click();
+            } else {
+                control<QComboBox>(window, id)->setCurrentIndex(item);
+                emit control<QComboBox>(window, id)->activated(item);
+            }
+            return window.handleCommand(issued.takeLast().first().value<CommandId>());
         };
-        auto* frequency = control<QCheckBox>(window, preferencesControls::IncludeFrequency);
         auto* separator = control<QComboBox>(window, preferencesControls::SeparateBy);
-        frequency->click();
-        QCOMPARE(apply(), eventNotHandledErr);
+        QCOMPARE(change(preferencesControls::IncludeFrequency), eventNotHandledErr);
         QVERIFY(separator->isEnabled());
         QCOMPARE(store.GetIncludeFrequency(), true);
-
-        choose(control<QComboBox>(window, preferencesControls::LineStyle), 2);
-        QCOMPARE(apply(), eventNotHandledErr);
-        QCOMPARE(store.GetLineStyle(), 3);
-        choose(control<QComboBox>(window, preferencesControls::SortBy), 1);
-        QCOMPARE(apply(), eventNotHandledErr);
-        QCOMPARE(store.GetSortBy(), 2);
-        choose(separator, 2);
-        QCOMPARE(apply(), eventNotHandledErr);
-        QCOMPARE(store.GetSeparateBy(), 3);
-        control<QCheckBox>(window, preferencesControls::QuitWhenDone)->click();
-        QCOMPARE(apply(), eventNotHandledErr);
-        QCOMPARE(store.GetQuitWhenDone(), true);
-
-        frequency->click();
-        QCOMPARE(apply(), eventNotHandledErr);
+        QCOMPARE(change(preferencesControls::LineStyle, 2), eventNotHandledErr);
+        QCOMPARE(change(preferencesControls::SortBy, 1), eventNotHandledErr);
+        QCOMPARE(change(preferencesControls::SeparateBy, 2), eventNotHandledErr);
+        QCOMPARE(change(preferencesControls::QuitWhenDone), eventNotHandledErr);
+        QCOMPARE(change(preferencesControls::IncludeFrequency), eventNotHandledErr);
         QVERIFY(!separator->isEnabled());
+        QCOMPARE(store.GetLineStyle(), 3);
+        QCOMPARE(store.GetSortBy(), 2);
+        QCOMPARE(store.GetSeparateBy(), 3);
+        QCOMPARE(store.GetQuitWhenDone(), true);
         QCOMPARE(store.GetIncludeFrequency(), false);
     }
 
     void closingCommands_data()
     {
         QTest::addColumn<QByteArray>("code");
-        QTest::addColumn<int>("status");
-        QTest::newRow("clos") << QByteArray("clos") << int(noErr);
-        QTest::newRow("not!") << QByteArray("not!") << int(noErr);
-        QTest::newRow("ok  ") << QByteArray("ok  ") << int(noErr);
-        QTest::newRow("quit") << QByteArray("quit") << int(eventNotHandledErr);
-        QTest::newRow("pref") << QByteArray("pref") << int(eventNotHandledErr);
+        QTest::addColumn<bool>("closes");
+        for (const char* code : {"clos", "not!", "ok  "})
+            QTest::newRow(code) << QByteArray(code) << true;
+        for (const char* code : {"quit", "pref"})
+            QTest::newRow(code) << QByteArray(code) << false;
     }
     void closingCommands()
     {
         QFETCH(QByteArray, code);
-        QFETCH(int, status);
+        QFETCH(bool, closes);
         testing::TestEnvironment env;
         PreferenceStore store;
         PreferencesWindow window(store);
         window.show();
         QSignalSpy closed(&window, &PreferencesWindow::closed);
-        QCOMPARE(int(window.handleCommand(CommandId::fromChars(code.constData()))), status);
-        QCOMPARE(closed.size(), status == noErr ? 1 : 0);
-        QCOMPARE(window.isVisible(), status != noErr);
+        QCOMPARE(window.handleCommand(CommandId::fromChars(code.constData())),
+                 closes ? noErr : eventNotHandledErr);
+        QCOMPARE(closed.size(), closes ? 1 : 0);
+        QCOMPARE(window.isVisible(), !closes);
     }
 
     void closeBoxSendsClos()
