@@ -8,20 +8,24 @@
 #include <archive_entry.h>
 
 #include <chrono>
-#include <functional>
 
 using namespace tallyvox::indexer::readers;
 
 namespace {
 
-using Entries = QList<QPair<QByteArray, QByteArray>>;
+struct Entry {
+    QByteArray name;
+    QByteArray data;
+    std::uint64_t repeats = 1; // the data, so many times over
+    QByteArray head = {};      // before the data
+};
 
-// Writes a zip with libarchive; an entry's data may come in pieces from a generator.
-QByteArray makeZip(const Entries& entries, const std::function<void(archive*)>& extra = nullptr)
+QByteArray makeZip(const QList<Entry>& entries)
 {
     QByteArray out;
     archive* a = archive_write_new();
     archive_write_set_format_zip(a);
+    archive_write_set_options(a, "zip:compression-level=1");
     archive_write_open(
         a, &out, nullptr,
         [](archive*, void* buffer, const void* data, size_t size) -> la_ssize_t {
@@ -30,40 +34,22 @@ QByteArray makeZip(const Entries& entries, const std::function<void(archive*)>& 
             return la_ssize_t(size);
         },
         nullptr);
-    for (const auto& [name, data] : entries) {
+    for (const Entry& entry : entries) {
         archive_entry* e = archive_entry_new();
-        archive_entry_set_pathname(e, name.constData());
+        archive_entry_set_pathname(e, entry.name.constData());
         archive_entry_set_filetype(e, AE_IFREG);
         archive_entry_set_perm(e, 0644);
-        archive_entry_set_size(e, data.size());
+        archive_entry_set_size(e, la_int64_t(std::uint64_t(entry.data.size()) * entry.repeats +
+                                             std::uint64_t(entry.head.size())));
         archive_write_header(a, e);
-        archive_write_data(a, data.constData(), size_t(data.size()));
+        archive_write_data(a, entry.head.constData(), size_t(entry.head.size()));
+        for (std::uint64_t i = 0; i < entry.repeats; ++i) {
+            archive_write_data(a, entry.data.constData(), size_t(entry.data.size()));
+        }
         archive_entry_free(e);
-    }
-    if (extra) {
-        extra(a);
     }
     archive_write_close(a);
     archive_write_free(a);
-    return out;
-}
-
-QByteArray textOf(const QByteArray& zipBytes)
-{
-    WordCountingSink sink;
-    auto zip = ZipArchive::fromMemory({zipBytes.constData(), std::size_t(zipBytes.size())});
-    readContainer(zip, sink);
-    QByteArray out = QByteArray::fromStdString(sink.collected());
-    out.replace('\n', '|');
-    while (out.contains("||")) {
-        out.replace("||", "|");
-    }
-    if (out.startsWith('|')) {
-        out.remove(0, 1);
-    }
-    if (out.endsWith('|')) {
-        out.chop(1);
-    }
     return out;
 }
 
@@ -150,7 +136,10 @@ private slots:
     {
         QFETCH(QByteArray, zip);
         QFETCH(QByteArray, expected);
-        QCOMPARE(textOf(zip), expected);
+        WordCountingSink sink;
+        auto archive = ZipArchive::fromMemory({zip.constData(), std::size_t(zip.size())});
+        QVERIFY(readContainer(archive, sink));
+        QCOMPARE(sink.bars(), expected);
     }
 
     void notAZipIsNotClaimed()
@@ -164,38 +153,28 @@ private slots:
     // A small file that inflates past the budget stops there, with the text read so far.
     void zipBombStopsAtTheBudget()
     {
-        const QByteArray paragraph = "<w:p><w:r><w:t>bomb</w:t></w:r></w:p>";
-        const qsizetype chunkParagraphs = 1 << 16;
-        const QByteArray chunk = paragraph.repeated(chunkParagraphs);
+        // Text-heavy, so that parsing what the budget allows stays quick.
+        const QByteArray paragraph =
+            "<w:p><w:r><w:t>" + QByteArray("bomb ").repeated(20000) + "</w:t></w:r></w:p>";
         const std::uint64_t total = ReadLimits::maxInflatedBytes + (std::uint64_t{32} << 20);
-        const QByteArray bomb = makeZip({{"[Content_Types].xml", "<Types/>"}}, [&](archive* a) {
-            archive_entry* e = archive_entry_new();
-            archive_entry_set_pathname(e, "word/document.xml");
-            archive_entry_set_filetype(e, AE_IFREG);
-            archive_entry_set_size(e, la_int64_t(total + 64));
-            archive_write_header(a, e);
-            archive_write_data(a, "<w:document><w:body>", 20);
-            for (std::uint64_t written = 0; written < total;
-                 written += std::uint64_t(chunk.size())) {
-                archive_write_data(a, chunk.constData(), size_t(chunk.size()));
-            }
-            archive_entry_free(e);
-        });
+        const QByteArray bomb =
+            makeZip({{"[Content_Types].xml", "<Types/>"},
+                     {"word/document.xml", paragraph, total / std::uint64_t(paragraph.size()),
+                      "<w:document><w:body>"}});
         QVERIFY(bomb.size() < 2 * 1024 * 1024);
-
         ByteCountingSink sink;
         const auto begin = std::chrono::steady_clock::now();
         auto zip = ZipArchive::fromMemory({bomb.constData(), std::size_t(bomb.size())});
         QVERIFY(readContainer(zip, sink));
         QVERIFY(std::chrono::steady_clock::now() - begin < std::chrono::seconds(20));
         QVERIFY(zip.budgetSpent());
-        QVERIFY(sink.bytes > 0);
-        QVERIFY(sink.bytes < total / paragraph.size() * 4);
+        QVERIFY(sink.bytes > ReadLimits::maxInflatedBytes / 2);
+        QVERIFY(sink.bytes < ReadLimits::maxInflatedBytes);
     }
 
     void entriesAreCapped()
     {
-        Entries entries;
+        QList<Entry> entries;
         for (std::size_t i = 0; i < ReadLimits::maxContainerEntries + 500; ++i) {
             entries.append({"f" + QByteArray::number(qulonglong(i)), "x"});
         }

@@ -12,8 +12,6 @@
 
 #include <chrono>
 #include <cstdlib>
-#include <new>
-#include <vector>
 
 using namespace tallyvox::indexer;
 using namespace tallyvox::indexer::readers;
@@ -25,18 +23,9 @@ std::string dataPath(const QString& name)
     return QFile::encodeName(QStringLiteral(TEST_DATA_DIR "/") + name).toStdString();
 }
 
-QMap<QString, int> wordsOfFile(const QString& name)
+QByteArray dataBytes(const QString& name)
 {
     QFile file(QString::fromStdString(dataPath(name)));
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    return WordCountingSink::countWords(file.readAll().toStdString());
-}
-
-QByteArray readBytes(const std::string& path)
-{
-    QFile file(QString::fromStdString(path));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
@@ -47,29 +36,29 @@ class DocumentFormatsTest : public QObject {
 
 private slots:
     // Each document made from a source text by a real office tool gives the source's
-    // words, as a multiset, up to the differences listed.
+    // words, as a multiset, up to the differences listed, and quickly.
     void matchesSourceWords_data()
     {
         QTest::addColumn<QString>("document");
         QTest::addColumn<QString>("source");
         QTest::addColumn<QStringList>("notDelivered");
-
-        const QStringList none;
-        const QString text = QStringLiteral("source.txt");
-        for (const char* ext : {"docx", "odt", "fodt", "rtf", "pdf", "epub", "html", "doc"}) {
-            QTest::newRow(ext) << QStringLiteral("source.") + QLatin1String(ext) << text << none;
+        const auto row = [](const char* document, const char* source,
+                            const QStringList& notDelivered = {}) {
+            QTest::newRow(document)
+                << QString::fromLatin1(document) << QString::fromLatin1(source) << notDelivered;
+        };
+        for (const char* name :
+             {"source.docx", "source.odt", "source.fodt", "source.rtf", "source.pdf", "source.epub",
+              "source.html", "source.doc", "note.rtfd"}) {
+            row(name, "source.txt");
         }
-        QTest::newRow("note.rtfd") << QStringLiteral("note.rtfd") << text << none;
         // Numeric cells are not text in SpreadsheetML: their stored value is not what shows.
-        QTest::newRow("xlsx") << QStringLiteral("sheet.xlsx") << QStringLiteral("sheet.csv")
-                              << QStringList{QStringLiteral("3.14"), QStringLiteral("2024")};
-        QTest::newRow("ods") << QStringLiteral("sheet.ods") << QStringLiteral("sheet.csv") << none;
+        row("sheet.xlsx", "sheet.csv", {QStringLiteral("3.14"), QStringLiteral("2024")});
+        row("sheet.ods", "sheet.csv");
         // The Markdown source's note fences that are not slide text.
-        const QStringList markdown{QStringLiteral("notes")};
-        QTest::newRow("pptx") << QStringLiteral("slides.pptx") << QStringLiteral("slides.md")
-                              << markdown;
-        QTest::newRow("odp") << QStringLiteral("slides.odp") << QStringLiteral("slides.md")
-                             << markdown;
+        row("slides.pptx", "slides.md", {QStringLiteral("notes")});
+        row("slides.odp", "slides.md", {QStringLiteral("notes")});
+        row("encrypted.pdf", ""); // no text
     }
 
     void matchesSourceWords()
@@ -79,91 +68,68 @@ private slots:
         QFETCH(QStringList, notDelivered);
 
         WordCountingSink sink;
+        const auto begin = std::chrono::steady_clock::now();
         QVERIFY(readDocument(dataPath(document), sink));
-        QMap<QString, int> expected = wordsOfFile(source);
-        QVERIFY(expected.size() > 50);
+        QVERIFY(std::chrono::steady_clock::now() - begin < std::chrono::seconds(2));
+        QMap<QString, int> expected =
+            source.isEmpty() ? QMap<QString, int>()
+                             : WordCountingSink::countWords(dataBytes(source).toStdString());
+        QVERIFY(source.isEmpty() || expected.size() > 50);
         for (const QString& word : notDelivered) {
             expected.remove(word);
         }
         QCOMPARE(sink.words(), expected);
+
+        // Cut short, it is still claimed and gives what could be read, without a crash.
+        const QByteArray bytes = dataBytes(document); // nothing for a package folder
+        QTemporaryDir dir;
+        QFile cut(dir.filePath(document));
+        for (const qsizetype keep : {bytes.size() / 2, bytes.size() - 30, qsizetype(600)}) {
+            if (bytes.isEmpty()) {
+                break;
+            }
+            QVERIFY(cut.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            cut.write(bytes.left(keep));
+            cut.close();
+            QVERIFY2(readDocument(QFile::encodeName(cut.fileName()).toStdString(), sink),
+                     qPrintable(QString::number(keep)));
+        }
     }
 
+    // The kind, and whether the document is read here or left to the caller as plain text,
+    // follow the content, not the name.
     void claimsByContentNotName_data()
     {
         QTest::addColumn<QString>("source");
         QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("kind");
-
-        QTest::newRow("pdf named .txt")
-            << QStringLiteral("source.pdf") << QStringLiteral("x.txt") << int(DocumentKind::Pdf);
-        QTest::newRow("docx named .pdf") << QStringLiteral("source.docx") << QStringLiteral("x.pdf")
-                                         << int(DocumentKind::Container);
-        QTest::newRow("rtf named .doc")
-            << QStringLiteral("source.rtf") << QStringLiteral("x.doc") << int(DocumentKind::Rtf);
-        QTest::newRow("doc named .rtf") << QStringLiteral("source.doc") << QStringLiteral("x.rtf")
-                                        << int(DocumentKind::WordBinary);
-        QTest::newRow("text named .docx")
-            << QStringLiteral("source.txt") << QStringLiteral("x.docx")
-            << int(DocumentKind::PlainText);
-        QTest::newRow("html named .txt")
-            << QStringLiteral("source.html") << QStringLiteral("x.txt") << int(DocumentKind::Html);
-        QTest::newRow("xml named .html")
-            << QStringLiteral("source.fodt") << QStringLiteral("x.html") << int(DocumentKind::Xml);
-        QTest::newRow("markdown") << QStringLiteral("slides.md") << QStringLiteral("x.md")
-                                  << int(DocumentKind::PlainText);
+        QTest::addColumn<DocumentKind>("kind");
+        const auto row = [](const char* source, const char* name, DocumentKind kind) {
+            QTest::addRow("%s as %s", source, name)
+                << QString::fromLatin1(source) << QString::fromLatin1(name) << kind;
+        };
+        row("source.pdf", "x.txt", DocumentKind::Pdf);
+        row("source.docx", "x.pdf", DocumentKind::Container);
+        row("source.rtf", "x.doc", DocumentKind::Rtf);
+        row("source.doc", "x.rtf", DocumentKind::WordBinary);
+        row("source.txt", "x.docx", DocumentKind::PlainText);
+        row("source.html", "x.txt", DocumentKind::Html);
+        row("source.fodt", "x.html", DocumentKind::Xml);
+        row("slides.md", "x.md", DocumentKind::PlainText);
     }
 
     void claimsByContentNotName()
     {
         QFETCH(QString, source);
         QFETCH(QString, name);
-        QFETCH(int, kind);
+        QFETCH(DocumentKind, kind);
         QTemporaryDir dir;
         const QString copy = dir.filePath(name);
         QVERIFY(QFile::copy(QString::fromStdString(dataPath(source)), copy));
-        QCOMPARE(int(documentKind(QFile::encodeName(copy).toStdString())), kind);
-    }
-
-    void plainTextIsLeftToTheCaller()
-    {
+        QCOMPARE(documentKind(QFile::encodeName(copy).toStdString()), kind);
         WordCountingSink sink;
-        QVERIFY(!readDocument(dataPath(QStringLiteral("source.txt")), sink));
-        QVERIFY(!readDocument(dataPath(QStringLiteral("slides.md")), sink));
-        QVERIFY(sink.collected().empty());
-    }
-
-    // A file cut short is still claimed and gives what could be read, without a crash.
-    void truncatedDocumentsAreClaimed_data()
-    {
-        QTest::addColumn<QString>("document");
-        for (const char* name : {"source.docx", "source.odt", "source.epub", "source.pdf",
-                                 "source.rtf", "source.doc", "sheet.xlsx", "slides.pptx"}) {
-            QTest::newRow(name) << QString::fromLatin1(name);
-        }
-    }
-
-    void truncatedDocumentsAreClaimed()
-    {
-        QFETCH(QString, document);
-        const QByteArray bytes = readBytes(dataPath(document));
-        QTemporaryDir dir;
-        for (const qsizetype keep : {bytes.size() / 2, bytes.size() - 30, qsizetype(600)}) {
-            QFile cut(dir.filePath(QStringLiteral("cut-") + document));
-            QVERIFY(cut.open(QIODevice::WriteOnly | QIODevice::Truncate));
-            cut.write(bytes.left(keep));
-            cut.close();
-            WordCountingSink sink;
-            QVERIFY(readDocument(QFile::encodeName(cut.fileName()).toStdString(), sink));
-        }
-    }
-
-    void encryptedPdfGivesNoTextQuickly()
-    {
-        WordCountingSink sink;
-        const auto start = std::chrono::steady_clock::now();
-        QVERIFY(readDocument(dataPath(QStringLiteral("encrypted.pdf")), sink));
-        QVERIFY(sink.words().isEmpty());
-        QVERIFY(std::chrono::steady_clock::now() - start < std::chrono::seconds(2));
+        QCOMPARE(readDocument(QFile::encodeName(copy).toStdString(), sink),
+                 kind != DocumentKind::PlainText);
+        QCOMPARE(sink.collected().empty(), kind == DocumentKind::PlainText);
     }
 
     // In a child process, so that the caps do not bind the test itself.
@@ -172,25 +138,20 @@ private slots:
         const pid_t child = fork();
         QVERIFY(child >= 0);
         if (child == 0) {
-            ResourceCaps caps;
-            caps.cpuSeconds = 30;
-            caps.addressSpaceBytes = std::uint64_t{1} << 30;
-            if (!applyResourceCaps(caps)) {
-                _exit(1);
-            }
             rlimit cpu{};
             rlimit core{};
-            getrlimit(RLIMIT_CPU, &cpu);
-            getrlimit(RLIMIT_CORE, &core);
-            if (cpu.rlim_cur != 30 || cpu.rlim_max != 40 || core.rlim_cur != 0) {
-                _exit(2);
+            const bool applied = applyResourceCaps({30, std::uint64_t{1} << 30}) &&
+                                 getrlimit(RLIMIT_CPU, &cpu) == 0 &&
+                                 getrlimit(RLIMIT_CORE, &core) == 0;
+            // A soft CPU limit below the hard one: a signal to stop comes before the kill.
+            if (!applied || cpu.rlim_cur != 30 || cpu.rlim_max <= cpu.rlim_cur ||
+                core.rlim_cur != 0) {
+                _exit(1);
             }
 #ifndef __SANITIZE_ADDRESS__
-            void* huge = std::malloc(std::size_t{2} << 30);
-            _exit(huge == nullptr ? 0 : 3);
-#else
-            _exit(0);
+            _exit(std::malloc(std::size_t{2} << 30) == nullptr ? 0 : 2);
 #endif
+            _exit(0);
         }
         int status = 0;
         QCOMPARE(waitpid(child, &status, 0), child);

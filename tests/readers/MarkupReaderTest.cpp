@@ -12,35 +12,20 @@ using namespace tallyvox::indexer::readers;
 
 namespace {
 
-QByteArray boundariesAsBars(const std::string& text)
-{
-    QByteArray out = QByteArray::fromStdString(text);
-    out.replace('\n', '|');
-    while (out.contains("||")) {
-        out.replace("||", "|");
-    }
-    if (out.startsWith('|')) {
-        out.remove(0, 1);
-    }
-    if (out.endsWith('|')) {
-        out.chop(1);
-    }
-    return out;
-}
+enum class Reader { Html, Xml, Svg };
 
-std::string html(const QByteArray& bytes)
+// What the reader delivers, boundaries as '|'; fails the test when it takes long.
+QByteArray read(Reader reader, const QByteArray& bytes)
 {
+    using Read = void (*)(const ByteSource&, tallyvox::indexer::TextSink&);
+    const Read readers[] = {readHtml, readXml, readSvg};
     WordCountingSink sink;
-    readHtml(memorySource({bytes.constData(), std::size_t(bytes.size())}), sink);
-    return sink.collected();
-}
-
-std::string xml(const QByteArray& bytes, bool svg = false)
-{
-    WordCountingSink sink;
-    const auto source = memorySource({bytes.constData(), std::size_t(bytes.size())});
-    svg ? readSvg(source, sink) : readXml(source, sink);
-    return sink.collected();
+    const auto begin = std::chrono::steady_clock::now();
+    readers[int(reader)](memorySource({bytes.constData(), std::size_t(bytes.size())}), sink);
+    if (std::chrono::steady_clock::now() - begin > std::chrono::seconds(3)) {
+        return "too slow";
+    }
+    return sink.bars();
 }
 
 } // namespace
@@ -48,116 +33,94 @@ std::string xml(const QByteArray& bytes, bool svg = false)
 class MarkupReaderTest : public QObject {
     Q_OBJECT
 
+    QTemporaryDir m_dir;
+
 private slots:
-    void htmlVisibleText_data()
+    void visibleText_data()
     {
+        QTest::addColumn<Reader>("reader");
         QTest::addColumn<QByteArray>("document");
         QTest::addColumn<QByteArray>("expected");
+        const auto row = [](const char* name, Reader reader, const QByteArray& document,
+                            const QByteArray& expected) {
+            QTest::newRow(name) << reader << document << expected;
+        };
 
-        QTest::newRow("inline tags join")
-            << QByteArray("<p>exam<b>ple</b> <i>x</i>y</p>") << QByteArray("example xy");
-        QTest::newRow("blocks separate")
-            << QByteArray("<ul><li>one</li><li>two</li></ul><table><tr><td>a</td><td>b</td></tr>"
-                          "</table><p>c<br>d</p><h1>e</h1>f")
-            << QByteArray("one|two|a|b|c|d|e|f");
-        QTest::newRow("no head, script or style")
-            << QByteArray("<html><head><title>T</title><style>p{}</style></head><body>"
-                          "<script>var s = 'x';</script>seen<template>t</template></body></html>")
-            << QByteArray("seen");
-        QTest::newRow("no attributes or comments")
-            << QByteArray("<p title=\"tip\"><img alt=\"pic\">a<!-- note -->b</p>")
-            << QByteArray("ab");
-        QTest::newRow("references decoded")
-            << QByteArray("<p>caf&eacute; &amp; na&#239;ve &#x65E5;&#26412;</p>")
-            << QByteArray("café & naïve 日本");
-        QTest::newRow("declared charset")
-            << QByteArray("<html><head><meta charset=\"windows-1251\"></head><body>\xcf\xf0\xe8"
-                          "</body></html>")
-            << QByteArray("При");
-        QTest::newRow("http-equiv charset")
-            << QByteArray("<html><head><meta http-equiv=\"Content-Type\" content=\"text/html; "
-                          "charset=iso-8859-7\"></head><body>\xe1\xe2</body></html>")
-            << QByteArray("αβ");
-        QTest::newRow("undeclared UTF-8") << QByteArray("<p>Straße</p>") << QByteArray("Straße");
-        QTest::newRow("XHTML") << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
-                                             "<html xmlns=\"http://www.w3.org/1999/xhtml\"><body>"
-                                             "<p>a<span/>b</p><p>c</p></body></html>")
-                               << QByteArray("ab|c");
-    }
+        row("inline tags join", Reader::Html, "<p>exam<b>ple</b> <i>x</i>y</p>", "example xy");
+        row("blocks separate", Reader::Html,
+            "<ul><li>one</li><li>two</li></ul><table><tr><td>a</td><td>b</td></tr></table>"
+            "<p>c<br>d</p><h1>e</h1>f",
+            "one|two|a|b|c|d|e|f");
+        row("no head, script or style", Reader::Html,
+            "<html><head><title>T</title><style>p{}</style></head><body>"
+            "<script>var s = 'x';</script>seen<template>t</template></body></html>",
+            "seen");
+        row("no attributes or comments", Reader::Html,
+            "<p title=\"tip\"><img alt=\"pic\">a<!-- note -->b</p>", "ab");
+        row("references decoded", Reader::Html,
+            "<p>caf&eacute; &amp; na&#239;ve &#x65E5;&#26412;</p>", "café & naïve 日本");
+        row("declared charset", Reader::Html,
+            "<html><head><meta charset=\"windows-1251\"></head><body>\xcf\xf0\xe8</body></html>",
+            "При");
+        row("http-equiv charset", Reader::Html,
+            "<html><head><meta http-equiv=\"Content-Type\" content=\"text/html; "
+            "charset=iso-8859-7\"></head><body>\xe1\xe2</body></html>",
+            "αβ");
+        row("undeclared UTF-8", Reader::Html, "<p>Straße</p>", "Straße");
+        row("XHTML", Reader::Html,
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?><html "
+            "xmlns=\"http://www.w3.org/1999/xhtml\"><body><p>a<span/>b</p><p>c</p></body></html>",
+            "ab|c");
+        row("xml elements separate", Reader::Xml,
+            "<r><name>John</name><age>42</age><![CDATA[raw <x>]]>&amp;</r>", "John|42|raw <x>&");
+        row("svg draws its text", Reader::Svg,
+            "<svg xmlns=\"http://www.w3.org/2000/svg\"><title>icon</title><style>t{}</style>"
+            "<text>Hel<tspan>lo</tspan></text><text>world</text></svg>",
+            "Hello|world");
 
-    void htmlVisibleText()
-    {
-        QFETCH(QByteArray, document);
-        QFETCH(QByteArray, expected);
-        QCOMPARE(boundariesAsBars(html(document)), expected);
-    }
-
-    void xmlText_data()
-    {
-        QTest::addColumn<QByteArray>("document");
-        QTest::addColumn<bool>("svg");
-        QTest::addColumn<QByteArray>("expected");
-
-        QTest::newRow("elements separate")
-            << QByteArray("<r><name>John</name><age>42</age><![CDATA[raw <x>]]>&amp;</r>") << false
-            << QByteArray("John|42|raw <x>&");
-        QTest::newRow("svg draws its text")
-            << QByteArray("<svg xmlns=\"http://www.w3.org/2000/svg\"><title>icon</title><style>"
-                          "t{}</style><text>Hel<tspan>lo</tspan></text><text>world</text></svg>")
-            << true << QByteArray("Hello|world");
-    }
-
-    void xmlText()
-    {
-        QFETCH(QByteArray, document);
-        QFETCH(bool, svg);
-        QFETCH(QByteArray, expected);
-        QCOMPARE(boundariesAsBars(xml(document, svg)), expected);
-    }
-
-    void entitiesAreNeverExpanded()
-    {
-        QTemporaryDir dir;
-        QFile secret(dir.filePath(QStringLiteral("secret.txt")));
+        // Entities are never expanded: neither files nor the network are read, and a
+        // billion laughs costs nothing.
+        QFile secret(m_dir.filePath(QStringLiteral("secret.txt")));
         QVERIFY(secret.open(QIODevice::WriteOnly));
         secret.write("leakedword");
         secret.close();
-        const QByteArray external = "<!DOCTYPE r [<!ENTITY x SYSTEM \"file://" +
-                                    QFile::encodeName(secret.fileName()) +
-                                    "\"><!ENTITY % p SYSTEM \"http://127.0.0.1:9/x\"> %p;]>"
-                                    "<r>a &x; b</r>";
-        QVERIFY(xml(external).find("leakedword") == std::string::npos);
-
-        QByteArray laughs = "<?xml version=\"1.0\"?><!DOCTYPE lolz [<!ENTITY lol \"lol\">";
+        row("external entities", Reader::Xml,
+            "<!DOCTYPE r [<!ENTITY x SYSTEM \"file://" + QFile::encodeName(secret.fileName()) +
+                "\"><!ENTITY % p SYSTEM \"http://127.0.0.1:9/x\"> %p;]><r>a &x; b</r>",
+            "a  b");
+        QByteArray laughs = "<?xml version=\"1.0\"?><!DOCTYPE lolz [<!ENTITY lol0 \"lol\">";
         for (int i = 1; i < 10; ++i) {
-            const QByteArray prev = i == 1 ? "lol" : "lol" + QByteArray::number(i - 1);
             laughs += "<!ENTITY lol" + QByteArray::number(i) + " \"" +
-                      QByteArray("&" + prev + ";").repeated(10) + "\">";
+                      ("&lol" + QByteArray::number(i - 1) + ";").repeated(10) + "\">";
         }
-        laughs += "]><lolz>start &lol9; end</lolz>";
-        const auto begin = std::chrono::steady_clock::now();
-        QCOMPARE(boundariesAsBars(xml(laughs)), QByteArray("start  end"));
-        QVERIFY(std::chrono::steady_clock::now() - begin < std::chrono::seconds(1));
+        row("billion laughs", Reader::Xml, laughs + "]><lolz>start &lol9; end</lolz>",
+            "start  end");
     }
 
-    void deepNestingIsCheap_data()
+    void visibleText()
     {
-        QTest::addColumn<bool>("isHtml");
-        QTest::newRow("xml") << false;
-        QTest::newRow("html") << true;
+        QFETCH(Reader, reader);
+        QFETCH(QByteArray, document);
+        QFETCH(QByteArray, expected);
+        QCOMPARE(read(reader, document), expected);
     }
 
-    void deepNestingIsCheap()
+    // Beyond the parsers' depth limits, with unbalanced closing tags: cheap, text kept.
+    void deepNesting_data()
     {
-        QFETCH(bool, isHtml);
+        QTest::addColumn<Reader>("reader");
+        QTest::newRow("xml") << Reader::Xml;
+        QTest::newRow("html") << Reader::Html;
+    }
+
+    void deepNesting()
+    {
+        QFETCH(Reader, reader);
         const int depth = 200000;
         const QByteArray doc = "<d>top" + QByteArray("<div>").repeated(depth) + "deep" +
                                QByteArray("</span>").repeated(depth) +
                                QByteArray("</div>").repeated(depth) + "</d>";
-        const auto begin = std::chrono::steady_clock::now();
-        const std::string text = isHtml ? html(doc) : xml(doc);
-        QVERIFY(std::chrono::steady_clock::now() - begin < std::chrono::seconds(3));
-        QVERIFY(QByteArray::fromStdString(text).contains("top"));
+        QVERIFY(read(reader, doc).startsWith("top"));
     }
 };
 

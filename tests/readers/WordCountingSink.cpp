@@ -27,3 +27,19 @@ QMap<QString, int> WordCountingSink::countWords(const std::string& utf8)
     }
     return counts;
 }
+
+QByteArray WordCountingSink::bars() const
+{
+    QByteArray out = QByteArray::fromStdString(m_text);
+    out.replace('\n', '|');
+    while (out.contains("||")) {
+        out.replace("||", "|");
+    }
+    if (out.startsWith('|')) {
+        out.remove(0, 1);
+    }
+    if (out.endsWith('|')) {
+        out.chop(1);
+    }
+    return out;
+}

@@ -2,6 +2,7 @@
 
 #include "indexer/TextSink.h"
 
+#include <QByteArray>
 #include <QMap>
 #include <QString>
 
@@ -16,6 +17,8 @@ public:
 
     const std::string& collected() const { return m_text; }
     QMap<QString, int> words() const { return countWords(m_text); }
+    /// The text with each run of boundaries as one '|', none at either end.
+    QByteArray bars() const;
 
     /// Words of UTF-8 text; typographic apostrophes count as straight ones.
     static QMap<QString, int> countWords(const std::string& utf8);
