@@ -24,8 +24,8 @@ struct ServiceRequest {
 /// What the services need from the application; the caller owns all of it.
 struct ServiceContext {
     /// Word extraction's context (see serviceWordContext); its desktop and preferences
-    /// serve the services too.
-    const WordContext& words;
+    /// serve the services too. Held by value: a reference here outlived temporaries.
+    WordContext words;
     /// Arms a one-shot timer whose action is the shell's QuitWithFarewell.
     std::function<void(std::chrono::milliseconds delay)> armQuitTimer;
 };
