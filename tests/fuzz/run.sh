@@ -13,8 +13,17 @@ for name in rtf html container base64 wordtable; do
     work="$out/corpus/$name"
     mkdir -p "$work"
     echo "== ${name}_fuzzer for ${seconds}s"
-    "$out/${name}_fuzzer" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
+    # libFuzzer reports every new input; keep that in a log and show its summary, or
+    # the whole tail when it found something.
+    log="$out/${name}.log"
+    if ! "$out/${name}_fuzzer" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
         -max_len=262144 -print_final_stats=1 -artifact_prefix="$out/${name}-" \
-        "$work" "$here/corpus/$name"
+        "$work" "$here/corpus/$name" >"$log" 2>&1; then
+        tail -n 60 "$log"
+        echo "${name}_fuzzer failed; its input is in $out/${name}-*"
+        exit 1
+    fi
+    grep -E '^(Done|stat::number_of_executed_units|stat::peak_rss_mb)' "$log" || true
+    echo "corpus: $(ls "$work" | wc -l) inputs"
 done
 echo "fuzzing passed"
