@@ -24,6 +24,23 @@ CountFormatter::~CountFormatter()
 
 std::optional<QString> CountFormatter::format(qint32 value) const
 {
+    constexpr qint32 cached = 4096;
+    if (value < 0 || value >= cached || !m_format)
+        return formatWithIcu(value);
+    if (m_small.isEmpty())
+        m_small.resize(cached);
+    QString& text = m_small[value];
+    if (text.isNull()) {
+        const std::optional<QString> formatted = formatWithIcu(value);
+        if (!formatted)
+            return std::nullopt;
+        text = *formatted;
+    }
+    return text;
+}
+
+std::optional<QString> CountFormatter::formatWithIcu(qint32 value) const
+{
     if (!m_format)
         return std::nullopt;
     UChar buffer[64];

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 #include <unicode/unum.h>
@@ -22,7 +23,11 @@ public:
     std::optional<QString> format(qint32 value) const;
 
 private:
+    std::optional<QString> formatWithIcu(qint32 value) const;
+
     UNumberFormat* m_format = nullptr;
+    // Most counts are small and repeat thousands of times in one list.
+    mutable QList<QString> m_small;
 };
 
 } // namespace tallyvox
