@@ -1,7 +1,7 @@
 #!/bin/sh
-# Installs the Debian packages the build, the tests and the benchmarks need, and any
-# named as arguments,
-# and only when one of them is missing, so repeated `make` calls stay quick.
+# Installs the Debian packages the build, the tests, the checks and the benchmarks need,
+# and any named as arguments, only when one of them is missing, so repeated `make` calls
+# stay quick.
 set -eu
 
 packages="
@@ -12,7 +12,7 @@ libpoppler-cpp-dev libxml2-dev libarchive-dev
 clang libclang-rt-14-dev
 xvfb xauth xclip xdotool dbus dbus-x11 xdg-utils desktop-file-utils appstream
 dpkg-dev file help2man man-db lintian
-imagemagick poppler-utils fonts-dejavu-core python3 hyperfine
+imagemagick poppler-utils fonts-dejavu-core python3 hyperfine time bc clang-format
 "
 # Packages one target needs beyond these (make package-check: mmdebstrap).
 packages="$packages $*"
