@@ -5,7 +5,6 @@
 
 #include <QTest>
 
-#include <algorithm>
 #include <map>
 #include <random>
 #include <string>
@@ -21,17 +20,6 @@ Counts toCounts(const WordMap& words)
     Counts counts;
     words.forEach([&](std::string_view word, std::uint64_t n) { counts[std::string(word)] = n; });
     return counts;
-}
-
-// Where the fast path's counts first part from ICU's, for a failure message.
-std::string firstDifference(const Counts& icu, const Counts& fast)
-{
-    const auto [a, b] = std::mismatch(icu.begin(), icu.end(), fast.begin(), fast.end());
-    const auto show = [](Counts::const_iterator it, const Counts& counts) {
-        return it == counts.end() ? std::string("nothing")
-                                  : "[" + it->first + "] " + std::to_string(it->second);
-    };
-    return "ICU " + show(a, icu) + ", fast " + show(b, fast);
 }
 
 // Varied text: ASCII words and every ASCII punctuation byte, numbers, other scripts,
@@ -72,7 +60,6 @@ class WordCounterTest : public QObject {
 private slots:
     void agreesWithIcu_data();
     void agreesWithIcu();
-    void exactCounts_data();
     void exactCounts();
     void tableCountsLikeAStdMap();
 };
@@ -94,33 +81,28 @@ void WordCounterTest::agreesWithIcu_data()
                 << text << options << piece;
         }
     };
-    row("ascii punctuation",
-        "Hello, world! It's a test... e.g. U.S.A. end. (x) [y] {z} <t> a-b a/b");
-    row("numbers", "3.14 3,000 1;2 1:2 v1.2.3 10.0.0.1 1.a a.1 007 1e10 -5 +7 1'000 2.x 1,a");
+    row("punctuation and controls",
+        "Hello, world! It's e.g. U.S.A. end. (x) [y] a-b a/b a:b "
+        "C++ #tag $v a|b http://example.org/x?y=z&w=1 a\tb\r\nc\fd\ve\x01"
+        "f\x7fg");
+    row("numbers",
+        "3.14 3,000 1;2 1:2 v1.2.3 10.0.0.1 1.a a.1 007 1e10 -5 +7 1'000 2.x 1,a ١٢٣ ＡＢ１２");
     row("at and underscore", "foo@bar.com @ @@ _ __ ___ __init__ a_b _1 1_ a_.b a._b _._ x_'y");
-    row("colon and symbols", "a:b http://example.org/x?y=z&w=1 C++ #tag $v %p ^c ~t `q` a|b a\\b");
-    row("apostrophes", "don't it''s 'tis o'clock rock'n'roll x' 'y 1'2 a'1 1'a");
+    row("apostrophes", "don't it''s 'tis o'clock rock'n'roll x' 'y 1'2 a'1 1'a x’s ‘q’");
     row("hebrew with quotes", "צה\"ל ו\"ח a\"b \"שלום\" ש'\"ל");
-    row("cjk", "日本語のテキストです。中文文本，还有한국어 텍스트도 カタカナ ｶﾀｶﾅ");
-    row("thai", "ภาษาไทยง่ายนิดเดียว ไทย");
-    row("combining marks", "cafe\u0301 e\u0301cole \u0301leading a \u0301b \t\u0301c\n\u0301d");
-    row("curly quotes and dashes", "naïve “quoted” ‘single’ — em–dash non\u00A0breaking x\u2019s");
-    row("emoji and symbols", "👍 ok👍 ©2024 x² 👍🏽 a\u200db");
-    row("cyrillic greek arabic", "Привет, мир! Ελληνικά κείμενο مرحبا بالعالم 123 ٣٫١٤");
-    row("controls", "a\tb\r\nc\fd\ve\x01"
-                    "f\x7fg");
-    row("malformed utf-8", "abc\xff\xfe def \xc3 ghi \xe2\x82 jkl caf\xc3\xa9\xff \xed\xa0\x80x");
-    row("fullwidth", "ＡＢＣ１２３ half １,０００");
-    row("leading space and mark", " \u0301x");
+    row("cjk and thai",
+        "日本語のテキストです。中文文本，还有한국어 텍스트도 カタカナ ｶﾀｶﾅ ภาษาไทยง่าย");
+    row("combining marks",
+        " \u0301x cafe\u0301 e\u0301cole \u0301lead a \u0301b \t\u0301c\n\u0301d a\u200db");
+    row("malformed utf-8",
+        "abc\xff\xfe def \xc3 ghi \xe2\x82 jkl caf\xc3\xa9\xff \xed\xa0\x80x 👍🏽");
     row("empty", "");
     // Long varied texts, with blocks also split between the two threads.
-    const auto varied = [](const char* name, unsigned seed, std::size_t blockSize) {
-        QTest::newRow(name) << variedText(600 * 1024, seed) << WordCounter::Options{blockSize, 2}
-                            << 100001;
-    };
-    varied("varied, default blocks", 1, 4u << 20);
-    varied("varied, small blocks", 2, 4096);
-    varied("varied, blocks split between threads", 3, 200 * 1024);
+    for (const std::size_t blockSize : {4096, 200 * 1024}) {
+        QTest::addRow("varied, blocks of %d", int(blockSize))
+            << variedText(600 * 1024, unsigned(blockSize)) << WordCounter::Options{blockSize, 2}
+            << 100001;
+    }
     // No whitespace for far longer than a block: the counter must cut the run (memory stays
     // bounded) and, where ICU's boundaries do not depend on context, still count exactly.
     QByteArray run;
@@ -138,33 +120,20 @@ void WordCounterTest::agreesWithIcu()
     WordCounter counter(options);
     for (std::size_t i = 0; i < view.size(); i += std::size_t(piece))
         counter.text(view.substr(i, std::size_t(piece)));
-    const Counts expected = toCounts(countWithIcu(view));
-    const Counts actual = toCounts(counter.finish());
-    QVERIFY2(actual == expected, firstDifference(expected, actual).c_str());
+    QVERIFY(toCounts(counter.finish()) == toCounts(countWithIcu(view)));
 }
 
-// Exact counts, not only agreement with ICU.
-void WordCounterTest::exactCounts_data()
-{
-    QTest::addColumn<QByteArrayList>("pieces"); // with a boundary between each two
-    QTest::addColumn<Counts>("expected");
-    QTest::newRow("NFC, case kept") << QByteArrayList{"cafe\u0301 café Café CAFÉ"}
-                                    << Counts{{"café", 2}, {"Café", 1}, {"CAFÉ", 1}};
-    QTest::newRow("boundaries end words")
-        << QByteArrayList{"abc", "def don", "'t 日本", "語"}
-        << Counts{{"abc", 1}, {"def", 1}, {"don", 1}, {"t", 1}, {"日本", 1}, {"語", 1}};
-}
-
+// Exact counts, not only agreement with ICU: NFC, case kept, and a boundary ends a word.
 void WordCounterTest::exactCounts()
 {
-    QFETCH(QByteArrayList, pieces);
-    QFETCH(Counts, expected);
     WordCounter counter({64, 2});
-    for (const QByteArray& piece : pieces) {
-        if (&piece != &pieces.front())
-            counter.boundary();
-        counter.text(std::string_view(piece.constData(), std::size_t(piece.size())));
+    for (const std::string_view piece :
+         {"cafe\u0301 café Café CAFÉ abc", "def don", "'t 日本", "語"}) {
+        counter.text(piece);
+        counter.boundary();
     }
+    const Counts expected{{"café", 2}, {"Café", 1}, {"CAFÉ", 1}, {"abc", 1}, {"def", 1},
+                          {"don", 1},  {"t", 1},    {"日本", 1}, {"語", 1}};
     QVERIFY(toCounts(counter.finish()) == expected);
 }
 
