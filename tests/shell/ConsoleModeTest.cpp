@@ -1,12 +1,8 @@
 #include "shell/CommandLine.h"
-#include "shell/ConsoleDesktop.h"
-#include "shell/DesktopFactory.h"
 #include "shell/SelectionItems.h"
 #include "tests/common/TestEnvironment.h"
 
-#include <QClipboard>
 #include <QDir>
-#include <QGuiApplication>
 #include <QMimeData>
 #include <QProcess>
 #include <QTest>
@@ -67,10 +63,7 @@ private slots:
         QTest::newRow("files") << u"a.txt /x/../b"_s << u"files /work/a.txt|/b"_s;
         QTest::newRow("console save-as") << u"--console --save-as out.png c"_s
                                          << u"console, save-as /work/out.png, files /work/c"_s;
-        QTest::newRow("save-as=") << u"--console --save-as=/tmp/o"_s
-                                  << u"console, save-as /tmp/o"_s;
         QTest::newRow("file URI") << u"file:///tmp/a%20b"_s << u"files /tmp/a b"_s;
-        QTest::newRow("dash file after --") << u"-- --console"_s << u"files /work/--console"_s;
         QTest::newRow("save-as needs console")
             << u"--save-as x"_s << u"error: --save-as works with --console only"_s;
         QTest::newRow("save-as needs a path")
@@ -99,37 +92,9 @@ private slots:
         QCOMPARE(describe(parseCommandLine(arguments.split(u' '), u"/work"_s)), parsed);
     }
 
-    void consoleDesktopPrintsWhatItIsAsked()
+    // Copied files become one item each, also as the file manager's cut list.
+    void selectionItemsFromMimeData()
     {
-        QString out, err;
-        QTextStream outStream(&out), errStream(&err);
-        const auto desktop =
-            makeDesktop({DesktopChoice::Kind::Console, &outStream, &errStream, u"/tmp/x.png"_s});
-        desktop->alert(u"There are 3 words"_s);
-        desktop->stopAlert(u"Stop."_s, u"Not shown."_s);
-        desktop->openInTextEditor(u"/a b.txt"_s);
-        QVERIFY(desktop->openUrl(QUrl(u"https://okaluna.example/a b"_s)));
-        QCOMPARE(desktop->chooseSavePath(u"proposed"_s), u"/tmp/x.png"_s);
-        QVERIFY(desktop->chooseFilesToOpen(u"prompt"_s).isEmpty());
-        QCOMPARE(out, u"There are 3 words\nStop.\nopen /a b.txt\n"
-                      u"open https://okaluna.example/a%20b\n"_s);
-        QVERIFY(err.contains(u"not available"_s));
-    }
-
-    void clipboardAndSelectionItems()
-    {
-        QString out, err;
-        QTextStream outStream(&out), errStream(&err);
-        ConsoleDesktop desktop(outStream, errStream, {});
-        const QByteArray text = u"zwölf"_s.toUtf8();
-        desktop.setClipboardText(u"zwölf"_s);
-        const QMimeData* written = QGuiApplication::clipboard()->mimeData();
-        QCOMPARE(written->data(u"text/plain;charset=utf-8"_s), text);
-        QCOMPARE(written->data(u"text/plain"_s), text);
-        const QList<PasteboardItem> read = desktop.readSelection(SelectionSource::Clipboard);
-        QCOMPARE(read.size(), 1);
-        QVERIFY(read.first().contains({u"text/plain;charset=utf-8"_s, text}));
-
         QMimeData files;
         files.setUrls({QUrl::fromLocalFile(u"/a b"_s), QUrl::fromLocalFile(u"/c"_s)});
         const QList<PasteboardItem> uris = itemsFromMimeData(files);
@@ -180,5 +145,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(ConsoleModeTest)
+QTEST_GUILESS_MAIN(ConsoleModeTest)
 #include "ConsoleModeTest.moc"
