@@ -48,7 +48,7 @@ private slots:
     {
         if (qEnvironmentVariableIsEmpty("DISPLAY") ||
             QStandardPaths::findExecutable(u"xclip"_s).isEmpty())
-            QSKIP("needs a display and xclip: run under xvfb-run");
+            QSKIP("needs a display and xclip: run under tests/with-xvfb.sh");
         testing::TestEnvironment env;
         run(u"xclip"_s, u"-i -selection primary"_s, "h\xc3\xa9llo \xf0\x9f\x98\x80");
         QCOMPARE(run(program, u"--console --service charCount --selection"_s),
