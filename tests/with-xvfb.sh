@@ -22,6 +22,14 @@ while [ ! -s "$dir/display" ]; do
 done
 DISPLAY=:$(tr -d '\n' <"$dir/display")
 export DISPLAY
+# Ready means a client gets in, not only that the server says so.
+if command -v xdotool >/dev/null; then
+    tries=0
+    until xdotool getdisplaygeometry >/dev/null 2>&1 || [ "$tries" -gt 100 ]; do
+        tries=$((tries + 1))
+        sleep 0.05
+    done
+fi
 "$@"
 status=$?
 kill "$server" 2>/dev/null
