@@ -214,6 +214,28 @@ public:
     bool m_sawRoot = false;
 };
 
+namespace {
+
+// What both parsers share: text in every form goes to the handler, comments and
+// processing instructions are dropped, nothing is loaded from outside, and errors stay
+// quiet (a damaged document yields what could be read).
+void keepTextOnly(xmlSAXHandler& sax)
+{
+    sax.characters = MarkupParser::characters;
+    sax.cdataBlock = MarkupParser::characters;
+    sax.ignorableWhitespace = MarkupParser::characters;
+    sax.comment = nullptr;
+    sax.processingInstruction = nullptr;
+    sax.reference = nullptr;
+    sax.resolveEntity = MarkupParser::noInput;
+    sax.warning = ignoreGenericError;
+    sax.error = ignoreGenericError;
+    sax.fatalError = ignoreGenericError;
+    sax.serror = ignoreStructuredError;
+}
+
+} // namespace
+
 bool parseXml(const ByteSource& source, MarkupHandler& handler)
 {
     initLibxml();
@@ -224,23 +246,13 @@ bool parseXml(const ByteSource& source, MarkupHandler& handler)
     sax.endElementNs = MarkupParser::endNs;
     sax.startElement = nullptr;
     sax.endElement = nullptr;
-    sax.characters = MarkupParser::characters;
-    sax.cdataBlock = MarkupParser::characters;
-    sax.ignorableWhitespace = MarkupParser::characters;
-    sax.comment = nullptr;
-    sax.processingInstruction = nullptr;
-    sax.reference = nullptr;
+    keepTextOnly(sax);
     // Declared entities are dropped and only the five predefined ones resolve: no
     // billion laughs, no external entities, whatever the document declares.
     sax.entityDecl = MarkupParser::ignoreEntityDecl;
     sax.getEntity = MarkupParser::predefinedEntity;
     sax.getParameterEntity = MarkupParser::predefinedEntity;
-    sax.resolveEntity = MarkupParser::noInput;
     sax.externalSubset = nullptr;
-    sax.warning = ignoreGenericError;
-    sax.error = ignoreGenericError;
-    sax.fatalError = ignoreGenericError;
-    sax.serror = ignoreStructuredError;
 
     MarkupParser parser(handler);
     parser.m_ctxt = xmlCreatePushParserCtxt(&sax, nullptr, nullptr, 0, nullptr);
@@ -265,17 +277,7 @@ void parseHtml(const ByteSource& source, MarkupHandler& handler)
     xmlSAX2InitHtmlDefaultSAXHandler(&sax);
     sax.startElement = MarkupParser::startHtml;
     sax.endElement = MarkupParser::endHtml;
-    sax.characters = MarkupParser::characters;
-    sax.cdataBlock = MarkupParser::characters;
-    sax.ignorableWhitespace = MarkupParser::characters;
-    sax.comment = nullptr;
-    sax.processingInstruction = nullptr;
-    sax.reference = nullptr;
-    sax.resolveEntity = MarkupParser::noInput;
-    sax.warning = ignoreGenericError;
-    sax.error = ignoreGenericError;
-    sax.fatalError = ignoreGenericError;
-    sax.serror = ignoreStructuredError;
+    keepTextOnly(sax);
 
     // libxml2 would take undeclared text for Latin-1; look at the start first.
     std::string first(65536, '\0');
