@@ -49,11 +49,13 @@ QByteArray makeWords(int distinct)
     QByteArray text;
     for (int i = 0; i < distinct; ++i) {
         QByteArray word;
-        for (int n = i + 1; n > 0; n /= 26)
+        for (int n = i + 1; n > 0; n /= 26) {
             word.append(char('a' + n % 26));
+        }
         word.append(char('a' + random() % 26));
-        for (unsigned repeat = 0; repeat <= random() % 3; ++repeat)
+        for (unsigned repeat = 0; repeat <= random() % 3; ++repeat) {
             text.append(word).append('\n');
+        }
     }
     return text;
 }
@@ -77,8 +79,9 @@ int main(int argc, char** argv)
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(dir.path()));
     const QString input = dir.path() + QStringLiteral("/words.txt");
     QFile file(input);
-    if (!file.open(QIODevice::WriteOnly) || file.write(makeWords(distinct)) < 0)
+    if (!file.open(QIODevice::WriteOnly) || file.write(makeWords(distinct)) < 0) {
         return 1;
+    }
     file.close();
 
     QuietDesktop desktop;

@@ -37,10 +37,12 @@ indexer::WordMap makeWords(std::size_t n)
     for (std::size_t i = 0; words.size() < n; ++i) {
         std::string word;
         const std::size_t length = 2 + random() % 13;
-        for (std::size_t j = 0; j < length; ++j)
+        for (std::size_t j = 0; j < length; ++j) {
             word += static_cast<char>('a' + random() % 26);
-        if (i % 20 == 0)
+        }
+        if (i % 20 == 0) {
             word += accents[i % 5];
+        }
         words.add(word, 1 + (n / (1 + random() % n)) % 100000);
     }
     return words;
@@ -56,10 +58,11 @@ void readWithLibplist(const char* label, const std::string& bytes, bool xml)
 {
     const Clock::time_point start = Clock::now();
     plist_t root = nullptr;
-    if (xml)
+    if (xml) {
         plist_from_xml(bytes.data(), static_cast<uint32_t>(bytes.size()), &root);
-    else
+    } else {
         plist_from_bin(bytes.data(), static_cast<uint32_t>(bytes.size()), &root);
+    }
     const double seconds = since(start);
     std::printf("%s %.3f s (%u entries)\n", label, seconds, root ? plist_dict_get_size(root) : 0);
     plist_free(root);
@@ -82,8 +85,9 @@ int main(int argc, char** argv)
     const indexer::WordMap words = makeWords(n);
     Clock::time_point start = Clock::now();
     std::FILE* file = std::fopen(binaryPath.c_str(), "wb");
-    if (!file || !indexer::writeBinaryPlist(file, words) || std::fclose(file) != 0)
+    if (!file || !indexer::writeBinaryPlist(file, words) || std::fclose(file) != 0) {
         return 1;
+    }
     std::printf("indexer writes binary: %.3f s\n", since(start));
 
     start = Clock::now();
@@ -116,8 +120,9 @@ int main(int argc, char** argv)
         const indexer::WordMap fewer = makeWords(small);
         std::FILE* smallFile = std::fopen(binaryPath.c_str(), "wb");
         if (!smallFile || !indexer::writeBinaryPlist(smallFile, fewer) ||
-            std::fclose(smallFile) != 0)
+            std::fclose(smallFile) != 0) {
             return 1;
+        }
         const std::string smallBinary = readAll(binaryPath);
         plist_from_bin(smallBinary.data(), static_cast<uint32_t>(smallBinary.size()), &root);
         plist_to_xml(root, &xml, &xmlLength);

@@ -13,12 +13,15 @@ namespace {
 // Bytes needed to write value as an unsigned big-endian number: 1, 2, 4 or 8.
 unsigned widthFor(std::uint64_t value)
 {
-    if (value <= 0xFF)
+    if (value <= 0xFF) {
         return 1;
-    if (value <= 0xFFFF)
+    }
+    if (value <= 0xFFFF) {
         return 2;
-    if (value <= 0xFFFFFFFFull)
+    }
+    if (value <= 0xFFFFFFFFull) {
         return 4;
+    }
     return 8;
 }
 
@@ -32,19 +35,22 @@ public:
     void byte(unsigned char b)
     {
         m_buffer.push_back(static_cast<char>(b));
-        if (m_buffer.size() >= capacity)
+        if (m_buffer.size() >= capacity) {
             flush();
+        }
     }
     void bytes(std::string_view data)
     {
         m_buffer.append(data);
-        if (m_buffer.size() >= capacity)
+        if (m_buffer.size() >= capacity) {
             flush();
+        }
     }
     void bigEndian(std::uint64_t value, unsigned width)
     {
-        for (unsigned i = width; i-- > 0;)
+        for (unsigned i = width; i-- > 0;) {
             byte(static_cast<unsigned char>(value >> (8 * i)));
+        }
     }
     // An integer object: 1, 2 and 4-byte forms are unsigned, the 8-byte form is signed.
     void integer(std::uint64_t value)
@@ -69,8 +75,9 @@ public:
     bool flush()
     {
         if (!m_buffer.empty() &&
-            std::fwrite(m_buffer.data(), 1, m_buffer.size(), m_file) != m_buffer.size())
+            std::fwrite(m_buffer.data(), 1, m_buffer.size(), m_file) != m_buffer.size()) {
             m_ok = false;
+        }
         m_written += m_buffer.size();
         m_buffer.clear();
         return m_ok;
@@ -87,8 +94,9 @@ private:
 bool isAscii(std::string_view text)
 {
     for (char c : text) {
-        if (static_cast<unsigned char>(c) >= 0x80)
+        if (static_cast<unsigned char>(c) >= 0x80) {
             return false;
+        }
     }
     return true;
 }
@@ -139,8 +147,9 @@ bool writeBinaryPlist(std::FILE* file, const WordMap& words)
     std::unordered_map<std::uint64_t, std::uint64_t> countObjects;
     std::vector<std::uint64_t> counts;
     words.forEach([&](std::string_view, std::uint64_t count) {
-        if (countObjects.emplace(count, 1 + n + counts.size()).second)
+        if (countObjects.emplace(count, 1 + n + counts.size()).second) {
             counts.push_back(count);
+        }
     });
     const std::uint64_t objectCount = 1 + n + counts.size();
     const unsigned refWidth = widthFor(objectCount - 1);
@@ -151,8 +160,9 @@ bool writeBinaryPlist(std::FILE* file, const WordMap& words)
     out.bytes("bplist00");
     offsets.push_back(out.offset());
     out.marker(0xD0, n);
-    for (std::uint64_t i = 1; i <= n; ++i)
+    for (std::uint64_t i = 1; i <= n; ++i) {
         out.bigEndian(i, refWidth);
+    }
     words.forEach([&](std::string_view, std::uint64_t count) {
         out.bigEndian(countObjects[count], refWidth);
     });
@@ -166,8 +176,9 @@ bool writeBinaryPlist(std::FILE* file, const WordMap& words)
         }
         toUtf16(word, units);
         out.marker(0x60, units.size());
-        for (char16_t unit : units)
+        for (char16_t unit : units) {
             out.bigEndian(unit, 2);
+        }
     });
     for (std::uint64_t count : counts) {
         offsets.push_back(out.offset());
@@ -176,10 +187,12 @@ bool writeBinaryPlist(std::FILE* file, const WordMap& words)
 
     const std::uint64_t tableOffset = out.offset();
     const unsigned offsetWidth = widthFor(tableOffset);
-    for (std::uint64_t offset : offsets)
+    for (std::uint64_t offset : offsets) {
         out.bigEndian(offset, offsetWidth);
-    for (int i = 0; i < 6; ++i)
+    }
+    for (int i = 0; i < 6; ++i) {
         out.byte(0);
+    }
     out.byte(static_cast<unsigned char>(offsetWidth));
     out.byte(static_cast<unsigned char>(refWidth));
     out.bigEndian(objectCount, 8);

@@ -30,8 +30,9 @@ constexpr Reader documentReaders[] = {
 bool readDocument(const std::string& path, TextSink& sink)
 {
     for (const Reader& reader : documentReaders) {
-        if (reader.accepts(path))
+        if (reader.accepts(path)) {
             return reader.read(path, sink);
+        }
     }
     return false;
 }

@@ -16,8 +16,9 @@ IcuWords::IcuWords()
     UErrorCode status = U_ZERO_ERROR;
     m_breaker.reset(icu::BreakIterator::createWordInstance(icu::Locale::getRoot(), status));
     m_nfc = icu::Normalizer2::getNFCInstance(status);
-    if (U_FAILURE(status) || !m_breaker || !m_nfc)
+    if (U_FAILURE(status) || !m_breaker || !m_nfc) {
         throw std::runtime_error("ICU word segmentation is unavailable");
+    }
 }
 
 IcuWords::~IcuWords()
@@ -52,14 +53,16 @@ void IcuWords::count(std::string_view utf8, WordMap& words)
     UErrorCode status = U_ZERO_ERROR;
     utext_openUTF8(&m_text, utf8.data(), static_cast<int64_t>(utf8.size()), &status);
     m_breaker->setText(&m_text, status);
-    if (U_FAILURE(status))
+    if (U_FAILURE(status)) {
         return;
+    }
     int32_t start = m_breaker->first();
     for (int32_t end = m_breaker->next(); end != icu::BreakIterator::DONE;
          start = end, end = m_breaker->next()) {
         const int32_t rule = m_breaker->getRuleStatus();
-        if (rule >= UBRK_WORD_NUMBER && rule < UBRK_WORD_IDEO_LIMIT)
+        if (rule >= UBRK_WORD_NUMBER && rule < UBRK_WORD_IDEO_LIMIT) {
             addNormalised(utf8.substr(start, end - start), words);
+        }
     }
 }
 
@@ -68,21 +71,24 @@ std::size_t IcuWords::cutNearEnd(std::string_view utf8)
     // Look at the last 64 KB only: enough context for ICU's dictionaries, bounded cost.
     constexpr std::size_t window = 64 * 1024;
     std::size_t from = utf8.size() > window ? utf8.size() - window : 0;
-    while (from > 0 && (static_cast<unsigned char>(utf8[from]) & 0xC0) == 0x80)
+    while (from > 0 && (static_cast<unsigned char>(utf8[from]) & 0xC0) == 0x80) {
         --from;
+    }
     const std::string_view tail = utf8.substr(from);
     UErrorCode status = U_ZERO_ERROR;
     utext_openUTF8(&m_text, tail.data(), static_cast<int64_t>(tail.size()), &status);
     m_breaker->setText(&m_text, status);
     if (U_SUCCESS(status)) {
         const int32_t boundary = m_breaker->preceding(static_cast<int32_t>(tail.size() / 2 + 1));
-        if (boundary > 0)
+        if (boundary > 0) {
             return from + static_cast<std::size_t>(boundary);
+        }
     }
     // One enormous segment: cut at a character start in its middle.
     std::size_t cut = from > 0 ? from : utf8.size() / 2;
-    while (cut > 0 && (static_cast<unsigned char>(utf8[cut]) & 0xC0) == 0x80)
+    while (cut > 0 && (static_cast<unsigned char>(utf8[cut]) & 0xC0) == 0x80) {
         --cut;
+    }
     return cut > 0 ? cut : utf8.size();
 }
 

@@ -15,8 +15,9 @@ bool writeResultFile(const std::string& folder, const WordMap& words)
     const std::string target = folder + '/' + resultFileName;
     std::string pattern = target + ".XXXXXX";
     const int fd = ::mkstemp(pattern.data());
-    if (fd < 0)
+    if (fd < 0) {
         return false;
+    }
     std::FILE* file = ::fdopen(fd, "wb");
     if (!file) {
         ::close(fd);

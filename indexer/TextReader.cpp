@@ -50,8 +50,9 @@ Utf8Survey surveyUtf8(std::string_view text, bool complete)
         }
         std::size_t i = 1;
         for (; length > 0 && i < length && p + i < end; ++i) {
-            if (p[i] < (i == 1 ? low : 0x80) || p[i] > (i == 1 ? high : 0xBF))
+            if (p[i] < (i == 1 ? low : 0x80) || p[i] > (i == 1 ? high : 0xBF)) {
                 break;
+            }
         }
         if (length > 0 && i == length) {
             ++survey.sequences;
@@ -77,12 +78,15 @@ ssize_t readFully(int fd, char* buffer, std::size_t size)
     std::size_t done = 0;
     while (done < size) {
         const ssize_t n = ::read(fd, buffer + done, size - done);
-        if (n < 0 && errno == EINTR)
+        if (n < 0 && errno == EINTR) {
             continue;
-        if (n < 0)
+        }
+        if (n < 0) {
             return done > 0 ? static_cast<ssize_t>(done) : -1;
-        if (n == 0)
+        }
+        if (n == 0) {
             break;
+        }
         done += static_cast<std::size_t>(n);
     }
     return static_cast<ssize_t>(done);
@@ -103,23 +107,30 @@ using Converter = std::unique_ptr<UConverter, ConverterCloser>;
 TextEncoding detectEncoding(std::string_view sample, bool wholeFile)
 {
     using namespace std::string_view_literals;
-    if (startsWith(sample, "\xEF\xBB\xBF"sv))
+    if (startsWith(sample, "\xEF\xBB\xBF"sv)) {
         return {"UTF-8", 3};
-    if (startsWith(sample, "\xFF\xFE\0\0"sv))
+    }
+    if (startsWith(sample, "\xFF\xFE\0\0"sv)) {
         return {"UTF-32LE", 4};
-    if (startsWith(sample, "\0\0\xFE\xFF"sv))
+    }
+    if (startsWith(sample, "\0\0\xFE\xFF"sv)) {
         return {"UTF-32BE", 4};
-    if (startsWith(sample, "\xFF\xFE"sv))
+    }
+    if (startsWith(sample, "\xFF\xFE"sv)) {
         return {"UTF-16LE", 2};
-    if (startsWith(sample, "\xFE\xFF"sv))
+    }
+    if (startsWith(sample, "\xFE\xFF"sv)) {
         return {"UTF-16BE", 2};
+    }
     // UTF-8 with a few damaged bytes is still UTF-8; legacy 8-bit text almost never holds a
     // well-formed multi-byte sequence. NUL bytes mean binary data: only its ASCII words count.
     const Utf8Survey survey = surveyUtf8(sample, wholeFile);
-    if (survey.errors == 0 || survey.sequences > survey.errors)
+    if (survey.errors == 0 || survey.sequences > survey.errors) {
         return {"UTF-8", 0};
-    if (sample.find('\0') != std::string_view::npos)
+    }
+    if (sample.find('\0') != std::string_view::npos) {
         return {"UTF-8", 0};
+    }
 
     std::string name;
     if (uchardet_t detector = uchardet_new()) {
@@ -130,25 +141,29 @@ TextEncoding detectEncoding(std::string_view sample, bool wholeFile)
         }
         uchardet_delete(detector);
     }
-    if (name.empty() || name == "ASCII")
+    if (name.empty() || name == "ASCII") {
         name = "UTF-8";
+    }
     return {name, 0};
 }
 
 bool readTextFile(const std::string& path, TextSink& sink)
 {
     const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0)
+    if (fd < 0) {
         return false;
+    }
     FileCloser closer{fd};
     struct stat info {};
-    if (::fstat(fd, &info) != 0 || S_ISDIR(info.st_mode))
+    if (::fstat(fd, &info) != 0 || S_ISDIR(info.st_mode)) {
         return false;
+    }
 
     std::vector<char> input(chunkSize);
     ssize_t n = readFully(fd, input.data(), input.size());
-    if (n < 0)
+    if (n < 0) {
         return false;
+    }
     std::string_view chunk(input.data(), static_cast<std::size_t>(n));
     const TextEncoding encoding = detectEncoding(chunk, static_cast<std::size_t>(n) < chunkSize);
     chunk.remove_prefix(std::min(encoding.bomLength, chunk.size()));
@@ -159,15 +174,17 @@ bool readTextFile(const std::string& path, TextSink& sink)
         UErrorCode status = U_ZERO_ERROR;
         source.reset(ucnv_open(encoding.name.c_str(), &status));
         target.reset(ucnv_open("UTF-8", &status));
-        if (U_FAILURE(status))
+        if (U_FAILURE(status)) {
             source.reset();
+        }
     }
     if (!source) {
         while (!chunk.empty()) {
             sink.text(chunk);
             n = readFully(fd, input.data(), input.size());
-            if (n < 0)
+            if (n < 0) {
                 return false;
+            }
             chunk = std::string_view(input.data(), static_cast<std::size_t>(n));
         }
         return true;
@@ -191,15 +208,18 @@ bool readTextFile(const std::string& path, TextSink& sink)
                            fromEnd, pivot.data(), &pivotSource, &pivotTarget,
                            pivot.data() + pivot.size(), reset, last, &status);
             reset = false;
-            if (to != output.data())
+            if (to != output.data()) {
                 sink.text(
                     std::string_view(output.data(), static_cast<std::size_t>(to - output.data())));
+            }
         } while (status == U_BUFFER_OVERFLOW_ERROR);
-        if (U_FAILURE(status) || last)
+        if (U_FAILURE(status) || last) {
             return U_SUCCESS(status);
+        }
         n = readFully(fd, input.data(), input.size());
-        if (n < 0)
+        if (n < 0) {
             return false;
+        }
         chunk = std::string_view(input.data(), static_cast<std::size_t>(n));
     }
 }

@@ -21,20 +21,21 @@ constexpr std::array<unsigned char, 256> makeClasses()
     std::array<unsigned char, 256> classes{};
     for (int c = 0; c < 256; ++c) {
         unsigned char k = Other;
-        if ((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '@')
+        if ((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '@') {
             k = Letter;
-        else if (c >= '0' && c <= '9')
+        } else if (c >= '0' && c <= '9') {
             k = Digit;
-        else if (c == '_')
+        } else if (c == '_') {
             k = Underscore;
-        else if (c == '.' || c == '\'')
+        } else if (c == '.' || c == '\'') {
             k = MidLetterNum;
-        else if (c == ',' || c == ';')
+        } else if (c == ',' || c == ';') {
             k = MidNum;
-        else if (c == ' ' || (c >= '\t' && c <= '\r'))
+        } else if (c == ' ' || (c >= '\t' && c <= '\r')) {
             k = Space;
-        else if (c >= 0x80)
+        } else if (c >= 0x80) {
             k = High;
+        }
         classes[c] = k;
     }
     return classes;
@@ -58,8 +59,9 @@ public:
     void add(const char* start, const char* end)
     {
         m_pending[m_size++] = std::string_view(start, static_cast<std::size_t>(end - start));
-        if (m_size == capacity)
+        if (m_size == capacity) {
             flush();
+        }
     }
     void flush()
     {
@@ -89,11 +91,13 @@ const char* skipAlphanumeric(const char* p, const char* end)
             (lower + (0x80 - 'a') * ones) & ~(lower + (0x80 - 'z' - 1) * ones);
         const std::uint64_t digit = (v + (0x80 - '0') * ones) & ~(v + (0x80 - '9' - 1) * ones);
         const std::uint64_t found = (letter | digit) & high;
-        if (found != high)
+        if (found != high) {
             return p + __builtin_ctzll(~found & high) / 8;
+        }
     }
-    while (p < end && (classOf(*p) == Letter || classOf(*p) == Digit))
+    while (p < end && (classOf(*p) == Letter || classOf(*p) == Digit)) {
         ++p;
+    }
     return p;
 }
 
@@ -112,8 +116,9 @@ void scanAscii(const char* p, const char* end, Batch& words)
             if (const char* q = skipAlphanumeric(p, end); q != p) {
                 last = classOf(q[-1]);
                 p = q;
-                if (p == end)
+                if (p == end) {
                     break;
+                }
             }
             k = classOf(*p);
             if (k == Letter || k == Digit || k == Underscore) {
@@ -128,8 +133,9 @@ void scanAscii(const char* p, const char* end, Batch& words)
                 break;
             }
         }
-        if (p - start > 1 || *start != '_')
+        if (p - start > 1 || *start != '_') {
             words.add(start, p);
+        }
     }
 }
 
@@ -154,16 +160,18 @@ struct WordCounter::Worker {
                 return;
             }
             const char* runStart = high;
-            while (runStart > p && classOf(runStart[-1]) != Space)
+            while (runStart > p && classOf(runStart[-1]) != Space) {
                 --runStart;
+            }
             scanAscii(p, runStart, batch);
             const char* runEnd = skip(high, end, false);
             // Neighbouring non-ASCII runs go to ICU together: fewer calls into it.
             for (;;) {
                 const char* next = skip(runEnd, end, true);
                 const char* nextEnd = skip(next, end, false);
-                if (findHigh(next, nextEnd) == nextEnd)
+                if (findHigh(next, nextEnd) == nextEnd) {
                     break;
+                }
                 runEnd = nextEnd;
             }
             const char* icuStart = runStart > begin ? runStart - 1 : runStart;
@@ -180,19 +188,22 @@ struct WordCounter::Worker {
         for (; end - p >= 8; p += 8) {
             std::uint64_t v;
             std::memcpy(&v, p, 8);
-            if (v & highBits)
+            if (v & highBits) {
                 return p + __builtin_ctzll(v & highBits) / 8;
+            }
         }
-        while (p < end && static_cast<unsigned char>(*p) < 0x80)
+        while (p < end && static_cast<unsigned char>(*p) < 0x80) {
             ++p;
+        }
         return p;
     }
 
     // Past the whitespace (or the non-whitespace) that starts at p.
     static const char* skip(const char* p, const char* end, bool space)
     {
-        while (p < end && (classOf(*p) == Space) == space)
+        while (p < end && (classOf(*p) == Space) == space) {
             ++p;
+        }
         return p;
     }
 };
@@ -201,11 +212,13 @@ WordCounter::WordCounter() : WordCounter(Options{}) {}
 
 WordCounter::WordCounter(Options options) : m_options(options)
 {
-    if (m_options.blockSize < 16)
+    if (m_options.blockSize < 16) {
         m_options.blockSize = 16;
+    }
     m_options.threads = m_options.threads >= 2 ? 2 : 1;
-    for (unsigned i = 0; i < m_options.threads; ++i)
+    for (unsigned i = 0; i < m_options.threads; ++i) {
         m_workers[i] = std::make_unique<Worker>();
+    }
     m_pending.reserve(m_options.blockSize + (1u << 20));
 }
 
@@ -220,8 +233,9 @@ void WordCounter::text(std::string_view utf8)
         const std::size_t n = std::min(room, utf8.size());
         m_pending.append(utf8.substr(0, n));
         utf8.remove_prefix(n);
-        if (m_pending.size() >= m_options.blockSize)
+        if (m_pending.size() >= m_options.blockSize) {
             process(false);
+        }
     }
 }
 
@@ -240,15 +254,17 @@ void WordCounter::process(bool everything)
         const std::size_t limit =
             m_pending.size() > m_options.blockSize ? m_pending.size() - m_options.blockSize : 0;
         std::size_t space = m_pending.size();
-        while (space > limit && classOf(data[space - 1]) != Space)
+        while (space > limit && classOf(data[space - 1]) != Space) {
             --space;
+        }
         cut = space > limit && space > 1 ? space - 1 : m_workers[0]->icu.cutNearEnd(m_pending);
     }
     std::size_t middle = cut;
     if (m_workers[1] && cut >= 64 * 1024) {
         middle = cut / 2;
-        while (middle < cut && classOf(data[middle]) != Space)
+        while (middle < cut && classOf(data[middle]) != Space) {
             ++middle;
+        }
     }
     if (middle < cut) {
         std::thread second([&] { m_workers[1]->count(data + middle, data + cut); });
@@ -265,8 +281,9 @@ WordMap WordCounter::finish()
     process(true);
     WordMap words = std::move(m_workers[0]->words);
     if (m_workers[1]) {
-        if (m_workers[1]->words.size() > words.size())
+        if (m_workers[1]->words.size() > words.size()) {
             std::swap(words, m_workers[1]->words);
+        }
         words.merge(std::move(m_workers[1]->words));
     }
     m_workers[0]->words = WordMap();

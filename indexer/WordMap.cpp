@@ -90,15 +90,17 @@ WordMap::SlotArray::SlotArray(std::size_t count) : m_bytes(count * sizeof(Slot))
 {
     void* memory =
         ::mmap(nullptr, m_bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED)
+    if (memory == MAP_FAILED) {
         throw std::bad_alloc();
+    }
     m_slots = static_cast<Slot*>(memory);
 }
 
 WordMap::SlotArray::~SlotArray()
 {
-    if (m_slots)
+    if (m_slots) {
         ::munmap(m_slots, m_bytes);
+    }
 }
 
 void WordMap::SlotArray::swap(SlotArray& other) noexcept
@@ -137,8 +139,9 @@ const char* WordMap::storeExternal(std::string_view word)
 
 void WordMap::add(std::string_view word, std::uint64_t count)
 {
-    if (word.empty())
+    if (word.empty()) {
         return;
+    }
     std::uint64_t head[2];
     padded(word, head);
     insert(word, head, hashOf(word, head), count);
@@ -159,8 +162,9 @@ void WordMap::addBatch(const std::string_view* words, std::size_t n)
             __builtin_prefetch(&m_slots[hashes[i] & m_mask]);
         }
         for (std::size_t i = 0; i < m; ++i) {
-            if (!words[i].empty())
+            if (!words[i].empty()) {
                 insert(words[i], heads[i], hashes[i], 1);
+            }
         }
         words += m;
         n -= m;
@@ -184,12 +188,14 @@ void WordMap::insert(std::string_view word, const std::uint64_t head[2], std::ui
             } else {
                 slot.external = storeExternal(word);
             }
-            if (++m_size * 4 > (m_mask + 1) * 3)
+            if (++m_size * 4 > (m_mask + 1) * 3) {
                 grow();
+            }
             return;
         }
-        if (slot.tag != tag || slot.length != length)
+        if (slot.tag != tag || slot.length != length) {
             continue;
+        }
         if (length <= inlineCapacity ? (slot.words[0] == head[0] && slot.words[1] == head[1])
                                      : std::memcmp(slot.external, word.data(), length) == 0) {
             slot.count += count;
@@ -200,18 +206,21 @@ void WordMap::insert(std::string_view word, const std::uint64_t head[2], std::ui
 
 std::uint64_t WordMap::count(std::string_view word) const
 {
-    if (word.empty())
+    if (word.empty()) {
         return 0;
+    }
     std::uint64_t head[2];
     padded(word, head);
     const std::uint64_t hash = hashOf(word, head);
     const auto tag = static_cast<std::uint32_t>(hash >> 32);
     for (std::size_t i = hash & m_mask;; i = (i + 1) & m_mask) {
         const Slot& slot = m_slots[i];
-        if (slot.length == 0)
+        if (slot.length == 0) {
             return 0;
-        if (slot.tag == tag && keyOf(slot) == word)
+        }
+        if (slot.tag == tag && keyOf(slot) == word) {
             return slot.count;
+        }
     }
 }
 
@@ -221,17 +230,20 @@ void WordMap::grow()
     SlotArray old = std::exchange(m_slots, SlotArray(oldSize * 2));
     m_mask = oldSize * 2 - 1;
     for (std::size_t j = 0; j < oldSize; ++j) {
-        if (j % releaseEvery == 0)
+        if (j % releaseEvery == 0) {
             old.releaseBefore(j);
+        }
         const Slot& slot = old[j];
-        if (slot.length == 0)
+        if (slot.length == 0) {
             continue;
+        }
         std::uint64_t head[2];
         const std::string_view key = keyOf(slot);
         padded(key, head);
         std::size_t i = hashOf(key, head) & m_mask;
-        while (m_slots[i].length != 0)
+        while (m_slots[i].length != 0) {
             i = (i + 1) & m_mask;
+        }
         m_slots[i] = slot; // external keys stay where they are in the arena
     }
 }
@@ -240,14 +252,17 @@ void WordMap::merge(WordMap&& other)
 {
     // The other table's words arrive in its slot order, which is hash order: poured into a
     // smaller table they pile up into long probe runs. Make room for all of them first.
-    while (m_mask < other.m_mask || (m_size + other.m_size) * 4 > (m_mask + 1) * 3)
+    while (m_mask < other.m_mask || (m_size + other.m_size) * 4 > (m_mask + 1) * 3) {
         grow();
+    }
     for (std::size_t j = 0; j <= other.m_mask; ++j) {
-        if (j % releaseEvery == 0)
+        if (j % releaseEvery == 0) {
             other.m_slots.releaseBefore(j);
+        }
         const Slot& slot = other.m_slots[j];
-        if (slot.length != 0)
+        if (slot.length != 0) {
             add(keyOf(slot), slot.count);
+        }
     }
     other = WordMap();
 }

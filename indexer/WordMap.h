@@ -37,8 +37,9 @@ public:
     {
         for (std::size_t i = 0; i <= m_mask; ++i) {
             const Slot& slot = m_slots[i];
-            if (slot.length != 0)
+            if (slot.length != 0) {
                 f(keyOf(slot), slot.count);
+            }
         }
     }
 

@@ -21,8 +21,9 @@ int main(int argc, char** argv)
     // A pathological document ends this process, never the application that waits for it.
     applyResourceCaps();
     const std::string folder = tallyvox::temporaryFolder();
-    if (folder.empty())
+    if (folder.empty()) {
         return 1;
+    }
     try {
         WordCounter counter;
         // An unreadable file still gets a fresh result, an empty one, so no earlier

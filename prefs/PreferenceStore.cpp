@@ -25,16 +25,19 @@ using PlistPtr = std::unique_ptr<std::remove_pointer_t<plist_t>, PlistDeleter>;
 PlistPtr readDictionary(const QString& path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly)) {
         return nullptr;
+    }
     const QByteArray bytes = file.readAll();
-    if (bytes.isEmpty() || bytes.size() > std::numeric_limits<qint32>::max())
+    if (bytes.isEmpty() || bytes.size() > std::numeric_limits<qint32>::max()) {
         return nullptr;
+    }
     plist_t root = nullptr;
     plist_from_memory(bytes.constData(), static_cast<uint32_t>(bytes.size()), &root);
     PlistPtr dict(root);
-    if (!dict || plist_get_node_type(dict.get()) != PLIST_DICT)
+    if (!dict || plist_get_node_type(dict.get()) != PLIST_DICT) {
         return nullptr;
+    }
     return dict;
 }
 
@@ -42,23 +45,27 @@ PlistPtr readDictionary(const QString& path)
 bool writeItem(const QString& path, const char* key, plist_t item)
 {
     PlistPtr dict = readDictionary(path);
-    if (!dict)
+    if (!dict) {
         dict.reset(plist_new_dict());
+    }
     plist_dict_set_item(dict.get(), key, item);
 
     char* xml = nullptr;
     uint32_t length = 0;
     plist_to_xml(dict.get(), &xml, &length);
-    if (!xml)
+    if (!xml) {
         return false;
+    }
     const QByteArray bytes(xml, static_cast<qsizetype>(length));
     plist_to_xml_free(xml);
 
-    if (!QDir().mkpath(QFileInfo(path).absolutePath()))
+    if (!QDir().mkpath(QFileInfo(path).absolutePath())) {
         return false;
+    }
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
         return false;
+    }
     return file.commit();
 }
 
@@ -76,8 +83,9 @@ bool PreferenceStore::readBool(const prefs::BoolKey& key) const
 {
     const PlistPtr dict = readDictionary(m_path);
     plist_t node = dict ? plist_dict_get_item(dict.get(), key.name) : nullptr;
-    if (!node || plist_get_node_type(node) != PLIST_BOOLEAN)
+    if (!node || plist_get_node_type(node) != PLIST_BOOLEAN) {
         return key.fallback;
+    }
     uint8_t value = 0;
     plist_get_bool_val(node, &value);
     return value != 0;
@@ -87,8 +95,9 @@ qint32 PreferenceStore::readNumber(const prefs::NumberKey& key) const
 {
     const PlistPtr dict = readDictionary(m_path);
     plist_t node = dict ? plist_dict_get_item(dict.get(), key.name) : nullptr;
-    if (!node)
+    if (!node) {
         return key.fallback;
+    }
 
     // A number that does not convert to 16 bits without loss reads as 1, whatever
     // the key's own default: that is what the conversion failure gives.
@@ -99,8 +108,9 @@ qint32 PreferenceStore::readNumber(const prefs::NumberKey& key) const
         plist_get_uint_val(node, &raw);
         const auto value = static_cast<qint64>(raw);
         if (value < std::numeric_limits<qint16>::min() ||
-            value > std::numeric_limits<qint16>::max())
+            value > std::numeric_limits<qint16>::max()) {
             return conversionFailure;
+        }
         return static_cast<qint16>(value);
     }
     case PLIST_REAL: {
@@ -108,8 +118,9 @@ qint32 PreferenceStore::readNumber(const prefs::NumberKey& key) const
         plist_get_real_val(node, &value);
         if (!(value >= std::numeric_limits<qint16>::min() &&
               value <= std::numeric_limits<qint16>::max()) ||
-            std::trunc(value) != value)
+            std::trunc(value) != value) {
             return conversionFailure;
+        }
         return static_cast<qint16>(value);
     }
     default:
@@ -121,8 +132,9 @@ std::optional<QByteArray> PreferenceStore::readData(const char* key) const
 {
     const PlistPtr dict = readDictionary(m_path);
     plist_t node = dict ? plist_dict_get_item(dict.get(), key) : nullptr;
-    if (!node || plist_get_node_type(node) != PLIST_DATA)
+    if (!node || plist_get_node_type(node) != PLIST_DATA) {
         return std::nullopt;
+    }
     char* bytes = nullptr;
     uint64_t length = 0;
     plist_get_data_val(node, &bytes, &length);
@@ -179,8 +191,9 @@ QByteArray encodeWindowBounds(const QRect& bounds)
 
 std::optional<QRect> decodeWindowBounds(const QByteArray& bytes)
 {
-    if (bytes.size() != 8)
+    if (bytes.size() != 8) {
         return std::nullopt;
+    }
     qint16 values[4];
     for (int i = 0; i < 4; ++i) {
         const auto high = static_cast<quint8>(bytes[2 * i]);

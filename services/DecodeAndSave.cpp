@@ -23,8 +23,9 @@ std::optional<QByteArray> utf8Data(const QString& text)
 {
     QStringEncoder encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
     QByteArray data = encoder.encode(text);
-    if (encoder.hasError())
+    if (encoder.hasError()) {
         return std::nullopt;
+    }
     return data;
 }
 
@@ -38,17 +39,21 @@ void DecodeAndSaveBase64(Desktop& desktop, const QString& text)
         return;
     }
     const QString path = desktop.chooseSavePath(QStringLiteral("DecodedBase64"));
-    if (path.isEmpty())
+    if (path.isEmpty()) {
         return;
-    if (!writeData(path, *data))
+    }
+    if (!writeData(path, *data)) {
         return;
+    }
     const std::optional<FileRef> ref = getFSRef(path);
-    if (!ref)
+    if (!ref) {
         return;
+    }
     std::optional<FileRef> renamed;
     if (NameFileByContentType(desktop, *ref, renamed)) {
-        if (const std::optional<QString> newPath = stringWithFSRef(&*renamed))
+        if (const std::optional<QString> newPath = stringWithFSRef(&*renamed)) {
             desktop.openFile(*newPath);
+        }
     } else {
         desktop.openFile(path);
     }
@@ -62,8 +67,9 @@ void SaveGraphicData(Desktop& desktop, const QString& text)
         return;
     }
     const QString path = desktop.chooseSavePath(QStringLiteral("Graphic"));
-    if (path.isEmpty())
+    if (path.isEmpty()) {
         return;
+    }
     if (writeData(path, *data)) {
         if (const std::optional<FileRef> ref = getFSRef(path)) {
             std::optional<FileRef> renamed;

@@ -22,10 +22,12 @@ QString normalisedType(const QString& type)
 QStringList namesOf(const char* flavor)
 {
     const QString name = QString::fromLatin1(flavor);
-    if (name == QLatin1String(flavors::utf8PlainText))
+    if (name == QLatin1String(flavors::utf8PlainText)) {
         return {name, QStringLiteral("utf8_string")};
-    if (name == QLatin1String(flavors::text))
+    }
+    if (name == QLatin1String(flavors::text)) {
         return {name, QStringLiteral("string"), QStringLiteral("text")};
+    }
     return {name};
 }
 
@@ -35,15 +37,17 @@ std::optional<QString> strictUtf8(const QByteArray& bytes)
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
                                                      QStringDecoder::Flag::ConvertInitialBom);
     QString text = decoder.decode(bytes);
-    if (decoder.hasError())
+    if (decoder.hasError()) {
         return std::nullopt;
+    }
     return text;
 }
 
 std::optional<QString> hostOrderUtf16(const QByteArray& bytes)
 {
-    if (bytes.size() % 2 != 0)
+    if (bytes.size() % 2 != 0) {
         return std::nullopt;
+    }
     QString text(bytes.size() / 2, Qt::Uninitialized);
     std::memcpy(text.data(), bytes.constData(), static_cast<size_t>(bytes.size()));
     return text;
@@ -54,12 +58,14 @@ std::optional<QString> hostOrderUtf16(const QByteArray& bytes)
 std::optional<QByteArray> copyItemFlavorData(const Pasteboard& pasteboard, qsizetype index,
                                              const char* flavor)
 {
-    if (index < 1 || index > pasteboard.size())
+    if (index < 1 || index > pasteboard.size()) {
         return std::nullopt;
+    }
     const QStringList names = namesOf(flavor);
     for (const auto& [type, bytes] : pasteboard.at(index - 1)) {
-        if (names.contains(normalisedType(type)))
+        if (names.contains(normalisedType(type))) {
             return bytes;
+        }
     }
     return std::nullopt;
 }
@@ -67,14 +73,17 @@ std::optional<QByteArray> copyItemFlavorData(const Pasteboard& pasteboard, qsize
 bool ReadFileURLFromPasteboard(const Pasteboard& pasteboard, std::optional<FileRef>& outRef)
 {
     std::optional<QByteArray> data;
-    for (qsizetype index = 1; index <= pasteboard.size() && !data; ++index)
+    for (qsizetype index = 1; index <= pasteboard.size() && !data; ++index) {
         data = copyItemFlavorData(pasteboard, index, flavors::fileUrl);
-    if (!data || data->isEmpty())
+    }
+    if (!data || data->isEmpty()) {
         return false;
+    }
     // A uri-list line ends in CR LF, which is not part of the URL.
     const QUrl url(QString::fromUtf8(data->trimmed()), QUrl::StrictMode);
-    if (!url.isValid() || !url.isLocalFile())
+    if (!url.isValid() || !url.isLocalFile()) {
         return false;
+    }
     outRef = FileRef::fromPath(url.toLocalFile());
     return outRef.has_value();
 }
@@ -86,15 +95,18 @@ std::optional<QString> ReadTextFromPasteboard(const Pasteboard& pasteboard)
     std::optional<QByteArray> data;
     for (qsizetype index = 1; index <= pasteboard.size() && !data; ++index) {
         for (const char* flavor : textFlavors) {
-            if ((data = copyItemFlavorData(pasteboard, index, flavor)))
+            if ((data = copyItemFlavorData(pasteboard, index, flavor))) {
                 break;
+            }
         }
     }
-    if (!data || data->isEmpty())
+    if (!data || data->isEmpty()) {
         return std::nullopt;
+    }
     // UTF-8 first whatever the flavor said: ASCII in UTF-16 is valid UTF-8, NULs and all.
-    if (std::optional<QString> text = strictUtf8(*data))
+    if (std::optional<QString> text = strictUtf8(*data)) {
         return text;
+    }
     return hostOrderUtf16(*data);
 }
 

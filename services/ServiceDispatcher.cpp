@@ -38,12 +38,15 @@ constexpr std::array serviceNames{
 std::optional<FileRef> fileNamedByText(const QString& text)
 {
     const QUrl url(text, QUrl::StrictMode);
-    if (!url.isValid())
+    if (!url.isValid()) {
         return std::nullopt;
-    if (url.isLocalFile())
+    }
+    if (url.isLocalFile()) {
         return FileRef::fromPath(url.toLocalFile());
-    if (url.scheme().isEmpty() && url.host().isEmpty() && url.path().startsWith(QLatin1Char('/')))
+    }
+    if (url.scheme().isEmpty() && url.host().isEmpty() && url.path().startsWith(QLatin1Char('/'))) {
         return FileRef::fromPath(url.path(QUrl::FullyDecoded));
+    }
     return std::nullopt;
 }
 
@@ -70,8 +73,9 @@ void performOnText(const WordContext& words, const QString& text, ProcessMode mo
     default: {
         // Every other value, unknown names included, reuses the file pipeline.
         std::optional<FileRef> file;
-        if (WriteTextToTemporaryFile(text, file))
+        if (WriteTextToTemporaryFile(text, file)) {
             ProcessFile(words, *file, mode);
+        }
         break;
     }
     }
@@ -79,19 +83,22 @@ void performOnText(const WordContext& words, const QString& text, ProcessMode mo
 
 void perform(const WordContext& words, const ServiceRequest& request)
 {
-    if (!request.messageName)
+    if (!request.messageName) {
         return;
+    }
     const ProcessMode mode = ServiceModeForMessage(*request.messageName);
-    if (!request.pasteboard)
+    if (!request.pasteboard) {
         return;
+    }
     std::optional<FileRef> file;
     if (ReadFileURLFromPasteboard(*request.pasteboard, file)) {
         // Whatever the mode: ProcessFile ignores the text-only ones.
         ProcessFile(words, *file, mode);
         return;
     }
-    if (const std::optional<QString> text = ReadTextFromPasteboard(*request.pasteboard))
+    if (const std::optional<QString> text = ReadTextFromPasteboard(*request.pasteboard)) {
         performOnText(words, *text, mode);
+    }
 }
 
 } // namespace
@@ -107,8 +114,9 @@ WordContext serviceWordContext(Desktop& desktop, const PreferenceStore& preferen
 ProcessMode ServiceModeForMessage(const QString& messageName)
 {
     for (const ServiceName& service : serviceNames) {
-        if (messageName.compare(QLatin1String(service.messageName), Qt::CaseInsensitive) == 0)
+        if (messageName.compare(QLatin1String(service.messageName), Qt::CaseInsensitive) == 0) {
             return service.mode;
+        }
     }
     return ProcessMode{0};
 }
@@ -118,8 +126,9 @@ Status HandleServicePerform(const ServiceContext& context, const ServiceRequest&
     // First, for every request, before anything is looked at.
     context.words.desktop.raiseApplication();
     perform(context.words, request);
-    if (context.words.preferences.GetQuitWhenDone() && context.armQuitTimer)
+    if (context.words.preferences.GetQuitWhenDone() && context.armQuitTimer) {
         context.armQuitTimer(quitDelay);
+    }
     return eventNotHandledErr;
 }
 

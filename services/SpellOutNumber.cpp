@@ -22,8 +22,9 @@ namespace {
 double leadingNumber(const QString& text)
 {
     const locale_t c = ::newlocale(LC_ALL_MASK, "C", locale_t{});
-    if (c == locale_t{})
+    if (c == locale_t{}) {
         return 0.0;
+    }
     const QByteArray bytes = text.toUtf8();
     const double value = ::strtod_l(bytes.constData(), nullptr, c);
     ::freelocale(c);
@@ -34,12 +35,14 @@ std::optional<QString> spelledOut(double value)
 {
     UErrorCode status = U_ZERO_ERROR;
     icu::RuleBasedNumberFormat format(icu::URBNF_SPELLOUT, icu::Locale::getDefault(), status);
-    if (U_FAILURE(status))
+    if (U_FAILURE(status)) {
         return std::nullopt;
+    }
     icu::UnicodeString words;
     format.format(value, words);
-    if (words.isBogus() || words.isEmpty())
+    if (words.isBogus() || words.isEmpty()) {
         return std::nullopt;
+    }
     return QString(reinterpret_cast<const QChar*>(words.getBuffer()), words.length());
 }
 

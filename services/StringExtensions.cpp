@@ -11,36 +11,44 @@ std::optional<QString> extractBetweenPattern(const QString& text, const QString&
                                              const QString& end)
 {
     // An empty marker is never found.
-    if (start.isEmpty() || end.isEmpty())
+    if (start.isEmpty() || end.isEmpty()) {
         return std::nullopt;
+    }
     const qsizetype startAt = text.indexOf(start, 0, Qt::CaseInsensitive);
-    if (startAt < 0)
+    if (startAt < 0) {
         return std::nullopt;
+    }
     // The end marker is searched from the start marker itself, not after it.
     const qsizetype endAt = text.indexOf(end, startAt, Qt::CaseInsensitive);
-    if (endAt < 0)
+    if (endAt < 0) {
         return std::nullopt;
+    }
     const qsizetype from = startAt + start.size();
-    if (endAt < from)
+    if (endAt < from) {
         throw std::out_of_range("extractBetweenPattern: end marker inside the start marker");
+    }
     return text.mid(from, endAt - from);
 }
 
 std::optional<QString> reverseExtractBetweenPattern(const QString& text, const QString& start,
                                                     const QString& end)
 {
-    if (start.isEmpty() || end.isEmpty())
+    if (start.isEmpty() || end.isEmpty()) {
         return std::nullopt;
+    }
     const qsizetype endAt = text.indexOf(end, 0, Qt::CaseInsensitive);
-    if (endAt < 0)
+    if (endAt < 0) {
         return std::nullopt;
+    }
     // The start marker must lie wholly before the end marker.
     const qsizetype lastStart = endAt - start.size();
-    if (lastStart < 0)
+    if (lastStart < 0) {
         return std::nullopt;
+    }
     const qsizetype startAt = text.lastIndexOf(start, lastStart, Qt::CaseInsensitive);
-    if (startAt < 0)
+    if (startAt < 0) {
         return std::nullopt;
+    }
     const qsizetype from = startAt + start.size();
     return text.mid(from, endAt - from);
 }
@@ -53,21 +61,26 @@ std::optional<QString> runScript(const QString& script)
     shell.setStandardInputFile(QProcess::nullDevice());
     shell.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     shell.start();
-    if (!shell.waitForStarted(-1))
+    if (!shell.waitForStarted(-1)) {
         return std::nullopt;
+    }
     shell.waitForFinished(-1);
     QByteArray output = shell.readAllStandardOutput();
-    if (output.isEmpty())
+    if (output.isEmpty()) {
         return std::nullopt;
+    }
     // A list's items are asked for from index 0, which a list never has.
-    if (output.contains('\0'))
+    if (output.contains('\0')) {
         return std::nullopt;
-    while (output.endsWith('\n'))
+    }
+    while (output.endsWith('\n')) {
         output.chop(1);
+    }
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString result = utf8.decode(output);
-    if (utf8.hasError())
+    if (utf8.hasError()) {
         return std::nullopt;
+    }
     return result;
 }
 

@@ -26,18 +26,22 @@ std::optional<QString> uuidFolderPath(const FileRef& temporary)
     std::optional<FileRef> tallyvox;
     const QString folderName = QStringLiteral("Tallyvox");
     if (!MakeChildRef(temporary, folderName, tallyvox) &&
-        CreateChildFolder(temporary, folderName, tallyvox) != noErr)
+        CreateChildFolder(temporary, folderName, tallyvox) != noErr) {
         return std::nullopt;
-    if (!tallyvox)
+    }
+    if (!tallyvox) {
         return std::nullopt;
+    }
     // Upper case, as the canonical UUID string of the original platform.
     const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
     std::optional<FileRef> folder;
-    if (CreateChildFolder(*tallyvox, uuid, folder) != noErr || !folder)
+    if (CreateChildFolder(*tallyvox, uuid, folder) != noErr || !folder) {
         return std::nullopt;
+    }
     QByteArray path;
-    if (folder->makePath(path, folderPathBufferSize) != noErr)
+    if (folder->makePath(path, folderPathBufferSize) != noErr) {
         return std::nullopt;
+    }
     return QString::fromUtf8(path);
 }
 
@@ -57,11 +61,13 @@ bool MakeChildRef(const FileRef& parent, const QString& name, std::optional<File
 
 Status CreateChildFolder(const FileRef& parent, const QString& name, std::optional<FileRef>& outRef)
 {
-    if (MakeChildRef(parent, name, outRef))
+    if (MakeChildRef(parent, name, outRef)) {
         return noErr;
+    }
     const QByteArray path = QFile::encodeName(childPath(parent, name));
-    if (::mkdir(path.constData(), 0700) != 0)
+    if (::mkdir(path.constData(), 0700) != 0) {
         return statusFromErrno(errno);
+    }
     outRef = FileRef::fromPath(childPath(parent, name));
     return outRef ? noErr : fnfErr;
 }
@@ -73,12 +79,14 @@ bool WriteTextToTemporaryFile(const QString& text, std::optional<FileRef>& outRe
     const std::optional<QString> folder =
         temporary ? uuidFolderPath(*temporary) : std::optional<QString>();
     // Without a folder the original wrote to a relative "(null)/..." path, which fails.
-    if (!folder)
+    if (!folder) {
         return false;
+    }
     QFile file(*folder + QStringLiteral("/TallyvoxData.txt"));
     const QByteArray utf8 = text.toUtf8();
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(utf8) != utf8.size())
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(utf8) != utf8.size()) {
         return false;
+    }
     file.close();
     outRef = FileRef::fromPath(file.fileName());
     return outRef.has_value();

@@ -25,18 +25,21 @@ FreedesktopApplicationAdaptor::FreedesktopApplicationAdaptor(ApplicationBusObjec
 
 void FreedesktopApplicationAdaptor::Activate(const QVariantMap&)
 {
-    if (DocumentHandler* handler = m_object->documentHandler())
+    if (DocumentHandler* handler = m_object->documentHandler()) {
         handler->activate();
+    }
 }
 
 void FreedesktopApplicationAdaptor::Open(const QStringList& uris, const QVariantMap&)
 {
     DocumentHandler* handler = m_object->documentHandler();
-    if (!handler)
+    if (!handler) {
         return;
+    }
     QStringList paths;
-    for (const QString& uri : uris)
+    for (const QString& uri : uris) {
         paths.append(pathFromUri(uri));
+    }
     // Only queued here: the reply goes out before any file is processed.
     handler->openDocuments(paths);
 }
@@ -47,8 +50,9 @@ void FreedesktopApplicationAdaptor::ActivateAction(const QString& actionName,
                                                    const QDBusMessage& message)
 {
     ActionHandler* handler = m_object->actionHandler();
-    if (handler && handler->activateAction(actionName, parameter, platformData))
+    if (handler && handler->activateAction(actionName, parameter, platformData)) {
         return;
+    }
     message.setDelayedReply(true);
     QDBusConnection::sessionBus().send(
         message.createErrorReply(QStringLiteral("org.freedesktop.DBus.Error.NotSupported"),
@@ -59,11 +63,13 @@ QVariantMap platformDataOfThisLaunch()
 {
     QVariantMap data;
     const QByteArray startupId = qgetenv("DESKTOP_STARTUP_ID");
-    if (!startupId.isEmpty())
+    if (!startupId.isEmpty()) {
         data.insert(QStringLiteral("desktop-startup-id"), QString::fromUtf8(startupId));
+    }
     const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
-    if (!token.isEmpty())
+    if (!token.isEmpty()) {
         data.insert(QStringLiteral("activation-token"), QString::fromUtf8(token));
+    }
     return data;
 }
 
@@ -75,12 +81,14 @@ QString pathFromUri(const QString& uri)
 
 InstanceClaim claimSingleInstance(QDBusConnection& bus, ApplicationBusObject& object)
 {
-    if (!bus.isConnected() || !bus.interface())
+    if (!bus.isConnected() || !bus.interface()) {
         return InstanceClaim::NoBus;
+    }
     // The object first, so a call that follows the name's appearance finds it.
     if (!bus.registerObject(text(busIdentity::objectPath), &object,
-                            QDBusConnection::ExportAdaptors))
+                            QDBusConnection::ExportAdaptors)) {
         return InstanceClaim::NoBus;
+    }
     const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply =
         bus.interface()->registerService(text(busIdentity::serviceName),
                                          QDBusConnectionInterface::DontQueueService,
@@ -89,8 +97,9 @@ InstanceClaim claimSingleInstance(QDBusConnection& bus, ApplicationBusObject& ob
         bus.unregisterObject(text(busIdentity::objectPath));
         return InstanceClaim::NoBus;
     }
-    if (reply.value() == QDBusConnectionInterface::ServiceRegistered)
+    if (reply.value() == QDBusConnectionInterface::ServiceRegistered) {
         return InstanceClaim::Primary;
+    }
     bus.unregisterObject(text(busIdentity::objectPath));
     return InstanceClaim::OtherInstanceRuns;
 }
@@ -105,8 +114,9 @@ bool forwardToRunningInstance(QDBusConnection& bus, const QStringList& paths)
         call << platformDataOfThisLaunch();
     } else {
         QStringList uris;
-        for (const QString& path : paths)
+        for (const QString& path : paths) {
             uris.append(QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded()));
+        }
         call = QDBusMessage::createMethodCall(
             text(busIdentity::serviceName), text(busIdentity::objectPath),
             text(busIdentity::interfaceName), QStringLiteral("Open"));

@@ -9,11 +9,13 @@ Status dispatchCommand(CommandId command, std::initializer_list<CommandHandler*>
 {
     Status result = eventNotHandledErr;
     for (CommandHandler* handler : chain) {
-        if (!handler)
+        if (!handler) {
             continue;
+        }
         result = handler->handleCommand(command);
-        if (result != eventNotHandledErr)
+        if (result != eventNotHandledErr) {
             break;
+        }
     }
     return result;
 }
@@ -34,8 +36,9 @@ Status ApplicationCommands::handleCommand(CommandId command)
     } else if (command == commands::Open) {
         // The files run from the timer, after this handler has returned.
         const QStringList files = m_desktop.chooseFilesToOpen(QString::fromUtf16(openPanelPrompt));
-        if (!files.isEmpty())
+        if (!files.isEmpty()) {
             m_batch.queueDocuments(files);
+        }
     } else if (command == commands::Preferences) {
         m_actions.showPreferences();
     } else if (command == commands::Quit) {

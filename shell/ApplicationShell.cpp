@@ -32,8 +32,9 @@ ApplicationShell::ApplicationShell(Desktop& desktop, PreferenceStore& preference
             [this] { issueCommand(commands::Quit, Origin::MainWindow); });
     connect(&m_batch, &BatchRunner::farewellDue, this, &ApplicationShell::QuitWithFarewell);
     connect(&m_batch, &BatchRunner::runEnded, this, [this] {
-        if (m_endAfterRun)
+        if (m_endAfterRun) {
             emit eventLoopEndRequested();
+        }
     });
 }
 
@@ -46,8 +47,9 @@ Status ApplicationShell::start(const QRect& screen)
 {
     m_window.hide();
     if (const std::optional<QRect> bounds =
-            boundsToRestore(m_preferences.readWindowBounds(), screen))
+            boundsToRestore(m_preferences.readWindowBounds(), screen)) {
         m_window.setGeometry(*bounds);
+    }
 
     QMenu* help = m_window.helpMenu();
     bindCommands(&m_window, this, [this, help](QObject* control, CommandId command) {
@@ -63,8 +65,9 @@ Status ApplicationShell::start(const QRect& screen)
 void ApplicationShell::addStoreAndWebsiteItems()
 {
     QMenu* help = m_window.helpMenu();
-    if (!help)
+    if (!help) {
         return;
+    }
     // Both go in at the same place, so the store item ends up above the website item.
     auto* website = new QAction(QStringLiteral("View in Okaluna Website..."), help);
     website->setProperty("commandId", commands::Website.toString());
@@ -98,10 +101,11 @@ void ApplicationShell::activate()
 Status ApplicationShell::issueCommand(CommandId command, Origin origin)
 {
     CommandHandler* first = nullptr;
-    if (origin == Origin::HelpMenu)
+    if (origin == Origin::HelpMenu) {
         first = &m_helpMenuCommands;
-    else if (origin == Origin::PreferencesWindow)
+    } else if (origin == Origin::PreferencesWindow) {
         first = m_preferencesWindow.data();
+    }
     const Status result = dispatchCommand(command, {first, &m_applicationCommands});
     // The standard handling at the end of every chain: a Quit nobody took quits.
     if (result == eventNotHandledErr && command == commands::Quit) {

@@ -19,8 +19,9 @@ namespace {
 std::optional<QString> currentName(const FileRef& file)
 {
     struct stat info {};
-    if (::lstat(QFile::encodeName(file.path()).constData(), &info) != 0)
+    if (::lstat(QFile::encodeName(file.path()).constData(), &info) != 0) {
         return std::nullopt;
+    }
     return file.name();
 }
 
@@ -67,8 +68,9 @@ void BatchRunner::scheduleBatchRun()
 
 void BatchRunner::runBatch()
 {
-    if (m_running)
+    if (m_running) {
         return; // the run in progress picks up held files when it ends
+    }
     m_running = true;
     m_cancelRequested = false;
     m_view.setRunning(true);
@@ -83,8 +85,9 @@ void BatchRunner::runBatch()
     bool nonFileGiven = false;
     int progress = 0;
     for (qsizetype i = 0; i < count; ++i) {
-        if (m_cancelRequested || m_quitRequested)
+        if (m_cancelRequested || m_quitRequested) {
             break;
+        }
         // The bar's maximum is count - 1 yet the first item already shows 1, so it is
         // full from the second-to-last item on. Intended.
         ++progress;
@@ -102,8 +105,9 @@ void BatchRunner::runBatch()
             continue;
         }
         const std::optional<QString> name = currentName(*file);
-        if (!name)
+        if (!name) {
             exitToShell();
+        }
         m_view.showStatus(QString::fromUtf16(batchTexts::fileStatus).arg(*name),
                           StatusTarget::StatusText);
         m_processor(*file);

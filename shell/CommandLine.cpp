@@ -18,8 +18,9 @@ CommandLine failure(const QString& message)
 
 QString absolutePath(const QString& argument, const QString& workingDirectory)
 {
-    if (argument.startsWith(QLatin1String("file:")))
+    if (argument.startsWith(QLatin1String("file:"))) {
         return QUrl(argument).toLocalFile();
+    }
     // Not canonical: a symbolic link keeps its own name.
     return QDir::cleanPath(QDir(workingDirectory).absoluteFilePath(argument));
 }
@@ -28,10 +29,12 @@ QString absolutePath(const QString& argument, const QString& workingDirectory)
 std::optional<QString> optionValue(const QStringList& arguments, qsizetype& i)
 {
     const QString& argument = arguments.at(i);
-    if (argument.contains(QLatin1Char('=')))
+    if (argument.contains(QLatin1Char('='))) {
         return argument.section(QLatin1Char('='), 1);
-    if (i + 1 < arguments.size())
+    }
+    if (i + 1 < arguments.size()) {
         return arguments.at(++i);
+    }
     return std::nullopt;
 }
 
@@ -59,18 +62,21 @@ CommandLine parseCommandLine(const QStringList& arguments, const QString& workin
             result.console = true;
         } else if (isOption(argument, "--save-as")) {
             const std::optional<QString> path = optionValue(arguments, i);
-            if (!path)
+            if (!path) {
                 return failure(QStringLiteral("--save-as needs a path"));
+            }
             result.saveAsPath = absolutePath(*path, workingDirectory);
         } else if (isOption(argument, "--service")) {
             const std::optional<QString> name = optionValue(arguments, i);
-            if (!name || name->isEmpty())
+            if (!name || name->isEmpty()) {
                 return failure(QStringLiteral("--service needs a service name"));
+            }
             result.serviceName = *name;
         } else if (isOption(argument, "--text")) {
             const std::optional<QString> text = optionValue(arguments, i);
-            if (!text)
+            if (!text) {
                 return failure(QStringLiteral("--text needs a text"));
+            }
             result.serviceText = *text;
             sources.append(ServiceSource::Text);
         } else if (argument == QLatin1String("--selection")) {
@@ -89,19 +95,23 @@ CommandLine parseCommandLine(const QStringList& arguments, const QString& workin
             return failure(QStringLiteral("unknown option %1").arg(argument));
         }
     }
-    if (!result.saveAsPath.isEmpty() && !result.console)
+    if (!result.saveAsPath.isEmpty() && !result.console) {
         return failure(QStringLiteral("--save-as works with --console only"));
+    }
     if (result.serviceName.isEmpty()) {
-        if (!sources.isEmpty())
+        if (!sources.isEmpty()) {
             return failure(QStringLiteral(
                 "--text, --selection, --clipboard and --stdin work with --service only"));
+        }
         return result;
     }
-    if (!result.files.isEmpty())
+    if (!result.files.isEmpty()) {
         sources.append(ServiceSource::Files);
-    if (sources.size() != 1)
+    }
+    if (sources.size() != 1) {
         return failure(QStringLiteral("--service takes one of FILE..., --text TEXT, --selection, "
                                       "--clipboard or --stdin"));
+    }
     result.serviceSource = sources.first();
     return result;
 }

@@ -44,8 +44,9 @@ protected:
         if (const auto hold = m_hold.lock()) {
             hold->fetched = true;
             // Ends the wait once this request has been answered.
-            if (hold->waiting)
+            if (hold->waiting) {
                 hold->waiting->quit();
+            }
         }
         return QMimeData::retrieveData(mimeType, type);
     }
@@ -120,12 +121,14 @@ void ConsoleDesktop::log(const QString& line)
 void ConsoleDesktop::setClipboardText(const QString& text)
 {
     QClipboard* board = clipboard();
-    if (!board)
+    if (!board) {
         return;
+    }
     auto* data = new HeldText(m_hold);
     const std::unique_ptr<QMimeData> plain(mimeDataForText(text));
-    for (const QString& format : plain->formats())
+    for (const QString& format : plain->formats()) {
         data->setData(format, plain->data(format));
+    }
     *m_hold = {};
     m_hold->set = true;
     board->setMimeData(data, QClipboard::Clipboard);
@@ -134,14 +137,16 @@ void ConsoleDesktop::setClipboardText(const QString& text)
 void ConsoleDesktop::holdClipboard(std::chrono::milliseconds limit)
 {
     QClipboard* board = clipboard();
-    if (!board || !m_hold->set || m_hold->fetched || !board->ownsClipboard())
+    if (!board || !m_hold->set || m_hold->fetched || !board->ownsClipboard()) {
         return;
+    }
     QEventLoop loop;
     m_hold->waiting = &loop;
     QTimer::singleShot(limit, &loop, &QEventLoop::quit);
     QObject::connect(board, &QClipboard::changed, &loop, [board, &loop](QClipboard::Mode mode) {
-        if (mode == QClipboard::Clipboard && !board->ownsClipboard())
+        if (mode == QClipboard::Clipboard && !board->ownsClipboard()) {
             loop.quit();
+        }
     });
     loop.exec();
 }

@@ -7,8 +7,9 @@ namespace tallyvox {
 
 std::unique_ptr<Desktop> makeDesktop(const DesktopChoice& choice)
 {
-    if (choice.kind == DesktopChoice::Kind::Console)
+    if (choice.kind == DesktopChoice::Kind::Console) {
         return std::make_unique<ConsoleDesktop>(*choice.out, *choice.err, choice.saveAsPath);
+    }
     return std::make_unique<QtDesktop>();
 }
 

@@ -13,8 +13,9 @@ namespace {
 
 QString existingLocalPath(const QUrl& url)
 {
-    if (!url.isLocalFile())
+    if (!url.isLocalFile()) {
         return {};
+    }
     const QString path = url.toLocalFile();
     return FileRef::fromPath(path) ? path : QString();
 }
@@ -24,8 +25,9 @@ QString existingLocalPath(const QUrl& url)
 bool DragHasFiles(const QMimeData& data)
 {
     // Check the URL list itself: QMimeData::text() would turn it into text and back.
-    if (!data.hasUrls())
+    if (!data.hasUrls()) {
         return false;
+    }
     const QList<QUrl> urls = data.urls();
     return std::any_of(urls.begin(), urls.end(),
                        [](const QUrl& url) { return !existingLocalPath(url).isEmpty(); });
@@ -34,8 +36,9 @@ bool DragHasFiles(const QMimeData& data)
 QStringList droppedEntries(const QMimeData& data)
 {
     QStringList entries;
-    for (const QUrl& url : data.urls())
+    for (const QUrl& url : data.urls()) {
         entries.append(existingLocalPath(url));
+    }
     return entries;
 }
 

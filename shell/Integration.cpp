@@ -32,12 +32,14 @@ QByteArray resource(const QString& name)
 // Executable, because KDE runs no service menu and Nautilus no script that is not.
 bool writeExecutable(const QString& path, const QByteArray& content)
 {
-    if (!QDir().mkpath(QFileInfo(path).absolutePath()))
+    if (!QDir().mkpath(QFileInfo(path).absolutePath())) {
         return false;
+    }
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
-        file.write(content) != content.size())
+        file.write(content) != content.size()) {
         return false;
+    }
     return file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
                                QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther |
                                QFile::ExeOther);

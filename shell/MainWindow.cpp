@@ -137,10 +137,11 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 
 void MainWindow::dragMoveEvent(QDragMoveEvent* event)
 {
-    if (m_dragAccepted)
+    if (m_dragAccepted) {
         event->acceptProposedAction();
-    else
+    } else {
         event->ignore();
+    }
 }
 
 void MainWindow::dragLeaveEvent(QDragLeaveEvent*)
@@ -176,17 +177,20 @@ void MainWindow::closeEvent(QCloseEvent* event)
 void MainWindow::resizeEvent(QResizeEvent* event)
 {
     QMainWindow::resizeEvent(event);
-    if (centralWidget())
+    if (centralWidget()) {
         m_highlight->setGeometry(centralWidget()->geometry());
+    }
 }
 
 void MainWindow::setHighlighted(bool on)
 {
-    if (centralWidget())
+    if (centralWidget()) {
         m_highlight->setGeometry(centralWidget()->geometry());
+    }
     m_highlight->setVisible(on);
-    if (on)
+    if (on) {
         m_highlight->raise();
+    }
 }
 
 } // namespace tallyvox

@@ -18,8 +18,9 @@ constexpr QLatin1StringView packageExtensions[] = {
 bool hasPackageExtension(const QString& name)
 {
     for (QLatin1StringView extension : packageExtensions) {
-        if (name.size() > extension.size() && name.endsWith(extension, Qt::CaseInsensitive))
+        if (name.size() > extension.size() && name.endsWith(extension, Qt::CaseInsensitive)) {
             return true;
+        }
     }
     return false;
 }

@@ -21,8 +21,9 @@ namespace {
 QWidget* mainWindow()
 {
     for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (qobject_cast<QMainWindow*>(widget))
+        if (qobject_cast<QMainWindow*>(widget)) {
             return widget;
+        }
     }
     return nullptr;
 }
@@ -59,8 +60,9 @@ QStringList QtDesktop::chooseFilesToOpen(const QString& prompt)
     dialog.setFileMode(QFileDialog::ExistingFiles);
     dialog.setFilter(dialog.filter() | QDir::Hidden | QDir::System);
     dialog.setLabelText(QFileDialog::Accept, QStringLiteral("Open"));
-    if (dialog.exec() != QDialog::Accepted)
+    if (dialog.exec() != QDialog::Accepted) {
         return {};
+    }
     return dialog.selectedFiles();
 }
 
@@ -127,11 +129,13 @@ void QtDesktop::filesChanged(const QStringList& paths)
 void announceFilesChanged(const QStringList& paths)
 {
     QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected() || paths.isEmpty())
+    if (!bus.isConnected() || paths.isEmpty()) {
         return;
+    }
     QStringList urls;
-    for (const QString& path : paths)
+    for (const QString& path : paths) {
         urls.append(QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded()));
+    }
     QDBusMessage signal = QDBusMessage::createSignal(
         QStringLiteral("/"), QStringLiteral("org.kde.KDirNotify"), QStringLiteral("FilesChanged"));
     signal << urls;

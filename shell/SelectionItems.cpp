@@ -16,10 +16,12 @@ QList<PasteboardItem> uriItems(const QByteArray& lines, bool skipOperation)
     for (QByteArray line : lines.split('\n')) {
         line = line.trimmed();
         // GNOME's list starts with "copy" or "cut"; a uri-list may carry comments.
-        if (std::exchange(first, false) && skipOperation)
+        if (std::exchange(first, false) && skipOperation) {
             continue;
-        if (line.isEmpty() || line.startsWith('#'))
+        }
+        if (line.isEmpty() || line.startsWith('#')) {
             continue;
+        }
         items.append(PasteboardItem{{uriListType, line}});
     }
     return items;
@@ -32,19 +34,23 @@ QList<PasteboardItem> itemsFromMimeData(const QMimeData& data)
     const QStringList formats = data.formats();
     if (formats.contains(uriListType)) {
         QList<PasteboardItem> items = uriItems(data.data(uriListType), false);
-        if (!items.isEmpty())
+        if (!items.isEmpty()) {
             return items;
+        }
     }
     if (formats.contains(gnomeFilesType)) {
         QList<PasteboardItem> items = uriItems(data.data(gnomeFilesType), true);
-        if (!items.isEmpty())
+        if (!items.isEmpty()) {
             return items;
+        }
     }
     PasteboardItem item;
-    for (const QString& format : formats)
+    for (const QString& format : formats) {
         item.append({format, data.data(format)});
-    if (item.isEmpty())
+    }
+    if (item.isEmpty()) {
         return {};
+    }
     return {item};
 }
 
@@ -61,8 +67,9 @@ QList<PasteboardItem> readClipboard(QClipboard& clipboard, SelectionSource sourc
 {
     const QClipboard::Mode mode =
         source == SelectionSource::Primary ? QClipboard::Selection : QClipboard::Clipboard;
-    if (mode == QClipboard::Selection && !clipboard.supportsSelection())
+    if (mode == QClipboard::Selection && !clipboard.supportsSelection()) {
         return {};
+    }
     const QMimeData* data = clipboard.mimeData(mode);
     return data ? itemsFromMimeData(*data) : QList<PasteboardItem>();
 }

@@ -43,16 +43,20 @@ QVariant pasteboardToBus(const QList<PasteboardItem>& pasteboard)
 
 std::optional<QList<PasteboardItem>> pasteboardFromBus(const QVariantList& parameter)
 {
-    if (parameter.size() != 1)
+    if (parameter.size() != 1) {
         return std::nullopt;
+    }
     QVariant value = parameter.first();
-    if (value.metaType() == QMetaType::fromType<QDBusVariant>())
+    if (value.metaType() == QMetaType::fromType<QDBusVariant>()) {
         value = value.value<QDBusVariant>().variant();
-    if (value.metaType() != QMetaType::fromType<QDBusArgument>())
+    }
+    if (value.metaType() != QMetaType::fromType<QDBusArgument>()) {
         return std::nullopt;
+    }
     const auto argument = value.value<QDBusArgument>();
-    if (argument.currentSignature() != QLatin1String(pasteboardSignature))
+    if (argument.currentSignature() != QLatin1String(pasteboardSignature)) {
         return std::nullopt;
+    }
     QList<PasteboardItem> pasteboard;
     argument.beginArray();
     while (!argument.atEnd()) {
@@ -81,8 +85,9 @@ bool forwardServiceRequest(QDBusConnection& bus, const QString& name,
         QString::fromLatin1(busIdentity::serviceName), QString::fromLatin1(busIdentity::objectPath),
         QString::fromLatin1(busIdentity::interfaceName), QStringLiteral("ActivateAction"));
     QVariantList parameter;
-    if (pasteboard)
+    if (pasteboard) {
         parameter.append(pasteboardToBus(*pasteboard));
+    }
     QVariantMap platformData = platformDataOfThisLaunch();
     platformData.insert(QString::fromLatin1(selectionDataKey), source == SelectionSource::Clipboard
                                                                    ? QStringLiteral("clipboard")

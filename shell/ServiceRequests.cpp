@@ -30,10 +30,11 @@ bool ServiceActions::activateAction(const QString& name, const QVariantList& par
 void ServiceActions::queueRequest(const QString& name, std::optional<Pasteboard> pasteboard,
                                   SelectionSource source)
 {
-    if (pasteboard)
+    if (pasteboard) {
         enqueue({{name, std::move(pasteboard)}, std::nullopt});
-    else
+    } else {
         enqueue({{name, std::nullopt}, source});
+    }
 }
 
 void ServiceActions::enqueue(Pending pending)
@@ -45,13 +46,15 @@ void ServiceActions::enqueue(Pending pending)
 void ServiceActions::performPending()
 {
     // Called again from an alert's own loop, it leaves the new request to the outer call.
-    if (m_performing)
+    if (m_performing) {
         return;
+    }
     m_performing = true;
     while (!m_pending.isEmpty()) {
         Pending pending = m_pending.takeFirst();
-        if (pending.selection)
+        if (pending.selection) {
             pending.request.pasteboard = m_context.words.desktop.readSelection(*pending.selection);
+        }
         HandleServicePerform(m_context, pending.request);
     }
     m_performing = false;
@@ -63,8 +66,9 @@ QList<Pasteboard> commandLinePasteboards(const CommandLine& commandLine, Desktop
     switch (commandLine.serviceSource) {
     case ServiceSource::Files: {
         QList<Pasteboard> pasteboards;
-        for (const QString& file : commandLine.files)
+        for (const QString& file : commandLine.files) {
             pasteboards.append(pasteboardWithFile(file));
+        }
         return pasteboards;
     }
     case ServiceSource::Text:

@@ -84,8 +84,9 @@ int runConsoleService(ConsoleDesktop& desktop, const PreferenceStore& preference
         serviceWordContext(desktop, preferences, defaultIndexerDirectory(), temporaryFolderPath());
     const ServiceContext context{words, {}};
     QFile input;
-    if (commandLine.serviceSource == ServiceSource::Stdin)
+    if (commandLine.serviceSource == ServiceSource::Stdin) {
         input.open(stdin, QIODevice::ReadOnly);
+    }
     for (const Pasteboard& pasteboard : commandLinePasteboards(commandLine, desktop, input)) {
         if (pasteboard.isEmpty() && isSelection(commandLine.serviceSource)) {
             err << "tallyvox: the selection holds nothing\n";
@@ -108,8 +109,9 @@ int runConsole(int argc, char** argv, const CommandLine& commandLine)
     // Made here rather than by the factory: only console mode holds the clipboard.
     ConsoleDesktop desktop(out, err, commandLine.saveAsPath);
     PreferenceStore preferences;
-    if (!commandLine.serviceName.isEmpty())
+    if (!commandLine.serviceName.isEmpty()) {
         return runConsoleService(desktop, preferences, commandLine, err);
+    }
     const WordContext context = wordContext(desktop, preferences);
     ConsoleView view(desktop);
     BatchRunner batch(view, desktop, preferences, extractWords(context));
@@ -130,8 +132,9 @@ bool forwardService(QDBusConnection& bus, const CommandLine& commandLine,
         const bool leaveToInstance = pasteboard.isEmpty() && isSelection(commandLine.serviceSource);
         if (!forwardServiceRequest(bus, commandLine.serviceName,
                                    leaveToInstance ? std::nullopt : std::optional(pasteboard),
-                                   source))
+                                   source)) {
             return false;
+        }
     }
     return true;
 }
@@ -163,8 +166,9 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
     QList<Pasteboard> requests;
     if (service) {
         QFile input;
-        if (commandLine.serviceSource == ServiceSource::Stdin)
+        if (commandLine.serviceSource == ServiceSource::Stdin) {
             input.open(stdin, QIODevice::ReadOnly);
+        }
         requests = commandLinePasteboards(commandLine, *desktop, input);
     }
 
@@ -172,8 +176,9 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
     ApplicationBusObject busObject;
     if (claimSingleInstance(bus, busObject) == InstanceClaim::OtherInstanceRuns) {
         if (service ? forwardService(bus, commandLine, requests)
-                    : forwardToRunningInstance(bus, commandLine.files))
+                    : forwardToRunningInstance(bus, commandLine.files)) {
             return 0;
+        }
         std::fputs("tallyvox: the running instance did not answer\n", stderr);
         return 1;
     }
@@ -220,8 +225,9 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
 int runTallyvox(int argc, char** argv)
 {
     QStringList arguments;
-    for (int i = 1; i < argc; ++i)
+    for (int i = 1; i < argc; ++i) {
         arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
     const CommandLine commandLine = parseCommandLine(arguments, QDir::currentPath());
     if (!commandLine.error.isEmpty()) {
         std::fprintf(stderr, "tallyvox: %s\nTry 'tallyvox --help'.\n",
@@ -243,8 +249,9 @@ int runTallyvox(int argc, char** argv)
             QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
         return installIntegration(dataHome, out, err) ? 0 : 1;
     }
-    if (commandLine.console)
+    if (commandLine.console) {
         return runConsole(argc, argv, commandLine);
+    }
     return runWindowed(argc, argv, commandLine);
 }
 

@@ -6,8 +6,9 @@ namespace tallyvox {
 
 std::optional<QRect> boundsToRestore(const std::optional<QRect>& stored, const QRect& screen)
 {
-    if (!stored)
+    if (!stored) {
         return std::nullopt;
+    }
     // Edges as stored: right = left + width, bottom = top + height. A stored rectangle
     // may be inverted; then it meets nothing.
     const QRect& r = *stored;
@@ -15,8 +16,9 @@ std::optional<QRect> boundsToRestore(const std::optional<QRect>& stored, const Q
     const int right = std::min(r.x() + r.width(), screen.x() + screen.width());
     const int top = std::max(r.y(), screen.y());
     const int bottom = std::min(r.y() + r.height(), screen.y() + screen.height());
-    if (left < right && top < bottom)
+    if (left < right && top < bottom) {
         return stored;
+    }
     return std::nullopt;
 }
 

@@ -18,16 +18,18 @@ struct CommandId {
     static constexpr CommandId fromChars(std::string_view chars)
     {
         quint32 value = 0;
-        for (char c : chars.substr(0, 4))
+        for (char c : chars.substr(0, 4)) {
             value = (value << 8) | static_cast<unsigned char>(c);
+        }
         return CommandId{chars.size() == 4 ? value : 0};
     }
 
     /// From a control's text property; anything but four Latin-1 characters gives 0.
     static CommandId fromString(const QString& text)
     {
-        if (text.size() != 4)
+        if (text.size() != 4) {
             return {};
+        }
         const QByteArray latin1 = text.toLatin1();
         return fromChars(std::string_view(latin1.constData(), 4));
     }
@@ -35,8 +37,9 @@ struct CommandId {
     QString toString() const
     {
         QString text;
-        for (int shift = 24; shift >= 0; shift -= 8)
+        for (int shift = 24; shift >= 0; shift -= 8) {
             text.append(QChar(static_cast<char16_t>((code >> shift) & 0xFF)));
+        }
         return text;
     }
 

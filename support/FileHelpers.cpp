@@ -13,8 +13,9 @@ namespace {
 
 Status statItem(const FileRef& ref, struct stat& info)
 {
-    if (::stat(QFile::encodeName(ref.path()).constData(), &info) != 0)
+    if (::stat(QFile::encodeName(ref.path()).constData(), &info) != 0) {
         return statusFromErrno(errno);
+    }
     return noErr;
 }
 
@@ -22,11 +23,13 @@ Status statItem(const FileRef& ref, struct stat& info)
 
 Status GetItemName(const FileRef& ref, QString* out)
 {
-    if (out == nullptr)
+    if (out == nullptr) {
         return paramErr;
+    }
     struct stat info = {};
-    if (const Status status = statItem(ref, info); status != noErr)
+    if (const Status status = statItem(ref, info); status != noErr) {
         return status;
+    }
     *out = ref.name();
     return noErr;
 }
@@ -34,12 +37,15 @@ Status GetItemName(const FileRef& ref, QString* out)
 Status GetNodeIDAndIsDirectory(const FileRef& ref, quint32* nodeID, bool* isDirectory)
 {
     struct stat info = {};
-    if (const Status status = statItem(ref, info); status != noErr)
+    if (const Status status = statItem(ref, info); status != noErr) {
         return status;
-    if (nodeID != nullptr)
+    }
+    if (nodeID != nullptr) {
         *nodeID = static_cast<quint32>(info.st_ino);
-    if (isDirectory != nullptr)
+    }
+    if (isDirectory != nullptr) {
         *isDirectory = S_ISDIR(info.st_mode);
+    }
     return noErr;
 }
 

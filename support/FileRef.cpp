@@ -10,28 +10,32 @@ namespace tallyvox {
 
 std::optional<FileRef> FileRef::fromPath(const QString& path)
 {
-    if (path.isEmpty())
+    if (path.isEmpty()) {
         return std::nullopt;
+    }
     QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
     struct stat info {};
-    if (::stat(QFile::encodeName(absolute).constData(), &info) != 0)
+    if (::stat(QFile::encodeName(absolute).constData(), &info) != 0) {
         return std::nullopt;
+    }
     return FileRef(std::move(absolute));
 }
 
 Status FileRef::makePath(QByteArray& out, int bufferSize) const
 {
     QByteArray bytes = QFile::encodeName(m_path);
-    if (bytes.size() > bufferSize - 1)
+    if (bytes.size() > bufferSize - 1) {
         return pathTooLongStatus;
+    }
     out = std::move(bytes);
     return noErr;
 }
 
 QString FileRef::name() const
 {
-    if (m_path == QStringLiteral("/"))
+    if (m_path == QStringLiteral("/")) {
         return m_path;
+    }
     return m_path.section(QLatin1Char('/'), -1);
 }
 

@@ -10,11 +10,13 @@ constexpr int pathBufferSize = 4098;
 
 std::optional<QString> stringWithFSRef(const FileRef* ref)
 {
-    if (ref == nullptr)
+    if (ref == nullptr) {
         return std::nullopt;
+    }
     QByteArray bytes;
-    if (ref->makePath(bytes, pathBufferSize) != noErr)
+    if (ref->makePath(bytes, pathBufferSize) != noErr) {
         return std::nullopt;
+    }
     return QFile::decodeName(bytes);
 }
 

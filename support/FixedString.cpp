@@ -20,8 +20,9 @@ FixedString& FixedString::assign(const char* text)
 
 FixedString& FixedString::append(const char* text)
 {
-    if (text == nullptr)
+    if (text == nullptr) {
         return *this;
+    }
     const std::size_t used = length();
     const std::size_t room = maxLength - used;
     const std::size_t wanted = std::strlen(text);
@@ -45,8 +46,9 @@ FixedString& FixedString::fromString(const QString& text)
     clear();
     UErrorCode error = U_ZERO_ERROR;
     UConverter* converter = ucnv_open("macintosh", &error);
-    if (U_FAILURE(error))
+    if (U_FAILURE(error)) {
         return *this;
+    }
     // Stop at the first character without a Mac OS Roman form instead of substituting.
     ucnv_setFromUCallBack(converter, UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &error);
     char converted[bufferSize];

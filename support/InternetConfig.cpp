@@ -16,11 +16,13 @@ void parseMapFile(const QByteArray& content, std::vector<MapEntry>& entries)
 {
     for (QByteArray line : content.split('\n')) {
         const qsizetype hash = line.indexOf('#');
-        if (hash >= 0)
+        if (hash >= 0) {
             line.truncate(hash);
+        }
         const QList<QByteArray> fields = line.simplified().split(' ');
-        if (fields.size() < 2 || !fields.first().contains('/'))
+        if (fields.size() < 2 || !fields.first().contains('/')) {
             continue;
+        }
         for (qsizetype i = 1; i < fields.size(); ++i) {
             MapEntry entry;
             entry.extension.assign(".").append(fields[i].constData());
@@ -41,15 +43,17 @@ CInternetConfig::CInternetConfig(quint32 creator, QStringList mapFiles)
     : m_mapFiles(std::move(mapFiles)), m_creator(creator)
 {
     for (const QString& file : m_mapFiles) {
-        if (QFileInfo(file).isReadable())
+        if (QFileInfo(file).isReadable()) {
             m_available = true;
+        }
     }
 }
 
 CInternetConfig::~CInternetConfig()
 {
-    if (m_started)
+    if (m_started) {
         Stop();
+    }
 }
 
 qint32 CInternetConfig::Start()
@@ -60,8 +64,9 @@ qint32 CInternetConfig::Start()
 
 qint32 CInternetConfig::Stop()
 {
-    if (!m_started)
+    if (!m_started) {
         return 0;
+    }
     m_started = false;
     m_mapEntries.reset();
     return 0;
@@ -72,10 +77,12 @@ std::optional<std::vector<MapEntry>> CInternetConfig::readMap() const
     std::optional<std::vector<MapEntry>> entries;
     for (const QString& path : m_mapFiles) {
         QFile file(path);
-        if (!file.open(QIODevice::ReadOnly))
+        if (!file.open(QIODevice::ReadOnly)) {
             continue;
-        if (!entries)
+        }
+        if (!entries) {
             entries.emplace();
+        }
         parseMapFile(file.readAll(), *entries);
     }
     return entries;
@@ -84,19 +91,22 @@ std::optional<std::vector<MapEntry>> CInternetConfig::readMap() const
 qint32 CInternetConfig::BeginMapping()
 {
     m_nextIndex = 1;
-    if (!m_started)
+    if (!m_started) {
         return -1;
+    }
     m_mapEntries = readMap();
-    if (!m_mapEntries)
+    if (!m_mapEntries) {
         return icPrefNotFoundErr;
+    }
     m_entryCount = static_cast<qint32>(m_mapEntries->size());
     return 0;
 }
 
 bool CInternetConfig::NextMapEntry(MapEntry* entry)
 {
-    if (!m_started || !m_mapEntries || m_nextIndex > m_entryCount)
+    if (!m_started || !m_mapEntries || m_nextIndex > m_entryCount) {
         return false;
+    }
     *entry = (*m_mapEntries)[static_cast<std::size_t>(m_nextIndex - 1)];
     ++m_nextIndex;
     return true;
@@ -104,26 +114,30 @@ bool CInternetConfig::NextMapEntry(MapEntry* entry)
 
 qint32 CInternetConfig::EndMapping()
 {
-    if (!m_started || !m_mapEntries)
+    if (!m_started || !m_mapEntries) {
         return -1;
+    }
     m_mapEntries.reset();
     return 0;
 }
 
 qint32 CInternetConfig::LaunchURL(Desktop& desktop, const FixedString& url)
 {
-    if (!m_started)
+    if (!m_started) {
         return -1;
+    }
     return desktop.openUrl(QUrl::fromEncoded(QByteArray(url.c_str()))) ? 0 : icPrefNotFoundErr;
 }
 
 qint32 CInternetConfig::MapFilename(const FixedString& name, MapEntry* entry)
 {
-    if (!m_started)
+    if (!m_started) {
         return -1;
+    }
     const std::optional<std::vector<MapEntry>> entries = readMap();
-    if (!entries)
+    if (!entries) {
         return icPrefNotFoundErr;
+    }
     const QByteArray lowerName = QByteArray(name.c_str()).toLower();
     for (const MapEntry& candidate : *entries) {
         if (lowerName.endsWith(QByteArray(candidate.extension.c_str()).toLower())) {
@@ -138,24 +152,28 @@ qint32 CInternetConfig::MapFilenameC(const char* name, MapEntry* entry)
 {
     FixedString copy;
     copy.assign(name);
-    if (!m_started)
+    if (!m_started) {
         return -1;
+    }
     return MapFilename(copy, entry);
 }
 
 qint32 CInternetConfig::GetPref(const FixedString& /*key*/, FixedString* /*value*/)
 {
-    if (!m_started)
+    if (!m_started) {
         return -1;
+    }
     return icPrefNotFoundErr;
 }
 
 qint32 CInternetConfig::EditPreferences(Desktop& desktop, const FixedString& /*key*/)
 {
-    if (!m_started)
+    if (!m_started) {
         return -1;
-    if (m_mapFiles.isEmpty() || !QFileInfo::exists(m_mapFiles.first()))
+    }
+    if (m_mapFiles.isEmpty() || !QFileInfo::exists(m_mapFiles.first())) {
         return icPrefNotFoundErr;
+    }
     desktop.openInTextEditor(m_mapFiles.first());
     return 0;
 }

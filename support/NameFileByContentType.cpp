@@ -47,8 +47,9 @@ void copyField(char (&field)[256], const QByteArray& bytes)
 std::optional<QString> pathExtension(const QString& name)
 {
     const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
-    if (dot < 0)
+    if (dot < 0) {
         return std::nullopt;
+    }
     return name.mid(dot + 1);
 }
 
@@ -58,16 +59,20 @@ Status renameWithoutReplacing(const QString& from, const QString& to)
     const QByteArray source = QFile::encodeName(from);
     const QByteArray target = QFile::encodeName(to);
     if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) ==
-        0)
+        0) {
         return noErr;
-    if (errno != EINVAL && errno != ENOSYS)
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
         return statusFromErrno(errno);
+    }
     // File systems without RENAME_NOREPLACE: check, then rename.
     struct stat info = {};
-    if (::lstat(target.constData(), &info) == 0)
+    if (::lstat(target.constData(), &info) == 0) {
         return statusFromErrno(EEXIST);
-    if (::rename(source.constData(), target.constData()) != 0)
+    }
+    if (::rename(source.constData(), target.constData()) != 0) {
         return statusFromErrno(errno);
+    }
     return noErr;
 }
 
@@ -84,8 +89,9 @@ qint16 LoadGraphicExporters()
     table.clear();
     const QList<QByteArray> mimeTypes = QImageWriter::supportedMimeTypes();
     const auto count = static_cast<qint16>(mimeTypes.size());
-    if (count == 0)
+    if (count == 0) {
         return 0;
+    }
 
     std::printf("Vantrel: Loading %d Quicktime exporters", count);
     const QMimeDatabase database;
@@ -96,8 +102,9 @@ qint16 LoadGraphicExporters()
 
         ExporterRecord record;
         const QByteArray code = format.toUpper().leftJustified(4, ' ', true);
-        for (int i = 0; i < 4; ++i)
+        for (int i = 0; i < 4; ++i) {
             record.fileTypeText[i] = code[i];
+        }
         record.fileType = fourCharCode(record.fileTypeText);
         record.fileTypeString = QString::fromLatin1(record.fileTypeText);
         copyField(record.description, type.comment().toUtf8());
@@ -126,11 +133,13 @@ QList<QByteArray> ImageMimeTypesOfFile(const QString& path)
     reader.setDecideFormatFromContent(true);
     const QByteArray format = reader.format();
     QList<QByteArray> result;
-    if (format.isEmpty())
+    if (format.isEmpty()) {
         return result;
+    }
     for (const QByteArray& mimeType : QImageReader::supportedMimeTypes()) {
-        if (QImageReader::imageFormatsForMimeType(mimeType).contains(format))
+        if (QImageReader::imageFormatsForMimeType(mimeType).contains(format)) {
             result.append(mimeType);
+        }
     }
     return result;
 }
@@ -175,13 +184,15 @@ std::optional<FixedString> ExtensionForMimeTypes(const QList<QByteArray>& mimeTy
             session.Stop();
         }
         if (matched) {
-            if (std::strcmp(ext.c_str(), ".jfif") == 0)
+            if (std::strcmp(ext.c_str(), ".jfif") == 0) {
                 ext.assign(".jpg");
+            }
             found = true;
         }
     }
-    if (!found)
+    if (!found) {
         return std::nullopt;
+    }
     return ext;
 }
 
@@ -189,35 +200,43 @@ bool NameFileByContentType(Desktop& desktop, const FileRef& file, std::optional<
 {
     const std::optional<QString> oldExt = pathExtension(file.name());
     const QList<QByteArray> mimeTypes = ImageMimeTypesOfFile(file.path());
-    if (mimeTypes.isEmpty())
+    if (mimeTypes.isEmpty()) {
         return false;
+    }
     const std::optional<FixedString> ext = ExtensionForMimeTypes(mimeTypes);
-    if (!ext)
+    if (!ext) {
         return false;
+    }
 
     QString name;
-    if (GetItemName(file, &name) != noErr)
+    if (GetItemName(file, &name) != noErr) {
         return false;
+    }
     QString newName = name;
     const QString extText = QString::fromUtf8(ext->c_str());
     const QString bare = extText.startsWith(QLatin1Char('.')) ? extText.mid(1) : extText;
     // The old extension is never removed, only left alone when it already fits.
-    if (!oldExt || oldExt->compare(bare, Qt::CaseInsensitive) != 0)
+    if (!oldExt || oldExt->compare(bare, Qt::CaseInsensitive) != 0) {
         newName += extText;
+    }
     newName.truncate(maxRenameUnits);
-    if (!newName.isEmpty() && newName.back().isHighSurrogate())
+    if (!newName.isEmpty() && newName.back().isHighSurrogate()) {
         newName.chop(1);
+    }
     if (newName.isEmpty() || newName.contains(QLatin1Char('/')) || newName == QLatin1String(".") ||
-        newName == QLatin1String(".."))
+        newName == QLatin1String("..")) {
         return false;
+    }
 
     const QString directory = file.path().left(file.path().lastIndexOf(QLatin1Char('/')));
     const QString newPath = directory + QLatin1Char('/') + newName;
-    if (newName != name && renameWithoutReplacing(file.path(), newPath) != noErr)
+    if (newName != name && renameWithoutReplacing(file.path(), newPath) != noErr) {
         return false;
+    }
     renamed = FileRef::fromPath(newPath);
-    if (!renamed)
+    if (!renamed) {
         return false;
+    }
     // Extensions are never hidden on Linux, so making them visible has nothing to do.
     FinderUpdateItem(desktop, *renamed);
     return true;

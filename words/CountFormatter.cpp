@@ -25,15 +25,18 @@ CountFormatter::~CountFormatter()
 std::optional<QString> CountFormatter::format(qint32 value) const
 {
     constexpr qint32 cached = 4096;
-    if (value < 0 || value >= cached || !m_format)
+    if (value < 0 || value >= cached || !m_format) {
         return formatWithIcu(value);
-    if (m_small.isEmpty())
+    }
+    if (m_small.isEmpty()) {
         m_small.resize(cached);
+    }
     QString& text = m_small[value];
     if (text.isNull()) {
         const std::optional<QString> formatted = formatWithIcu(value);
-        if (!formatted)
+        if (!formatted) {
             return std::nullopt;
+        }
         text = *formatted;
     }
     return text;
@@ -41,13 +44,15 @@ std::optional<QString> CountFormatter::format(qint32 value) const
 
 std::optional<QString> CountFormatter::formatWithIcu(qint32 value) const
 {
-    if (!m_format)
+    if (!m_format) {
         return std::nullopt;
+    }
     UChar buffer[64];
     UErrorCode status = U_ZERO_ERROR;
     const int32_t length = unum_format(m_format, value, buffer, 64, nullptr, &status);
-    if (U_FAILURE(status) || length > 64)
+    if (U_FAILURE(status) || length > 64) {
         return std::nullopt;
+    }
     return QString(reinterpret_cast<const QChar*>(buffer), length);
 }
 

@@ -49,16 +49,19 @@ std::optional<WordTable> RunIndexer(const WordContext& context, const QString& p
         }
     });
     process.start();
-    if (!failedToStart && process.state() != QProcess::NotRunning)
+    if (!failedToStart && process.state() != QProcess::NotRunning) {
         loop.exec();
+    }
     // A missing indexer counts as no result, so the fallback gets its turn.
-    if (failedToStart)
+    if (failedToStart) {
         return std::nullopt;
+    }
 
     const QString resultPath =
         context.temporaryFolder + QLatin1Char('/') + QLatin1String(resultFileName);
-    if (!QFileInfo::exists(resultPath))
+    if (!QFileInfo::exists(resultPath)) {
         return std::nullopt;
+    }
     return ReadWordTableFile(resultPath);
 }
 
@@ -66,20 +69,24 @@ WordTable BuildWordTable(const WordContext& context, const FileRef& file)
 {
     WordTable table;
     QByteArray pathBytes;
-    if (file.makePath(pathBytes, indexerPathBufferSize) != noErr)
+    if (file.makePath(pathBytes, indexerPathBufferSize) != noErr) {
         return table;
+    }
 
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString path = utf8.decode(pathBytes);
-    if (utf8.hasError())
+    if (utf8.hasError()) {
         return table;
+    }
 
     context.desktop.log(QStringLiteral("Indexing ") + path);
     std::optional<WordTable> result = RunIndexer(context, path, QStringLiteral("SearchKitIndexer"));
-    if (!result)
+    if (!result) {
         result = RunIndexer(context, path, QStringLiteral("SearchKitIndexer32"));
-    if (result)
+    }
+    if (result) {
         table = std::move(*result);
+    }
     return table;
 }
 

@@ -37,15 +37,17 @@ bool isSingleName(const QString& name)
 Status lookUp(const QString& path)
 {
     struct stat info = {};
-    if (::lstat(QFile::encodeName(path).constData(), &info) != 0)
+    if (::lstat(QFile::encodeName(path).constData(), &info) != 0) {
         return statusFromErrno(errno);
+    }
     return noErr;
 }
 
 Status makeDirectory(const QString& path)
 {
-    if (::mkdir(QFile::encodeName(path).constData(), 0777) != 0)
+    if (::mkdir(QFile::encodeName(path).constData(), 0777) != 0) {
         return statusFromErrno(errno);
+    }
     return noErr;
 }
 
@@ -54,11 +56,13 @@ Status makeDirectory(const QString& path)
 bool FindOrCreateMakerFolder(std::optional<FileRef>& outFolder)
 {
     const QString dataHome = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    if (dataHome.isEmpty() || !QDir().mkpath(dataHome))
+    if (dataHome.isEmpty() || !QDir().mkpath(dataHome)) {
         return false;
+    }
     const std::optional<FileRef> base = FileRef::fromPath(dataHome);
-    if (!base)
+    if (!base) {
         return false;
+    }
 
     const QString path = childPath(*base, QStringLiteral("Okaluna Software"));
     const Status lookup = lookUp(path);
@@ -66,8 +70,9 @@ bool FindOrCreateMakerFolder(std::optional<FileRef>& outFolder)
         outFolder = FileRef::fromPath(path);
         return true;
     }
-    if (makeDirectory(path) != noErr)
+    if (makeDirectory(path) != noErr) {
         return false;
+    }
     outFolder = FileRef::fromPath(path);
     return true;
 }
@@ -75,20 +80,24 @@ bool FindOrCreateMakerFolder(std::optional<FileRef>& outFolder)
 Status FindOrCreateOutputFolder(std::optional<FileRef>& outFolder)
 {
     std::optional<FileRef> maker;
-    if (!FindOrCreateMakerFolder(maker))
+    if (!FindOrCreateMakerFolder(maker)) {
         return noFolderStatus;
+    }
     // The maker folder was there but could not be looked at.
-    if (!maker)
+    if (!maker) {
         return paramErr;
+    }
 
     const QString path = childPath(*maker, QStringLiteral("Tallyvox"));
     Status status = lookUp(path);
-    if (status == fnfErr)
+    if (status == fnfErr) {
         status = makeDirectory(path);
+    }
     if (status == noErr) {
         outFolder = FileRef::fromPath(path);
-        if (!outFolder)
+        if (!outFolder) {
             status = fnfErr;
+        }
     }
     return status;
 }
@@ -97,17 +106,20 @@ Status CreateOutputFile(const QString& fileName, std::optional<FileRef>& outFile
 {
     std::optional<FileRef> folder;
     Status status = FindOrCreateOutputFolder(folder);
-    if (status != noErr)
+    if (status != noErr) {
         return status;
-    if (!isSingleName(fileName))
+    }
+    if (!isSingleName(fileName)) {
         return paramErr;
+    }
 
     const QString path = childPath(*folder, fileName);
     const QByteArray encoded = QFile::encodeName(path);
     status = lookUp(path);
     // An old list is replaced, never appended to: delete it first.
-    if (status == noErr)
+    if (status == noErr) {
         status = std::remove(encoded.constData()) == 0 ? noErr : statusFromErrno(errno);
+    }
     if (status == noErr || status == fnfErr) {
         const int fd = ::open(encoded.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (fd < 0) {
@@ -123,8 +135,9 @@ Status CreateOutputFile(const QString& fileName, std::optional<FileRef>& outFile
 
 void OpenInTextEditor(Desktop& desktop, const FileRef& file)
 {
-    if (const std::optional<QString> path = stringWithFSRef(&file))
+    if (const std::optional<QString> path = stringWithFSRef(&file)) {
         desktop.openInTextEditor(*path);
+    }
 }
 
 } // namespace tallyvox

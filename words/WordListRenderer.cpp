@@ -17,14 +17,17 @@ std::optional<QString> FormatCount(qint32 value, const CountFormatter& locale)
 void AppendFrequency(QString& text, const QList<qint64>& counts, qint32 separateBy,
                      const CountFormatter& locale, qsizetype index)
 {
-    if (index < 0 || index >= counts.size())
+    if (index < 0 || index >= counts.size()) {
         return;
+    }
     const std::optional<qint32> value = countToInt32(counts[index]);
-    if (!value)
+    if (!value) {
         return;
+    }
     const std::optional<QString> formatted = FormatCount(*value, locale);
-    if (!formatted)
+    if (!formatted) {
         return;
+    }
     switch (separateBy) {
     case 1:
         text += QLatin1String(" (") + *formatted + QLatin1Char(')');
@@ -77,19 +80,22 @@ std::optional<QString> RenderWordList(const WordContext& context, const FileRef&
                                 .arg(static_cast<qint32>(SumCounts(counts)))
                                 .arg(*name));
     }
-    if (!words)
+    if (!words) {
         return std::nullopt;
+    }
 
     QString result;
     const CountFormatter locale;
-    if (!locale.isValid())
+    if (!locale.isValid()) {
         return result;
+    }
 
     const bool showCounts = context.preferences.GetIncludeFrequency() && counts.has_value();
     for (qsizetype i = 0; i < words->size(); ++i) {
         result += words->at(i);
-        if (showCounts)
+        if (showCounts) {
             AppendFrequency(result, *counts, separateBy, locale, i);
+        }
         AppendLineSeparator(result, lineStyle);
     }
     return result;

@@ -20,8 +20,9 @@ quint64 prefixKey(const QString& word)
 {
     quint64 key = 0;
     const qsizetype n = std::min<qsizetype>(word.size(), 4);
-    for (qsizetype i = 0; i < n; ++i)
+    for (qsizetype i = 0; i < n; ++i) {
         key |= quint64(word[i].unicode()) << (48 - 16 * i);
+    }
     return key;
 }
 
@@ -35,17 +36,20 @@ void sortAlphabetically(std::vector<std::pair<QString, qint64>>& entries)
     };
     std::vector<Keyed> keyed;
     keyed.reserve(entries.size());
-    for (size_t i = 0; i < entries.size(); ++i)
+    for (size_t i = 0; i < entries.size(); ++i) {
         keyed.push_back({prefixKey(entries[i].first), static_cast<quint32>(i)});
+    }
     std::sort(keyed.begin(), keyed.end(), [&entries](const Keyed& x, const Keyed& y) {
-        if (x.prefix != y.prefix)
+        if (x.prefix != y.prefix) {
             return x.prefix < y.prefix;
+        }
         return CompareWordsAlphabetically(entries[x.index].first, entries[y.index].first) < 0;
     });
     std::vector<std::pair<QString, qint64>> sorted;
     sorted.reserve(entries.size());
-    for (const Keyed& k : keyed)
+    for (const Keyed& k : keyed) {
         sorted.push_back(std::move(entries[k.index]));
+    }
     entries = std::move(sorted);
 }
 
@@ -59,11 +63,13 @@ int CompareWordsAlphabetically(const QString& a, const QString& b)
 int CompareWordsByCount(const QString& a, const QString& b, const WordTable& table)
 {
     const auto countA = table.constFind(a);
-    if (countA == table.cend())
+    if (countA == table.cend()) {
         return 0;
+    }
     const auto countB = table.constFind(b);
-    if (countB == table.cend())
+    if (countB == table.cend()) {
         return 0;
+    }
     return compareCountsDescending(*countA, *countB);
 }
 
@@ -72,15 +78,17 @@ void OrderWords(const PreferenceStore& preferences, const WordTable& table,
                 bool alphabetical)
 {
     outCounts.reset();
-    if (table.isEmpty())
+    if (table.isEmpty()) {
         return;
+    }
 
     // Sorting the pairs with their counts beside them gives the order of
     // CompareWordsByCount without two table lookups per comparison.
     std::vector<std::pair<QString, qint64>> entries;
     entries.reserve(static_cast<size_t>(table.size()));
-    for (auto it = table.cbegin(); it != table.cend(); ++it)
+    for (auto it = table.cbegin(); it != table.cend(); ++it) {
         entries.emplace_back(it.key(), it.value());
+    }
 
     if (alphabetical) {
         sortAlphabetically(entries);
@@ -92,15 +100,17 @@ void OrderWords(const PreferenceStore& preferences, const WordTable& table,
 
     QStringList words;
     words.reserve(static_cast<qsizetype>(entries.size()));
-    for (const auto& entry : entries)
+    for (const auto& entry : entries) {
         words.append(entry.first);
+    }
     outWords = std::move(words);
 
     if (preferences.GetIncludeFrequency()) {
         QList<qint64> counts;
         counts.reserve(static_cast<qsizetype>(entries.size()));
-        for (const auto& entry : entries)
+        for (const auto& entry : entries) {
             counts.append(entry.second);
+        }
         outCounts = std::move(counts);
     }
 }
@@ -108,11 +118,13 @@ void OrderWords(const PreferenceStore& preferences, const WordTable& table,
 quint32 SumCounts(const std::optional<QList<qint64>>& counts)
 {
     quint32 sum = 0;
-    if (!counts)
+    if (!counts) {
         return sum;
+    }
     for (qint64 count : *counts) {
-        if (const std::optional<qint32> value = countToInt32(count))
+        if (const std::optional<qint32> value = countToInt32(count)) {
             sum += static_cast<quint32>(*value);
+        }
     }
     return sum;
 }

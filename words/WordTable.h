@@ -18,8 +18,9 @@ inline constexpr qint64 unreadableCount = std::numeric_limits<qint64>::min();
 /// A count as a 32-bit signed integer, or nothing when it does not fit or was unreadable.
 inline std::optional<qint32> countToInt32(qint64 count)
 {
-    if (count < std::numeric_limits<qint32>::min() || count > std::numeric_limits<qint32>::max())
+    if (count < std::numeric_limits<qint32>::min() || count > std::numeric_limits<qint32>::max()) {
         return std::nullopt;
+    }
     return static_cast<qint32>(count);
 }
 

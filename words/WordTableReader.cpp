@@ -20,19 +20,23 @@ public:
 
     std::optional<WordTable> read()
     {
-        if (!readTrailer())
+        if (!readTrailer()) {
             return std::nullopt;
+        }
         quint64 offset = 0;
-        if (!objectOffset(m_topObject, offset))
+        if (!objectOffset(m_topObject, offset)) {
             return std::nullopt;
+        }
         quint64 position = offset + 1;
         const quint8 marker = byteAt(offset);
         quint64 count = 0;
-        if ((marker & 0xF0) != 0xD0 || !length(marker, position, count))
+        if ((marker & 0xF0) != 0xD0 || !length(marker, position, count)) {
             return std::nullopt;
+        }
         // Key and value references, count of each.
-        if (count > (m_objectsEnd - position) / (2 * m_refSize))
+        if (count > (m_objectsEnd - position) / (2 * m_refSize)) {
             return std::nullopt;
+        }
 
         WordTable table;
         table.reserve(static_cast<qsizetype>(count));
@@ -42,10 +46,12 @@ public:
             const quint64 valueRef = number(valueRefs + i * m_refSize, m_refSize);
             std::optional<QString> key;
             qint64 value = unreadableCount;
-            if (!readKey(keyRef, key) || !readValue(valueRef, value))
+            if (!readKey(keyRef, key) || !readValue(valueRef, value)) {
                 return std::nullopt;
-            if (key)
+            }
+            if (key) {
                 table.insert(*key, value);
+            }
         }
         return table;
     }
@@ -59,15 +65,17 @@ private:
     quint64 number(quint64 at, unsigned width) const
     {
         quint64 value = 0;
-        for (unsigned i = 0; i < width; ++i)
+        for (unsigned i = 0; i < width; ++i) {
             value = (value << 8) | byteAt(at + i);
+        }
         return value;
     }
 
     bool readTrailer()
     {
-        if (m_data.size() < 8 + trailerSize || std::memcmp(m_data.data(), "bplist00", 8) != 0)
+        if (m_data.size() < 8 + trailerSize || std::memcmp(m_data.data(), "bplist00", 8) != 0) {
             return false;
+        }
         const quint64 trailer = quint64(m_data.size() - trailerSize);
         m_offsetSize = byteAt(trailer + 6);
         m_refSize = byteAt(trailer + 7);
@@ -75,12 +83,14 @@ private:
         m_topObject = number(trailer + 16, 8);
         m_tableOffset = number(trailer + 24, 8);
         const auto validWidth = [](unsigned w) { return w == 1 || w == 2 || w == 4 || w == 8; };
-        if (!validWidth(m_offsetSize) || !validWidth(m_refSize))
+        if (!validWidth(m_offsetSize) || !validWidth(m_refSize)) {
             return false;
+        }
         if (m_tableOffset < 8 || m_tableOffset > trailer || m_objectCount == 0 ||
             m_topObject >= m_objectCount ||
-            m_objectCount > (trailer - m_tableOffset) / m_offsetSize)
+            m_objectCount > (trailer - m_tableOffset) / m_offsetSize) {
             return false;
+        }
         m_objectsEnd = m_tableOffset;
         m_keyBudget = quint64(m_data.size());
         return true;
@@ -88,8 +98,9 @@ private:
 
     bool objectOffset(quint64 ref, quint64& offset) const
     {
-        if (ref >= m_objectCount)
+        if (ref >= m_objectCount) {
             return false;
+        }
         offset = number(m_tableOffset + ref * m_offsetSize, m_offsetSize);
         return offset >= 8 && offset < m_objectsEnd;
     }
@@ -98,16 +109,20 @@ private:
     bool length(quint8 marker, quint64& position, quint64& value) const
     {
         value = marker & 0x0F;
-        if (value != 0x0F)
+        if (value != 0x0F) {
             return true;
-        if (position >= m_objectsEnd)
+        }
+        if (position >= m_objectsEnd) {
             return false;
+        }
         const quint8 intMarker = byteAt(position);
-        if ((intMarker & 0xF0) != 0x10 || (intMarker & 0x0F) > 3)
+        if ((intMarker & 0xF0) != 0x10 || (intMarker & 0x0F) > 3) {
             return false;
+        }
         const unsigned width = 1u << (intMarker & 0x0F);
-        if (width > m_objectsEnd - position - 1)
+        if (width > m_objectsEnd - position - 1) {
             return false;
+        }
         value = number(position + 1, width);
         position += 1 + width;
         return true;
@@ -117,23 +132,28 @@ private:
     bool readKey(quint64 ref, std::optional<QString>& key)
     {
         quint64 offset = 0;
-        if (!objectOffset(ref, offset))
+        if (!objectOffset(ref, offset)) {
             return false;
+        }
         const quint8 marker = byteAt(offset);
         const quint8 type = marker & 0xF0;
-        if (type != 0x50 && type != 0x60)
+        if (type != 0x50 && type != 0x60) {
             return true;
+        }
         quint64 position = offset + 1;
         quint64 count = 0;
-        if (!length(marker, position, count))
+        if (!length(marker, position, count)) {
             return false;
+        }
         const quint64 unit = type == 0x50 ? 1 : 2;
-        if (count > (m_objectsEnd - position) / unit)
+        if (count > (m_objectsEnd - position) / unit) {
             return false;
+        }
         // Objects of a well-formed file never overlap, so their bytes add up to less than the
         // file; keys that reuse the same bytes over and over would make the work quadratic.
-        if (count * unit > m_keyBudget)
+        if (count * unit > m_keyBudget) {
             return false;
+        }
         m_keyBudget -= count * unit;
         const char* bytes = m_data.data() + position;
         if (type == 0x50) {
@@ -141,8 +161,9 @@ private:
         } else {
             QString text(qsizetype(count), Qt::Uninitialized);
             char16_t* units = reinterpret_cast<char16_t*>(text.data());
-            for (quint64 i = 0; i < count; ++i)
+            for (quint64 i = 0; i < count; ++i) {
                 units[i] = qFromBigEndian<quint16>(bytes + 2 * i);
+            }
             key = std::move(text);
         }
         return true;
@@ -151,17 +172,21 @@ private:
     bool readValue(quint64 ref, qint64& value) const
     {
         quint64 offset = 0;
-        if (!objectOffset(ref, offset))
+        if (!objectOffset(ref, offset)) {
             return false;
+        }
         const quint8 marker = byteAt(offset);
-        if ((marker & 0xF0) != 0x10)
+        if ((marker & 0xF0) != 0x10) {
             return true; // a value of another type: unreadableCount
+        }
         const unsigned power = marker & 0x0F;
-        if (power > 4)
+        if (power > 4) {
             return true;
+        }
         const unsigned width = 1u << power;
-        if (width > m_objectsEnd - offset - 1)
+        if (width > m_objectsEnd - offset - 1) {
             return false;
+        }
         if (width <= 8) {
             // 1, 2 and 4 bytes are unsigned; 8 bytes are signed.
             value = static_cast<qint64>(number(offset + 1, width));
@@ -170,8 +195,9 @@ private:
         // 16 bytes: a value only when the high half is the sign of the low one.
         const quint64 high = number(offset + 1, 8);
         const quint64 low = number(offset + 9, 8);
-        if ((high == 0 && qint64(low) >= 0) || (high == ~quint64(0) && qint64(low) < 0))
+        if ((high == 0 && qint64(low) >= 0) || (high == ~quint64(0) && qint64(low) < 0)) {
             value = static_cast<qint64>(low);
+        }
         return true;
     }
 
@@ -189,33 +215,40 @@ private:
 std::optional<WordTable> readXmlPlist(const QByteArray& data)
 {
     QXmlStreamReader xml(data);
-    if (!xml.readNextStartElement())
+    if (!xml.readNextStartElement()) {
         return std::nullopt;
-    if (xml.name() == QLatin1String("plist") && !xml.readNextStartElement())
+    }
+    if (xml.name() == QLatin1String("plist") && !xml.readNextStartElement()) {
         return std::nullopt;
-    if (xml.name() != QLatin1String("dict"))
+    }
+    if (xml.name() != QLatin1String("dict")) {
         return std::nullopt;
+    }
 
     WordTable table;
     while (xml.readNextStartElement()) {
-        if (xml.name() != QLatin1String("key"))
+        if (xml.name() != QLatin1String("key")) {
             return std::nullopt;
+        }
         const QString key = xml.readElementText();
-        if (!xml.readNextStartElement())
+        if (!xml.readNextStartElement()) {
             return std::nullopt;
+        }
         qint64 value = unreadableCount;
         if (xml.name() == QLatin1String("integer")) {
             bool ok = false;
             const qint64 number = xml.readElementText().trimmed().toLongLong(&ok);
-            if (ok)
+            if (ok) {
                 value = number;
+            }
         } else {
             xml.skipCurrentElement();
         }
         table.insert(key, value);
     }
-    if (xml.hasError())
+    if (xml.hasError()) {
         return std::nullopt;
+    }
     return table;
 }
 
@@ -223,19 +256,22 @@ std::optional<WordTable> readXmlPlist(const QByteArray& data)
 
 std::optional<WordTable> ParseWordTable(const QByteArray& data)
 {
-    if (data.startsWith("bplist"))
+    if (data.startsWith("bplist")) {
         return BinaryPlist(data).read();
+    }
     return readXmlPlist(data);
 }
 
 std::optional<WordTable> ReadWordTableFile(const QString& path)
 {
     const QFileInfo info(path);
-    if (!info.exists() || info.isDir())
+    if (!info.exists() || info.isDir()) {
         return std::nullopt;
+    }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
+    }
     return ParseWordTable(file.readAll());
 }
 

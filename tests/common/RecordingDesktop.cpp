@@ -11,8 +11,9 @@ QStringList RecordingDesktop::texts(const QString& kind) const
 {
     QStringList result;
     for (const Event& event : m_events) {
-        if (event.kind == kind)
+        if (event.kind == kind) {
             result.append(event.text);
+        }
     }
     return result;
 }

@@ -25,10 +25,11 @@ TestEnvironment::TestEnvironment()
 TestEnvironment::~TestEnvironment()
 {
     for (int i = 0; i < 4; ++i) {
-        if (m_had[i])
+        if (m_had[i]) {
             qputenv(variables[i], m_saved[i]);
-        else
+        } else {
             qunsetenv(variables[i]);
+        }
     }
 }
 
@@ -37,8 +38,9 @@ QString TestEnvironment::writeFile(const QString& relativePath, const QByteArray
     const QString path = root() + QLatin1Char('/') + relativePath;
     QDir().mkpath(QFileInfo(path).absolutePath());
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
         return {};
+    }
     return path;
 }
 

@@ -97,8 +97,9 @@ private slots:
         QVERIFY(store.writeNumber(prefs::SeparateBy, 3));
         const QString folder = env.configHome() + u"/Okaluna Software"_s;
         QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
-        if (QFile(folder + u"/probe"_s).open(QIODevice::WriteOnly))
+        if (QFile(folder + u"/probe"_s).open(QIODevice::WriteOnly)) {
             QSKIP("running with permissions that ignore read-only folders");
+        }
         QVERIFY(!store.writeNumber(prefs::SeparateBy, 2));
         QCOMPARE(store.GetSeparateBy(), 3);
         QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);

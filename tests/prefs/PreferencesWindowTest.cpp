@@ -31,8 +31,9 @@ private slots:
         PreferencesWindow window(store);
         const auto items = [&](const char* id) {
             QStringList texts;
-            for (int i = 0; i < control<QComboBox>(window, id)->count(); ++i)
+            for (int i = 0; i < control<QComboBox>(window, id)->count(); ++i) {
                 texts.append(control<QComboBox>(window, id)->itemText(i));
+            }
             return texts;
         };
         // Item n stands for the stored number n.
@@ -114,10 +115,12 @@ private slots:
     {
         QTest::addColumn<QByteArray>("code");
         QTest::addColumn<bool>("closes");
-        for (const char* code : {"clos", "not!", "ok  "})
+        for (const char* code : {"clos", "not!", "ok  "}) {
             QTest::newRow(code) << QByteArray(code) << true;
-        for (const char* code : {"quit", "pref"})
+        }
+        for (const char* code : {"quit", "pref"}) {
             QTest::newRow(code) << QByteArray(code) << false;
+        }
     }
     void closingCommands()
     {

@@ -40,8 +40,9 @@ QByteArray makeZip(const QList<Entry>& entries)
                                              std::uint64_t(entry.head.size())));
         archive_write_header(a, e);
         archive_write_data(a, entry.head.constData(), size_t(entry.head.size()));
-        for (std::uint64_t i = 0; i < entry.repeats; ++i)
+        for (std::uint64_t i = 0; i < entry.repeats; ++i) {
             archive_write_data(a, entry.data.constData(), size_t(entry.data.size()));
+        }
         archive_entry_free(e);
     }
     archive_write_close(a);
@@ -166,8 +167,9 @@ private slots:
     void entriesAreCapped()
     {
         QList<Entry> entries;
-        for (std::size_t i = 0; i < ReadLimits::maxContainerEntries + 500; ++i)
+        for (std::size_t i = 0; i < ReadLimits::maxContainerEntries + 500; ++i) {
             entries.append({"f" + QByteArray::number(qulonglong(i)), "x"});
+        }
         const QByteArray bytes = makeZip(entries);
         auto zip = ZipArchive::fromMemory({bytes.constData(), std::size_t(bytes.size())});
         QCOMPARE(zip.names().size(), ReadLimits::maxContainerEntries);

@@ -48,8 +48,9 @@ private slots:
         };
         for (const char* name :
              {"source.docx", "source.odt", "source.fodt", "source.rtf", "source.pdf", "source.epub",
-              "source.html", "source.doc", "note.rtfd"})
+              "source.html", "source.doc", "note.rtfd"}) {
             row(name, "source.txt", {});
+        }
         // Numeric cells are not text in SpreadsheetML: their stored value is not what shows.
         row("sheet.xlsx", "sheet.csv", {QStringLiteral("3.14"), QStringLiteral("2024")});
         row("sheet.ods", "sheet.csv", {});
@@ -71,8 +72,9 @@ private slots:
         QVERIFY(std::chrono::steady_clock::now() - begin < std::chrono::seconds(2));
         QMap<QString, int> expected = WordCountingSink::countWords(dataBytes(source).toStdString());
         QVERIFY(source.isEmpty() || expected.size() > 50);
-        for (const QString& word : notDelivered)
+        for (const QString& word : notDelivered) {
             expected.remove(word);
+        }
         QCOMPARE(sink.words(), expected);
 
         // Cut short, it is still claimed and gives what could be read, without a crash.
@@ -80,8 +82,9 @@ private slots:
         QTemporaryDir dir;
         QFile cut(dir.filePath(document));
         for (const qsizetype keep : {bytes.size() / 2, bytes.size() - 30, qsizetype(600)}) {
-            if (bytes.isEmpty())
+            if (bytes.isEmpty()) {
                 break;
+            }
             QVERIFY(cut.open(QIODevice::WriteOnly | QIODevice::Truncate));
             cut.write(bytes.left(keep));
             cut.close();
@@ -136,8 +139,9 @@ private slots:
                                  getrlimit(RLIMIT_CPU, &cpu) == 0 &&
                                  getrlimit(RLIMIT_CORE, &core) == 0;
             // A soft CPU limit below the hard one: a signal to stop comes before the kill.
-            if (!applied || cpu.rlim_cur != 30 || cpu.rlim_max <= cpu.rlim_cur || core.rlim_cur)
+            if (!applied || cpu.rlim_cur != 30 || cpu.rlim_max <= cpu.rlim_cur || core.rlim_cur) {
                 _exit(1);
+            }
 #ifndef __SANITIZE_ADDRESS__
             _exit(std::malloc(std::size_t{2} << 30) == nullptr ? 0 : 2);
 #endif

@@ -78,8 +78,9 @@ private slots:
         const qsizetype whole = jpeg.size() - jpeg.size() % 3;
         QString mailed;
         const QByteArray base64 = jpeg.left(whole).toBase64();
-        for (qsizetype i = 0; i < base64.size(); i += 76)
+        for (qsizetype i = 0; i < base64.size(); i += 76) {
             mailed += QString::fromLatin1(base64.mid(i, 76)) + QStringLiteral("\r\n");
+        }
         QTest::newRow("JPEG in mail lines") << false << mailed << QStringLiteral("photo")
                                             << jpeg.left(whole - 1) << QStringLiteral("photo.jpg");
         QTest::newRow("outside ASCII saves an empty file")
@@ -141,10 +142,11 @@ private slots:
         QFETCH(QStringList, events);
         World world(graphic, text, answer);
         QStringList seen;
-        for (const auto& event : world.desktop.events())
+        for (const auto& event : world.desktop.events()) {
             seen.append(event.kind == QLatin1String("alert")
                             ? event.kind + QLatin1Char(' ') + event.text
                             : event.kind);
+        }
         QCOMPARE(seen, events);
         QCOMPARE(world.saved(), QStringList());
     }

@@ -35,10 +35,11 @@ QStringList outcome(const testing::RecordingDesktop& desktop)
 {
     QStringList lines;
     for (const auto& [kind, text] : desktop.events()) {
-        if (kind == QLatin1String("editor"))
+        if (kind == QLatin1String("editor")) {
             lines.append(kind + QLatin1Char(' ') + QFileInfo(text).fileName());
-        else if (kind != QLatin1String("raise") && kind != QLatin1String("log"))
+        } else if (kind != QLatin1String("raise") && kind != QLatin1String("log")) {
             lines.append(text.isEmpty() ? kind : kind + QLatin1Char(' ') + text);
+        }
     }
     return lines;
 }
@@ -128,8 +129,9 @@ private slots:
         const QString document = env.writeFile(QStringLiteral("doc.txt"), "a bb bb\n");
         Pasteboard none;
         for (PasteboardItem& item : request.pasteboard ? *request.pasteboard : none) {
-            for (auto& [type, bytes] : item)
+            for (auto& [type, bytes] : item) {
                 bytes.replace(filePlaceholder, document.toUtf8());
+            }
         }
         testing::RecordingDesktop desktop;
         PreferenceStore preferences;
@@ -147,8 +149,9 @@ private slots:
         const QStringList folders = QDir(env.tempFolder() + QStringLiteral("/Tallyvox"))
                                         .entryList(QDir::Dirs | QDir::NoDotAndDotDot);
         QCOMPARE(folders.size(), temporaryFiles);
-        for (const QString& folder : folders)
+        for (const QString& folder : folders) {
             QCOMPARE(folder, folder.toUpper());
+        }
     }
 };
 

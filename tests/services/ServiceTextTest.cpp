@@ -74,14 +74,16 @@ private slots:
         QFETCH(QString, text);
         QFETCH(bool, blocked);
         testing::TestEnvironment env;
-        if (blocked)
+        if (blocked) {
             env.writeFile(QStringLiteral("tmp/Tallyvox"), "a file");
+        }
         std::optional<FileRef> first;
         std::optional<FileRef> second;
         QCOMPARE(WriteTextToTemporaryFile(text, first), !blocked);
         QCOMPARE(WriteTextToTemporaryFile(text, second), !blocked);
-        if (blocked)
+        if (blocked) {
             return;
+        }
         QCOMPARE(first->name(), QStringLiteral("TallyvoxData.txt"));
         QVERIFY(first->path() != second->path());
         QFile written(first->path());

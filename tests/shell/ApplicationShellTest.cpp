@@ -28,8 +28,9 @@ class ApplicationShellTest : public QObject {
         std::function<void()> onFile;
         ApplicationShell shell{desktop, store, [this](const FileRef& file) {
                                    processed.append(file.name());
-                                   if (onFile)
+                                   if (onFile) {
                                        onFile();
+                                   }
                                }};
         World() { shell.start(QRect(0, 0, 1440, 900)); }
         Status command(const char* code, Origin origin = Origin::MainWindow)
@@ -39,8 +40,9 @@ class ApplicationShellTest : public QObject {
         QStringList files(int count) const
         {
             QStringList paths;
-            for (int i = 0; i < count; ++i)
+            for (int i = 0; i < count; ++i) {
                 paths.append(env.writeFile(QString(QChar(u'a' + i)), "x"));
+            }
             return paths;
         }
         QString status()

@@ -52,8 +52,9 @@ class BatchRunnerTest : public QObject {
         std::function<void(const FileRef&)> onFile;
         BatchRunner batch{view, desktop, store, [this](const FileRef& file) {
                               processed.append(file.name());
-                              if (onFile)
+                              if (onFile) {
                                   onFile(file);
+                              }
                           }};
 
         /// Makes each name below the root: "name/" a folder, "-name" nothing at all.
@@ -61,10 +62,11 @@ class BatchRunnerTest : public QObject {
         {
             QStringList paths;
             for (const QString& name : names.split(u' ', Qt::SkipEmptyParts)) {
-                if (name.endsWith(u'/'))
+                if (name.endsWith(u'/')) {
                     QDir().mkpath(env.root() + u'/' + name);
-                else if (!name.startsWith(u'-'))
+                } else if (!name.startsWith(u'-')) {
                     env.writeFile(name, "x");
+                }
                 paths.append(env.root() + u'/' + (name.endsWith(u'/') ? name.chopped(1) : name));
             }
             return paths;
@@ -113,9 +115,10 @@ private slots:
             (w.view.matching(u"max:"_s) + w.view.matching(u"min:"_s) + w.view.matching(u"value:"_s))
                 .join(u' '),
             progress);
-        if (!processed.isEmpty())
+        if (!processed.isEmpty()) {
             QCOMPARE(w.view.matching(u"status1:File: "_s).first(),
                      u"status1:File: "_s + processed.section(u' ', 0, 0));
+        }
         QCOMPARE(w.view.lines.last(), helpLine);
         QCOMPARE(w.view.matching(u"error:"_s).join(QString()),
                  error.isEmpty() ? QString() : u"error:"_s + error);
@@ -124,8 +127,9 @@ private slots:
                                 QString::fromUtf16(batchTexts::notAFileExplanation)};
         QCOMPARE(w.desktop.texts(u"stopAlert"_s) + w.desktop.texts(u"stopAlertExplanation"_s),
                  notAFile ? alert : QStringList());
-        if (notAFile)
+        if (notAFile) {
             QCOMPARE(w.desktop.events().last().kind, u"stopAlertExplanation"_s);
+        }
     }
 
     void stopOrQuitDuringTheSecondOfFiveFiles_data()
@@ -144,8 +148,9 @@ private slots:
         w.store.writeBool(prefs::QuitWhenDone, quitWhenDone);
         const QStringList paths = w.make(u"f1 f2 f3 f4 f5"_s);
         w.onFile = [&w, quit](const FileRef& file) {
-            if (file.name() == u"f2"_s)
+            if (file.name() == u"f2"_s) {
                 quit ? w.batch.requestQuit() : w.batch.requestCancel();
+            }
         };
         QSignalSpy farewell(&w.batch, &BatchRunner::farewellDue);
         QElapsedTimer clock;

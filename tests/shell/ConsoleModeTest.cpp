@@ -23,8 +23,9 @@ Run runTallyvox(const QStringList& arguments, const QString& directory)
     QProcess process;
     process.setWorkingDirectory(directory);
     process.start(QStringLiteral(TALLYVOX_BUILD_BIN_DIR "/tallyvox"), arguments);
-    if (!process.waitForFinished(30000))
+    if (!process.waitForFinished(30000)) {
         return {};
+    }
     return {process.exitCode(),
             QString::fromUtf8(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts)};
 }
@@ -34,19 +35,25 @@ QString describe(const CommandLine& line)
 {
     static const char* const sources[] = {"", "files", "text", "selection", "clipboard", "stdin"};
     QStringList parts;
-    if (line.console)
+    if (line.console) {
         parts.append(u"console"_s);
-    if (!line.saveAsPath.isEmpty())
+    }
+    if (!line.saveAsPath.isEmpty()) {
         parts.append(u"save-as "_s + line.saveAsPath);
-    if (!line.serviceName.isEmpty() || line.serviceSource != ServiceSource::None)
+    }
+    if (!line.serviceName.isEmpty() || line.serviceSource != ServiceSource::None) {
         parts.append(u"service %1 from %2"_s.arg(line.serviceName,
                                                  QLatin1String(sources[int(line.serviceSource)])));
-    if (!line.serviceText.isEmpty())
+    }
+    if (!line.serviceText.isEmpty()) {
         parts.append(u"text "_s + line.serviceText);
-    if (!line.files.isEmpty())
+    }
+    if (!line.files.isEmpty()) {
         parts.append(u"files "_s + line.files.join(u'|'));
-    if (!line.error.isEmpty())
+    }
+    if (!line.error.isEmpty()) {
         parts.append(u"error: "_s + line.error);
+    }
     return parts.join(u", "_s);
 }
 
@@ -131,8 +138,9 @@ private slots:
 
     void realProgramExtractsWordsAndHandsOverTheList()
     {
-        if (!QFile::exists(QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer")))
+        if (!QFile::exists(QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer"))) {
             QSKIP("the indexers are not built");
+        }
         testing::TestEnvironment env;
         env.writeFile(u"notes.txt"_s, "the cat and the hat\n");
         const Run run = runTallyvox({u"--console"_s, u"notes.txt"_s}, env.root());

@@ -43,15 +43,17 @@ private slots:
         env.writeFile(u"b"_s, "x");
         const auto paths = [&](const QString& names) {
             QStringList result;
-            for (const QString& name : names.split(u' ', Qt::SkipEmptyParts))
+            for (const QString& name : names.split(u' ', Qt::SkipEmptyParts)) {
                 result.append(name == u"~"_s ? QString() : env.root() + u'/' + name);
+            }
             return result;
         };
         QMimeData data;
         QList<QUrl> urls;
-        for (const QString& path : paths(items))
+        for (const QString& path : paths(items)) {
             urls.append(path.isEmpty() ? QUrl(u"https://okaluna.example/x"_s)
                                        : QUrl::fromLocalFile(path));
+        }
         urls.isEmpty() ? data.setText(u"clipping"_s) : data.setUrls(urls);
 
         MainWindow window(desktop);
@@ -69,8 +71,9 @@ private slots:
         QCOMPARE(dropped.size(), 0);
         QTest::qWait(10);
         QCOMPARE(dropped.size(), delivered.isNull() ? 0 : 1);
-        if (!delivered.isNull())
+        if (!delivered.isNull()) {
             QCOMPARE(dropped.first().first().toStringList(), paths(delivered));
+        }
         QCOMPARE(desktop.texts(u"beep"_s).size(), beeps);
     }
 

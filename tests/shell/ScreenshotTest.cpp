@@ -32,8 +32,9 @@ QString findWindow(const QString& title)
 QString shoot(const QString& title, const QString& file)
 {
     QString window;
-    if (!QTest::qWaitFor([&] { return !(window = findWindow(title)).isEmpty(); }, 10000))
+    if (!QTest::qWaitFor([&] { return !(window = findWindow(title)).isEmpty(); }, 10000)) {
         return {};
+    }
     QTest::qWait(700);
     run(u"import"_s, {u"-window"_s, window, QStringLiteral(TALLYVOX_SCREENSHOT_DIR "/") + file});
     return window;
@@ -52,8 +53,9 @@ bool pressUntil(const QString& window, const QString& keys, const std::function<
 {
     for (int attempt = 0; attempt < 5; ++attempt) {
         press(window, keys);
-        if (QTest::qWaitFor(done, 3000))
+        if (QTest::qWaitFor(done, 3000)) {
             return true;
+        }
     }
     return false;
 }
@@ -67,11 +69,13 @@ class ScreenshotTest : public QObject {
 private slots:
     void initTestCase()
     {
-        if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        if (qEnvironmentVariableIsEmpty("DISPLAY")) {
             QSKIP("no X display: run under tests/with-xvfb.sh");
+        }
         for (const char* tool : {"xdotool", "import"}) {
-            if (QStandardPaths::findExecutable(QString::fromLatin1(tool)).isEmpty())
+            if (QStandardPaths::findExecutable(QString::fromLatin1(tool)).isEmpty()) {
                 QSKIP("xdotool and imagemagick are needed");
+            }
         }
     }
 

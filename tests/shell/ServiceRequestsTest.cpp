@@ -32,8 +32,9 @@ QString run(const QString& command, const QString& arguments, const QByteArray& 
     process.start(command, arguments.split(u' ', Qt::SkipEmptyParts));
     process.write(input);
     process.closeWriteChannel();
-    if (!process.waitForFinished(20000))
+    if (!process.waitForFinished(20000)) {
         return u"<timed out>"_s;
+    }
     return QString::fromUtf8(process.readAllStandardOutput());
 }
 
@@ -47,8 +48,9 @@ private slots:
     void selectionAndClipboard()
     {
         if (qEnvironmentVariableIsEmpty("DISPLAY") ||
-            QStandardPaths::findExecutable(u"xclip"_s).isEmpty())
+            QStandardPaths::findExecutable(u"xclip"_s).isEmpty()) {
             QSKIP("needs a display and xclip: run under tests/with-xvfb.sh");
+        }
         testing::TestEnvironment env;
         run(u"xclip"_s, u"-i -selection primary"_s, "h\xc3\xa9llo \xf0\x9f\x98\x80");
         QCOMPARE(run(program, u"--console --service charCount --selection"_s),
@@ -66,8 +68,9 @@ private slots:
     // A running instance performs what a second launch hands it, then quits when done.
     void runningInstancePerformsForwardedRequest()
     {
-        if (!QDBusConnection::sessionBus().isConnected())
+        if (!QDBusConnection::sessionBus().isConnected()) {
             QSKIP("no session bus: run under dbus-run-session");
+        }
         testing::TestEnvironment env;
         QVERIFY(PreferenceStore().writeBool(prefs::QuitWhenDone, true));
         QProcess first;
@@ -93,8 +96,9 @@ private slots:
     // performed from the event loop.
     void activateAction()
     {
-        if (!QDBusConnection::sessionBus().isConnected())
+        if (!QDBusConnection::sessionBus().isConnected()) {
             QSKIP("no session bus: run under dbus-run-session");
+        }
         testing::TestEnvironment env;
         testing::RecordingDesktop desktop;
         desktop.setSelection(SelectionSource::Primary, textPasteboard("primary"));
@@ -112,8 +116,9 @@ private slots:
                 serviceName, QString::fromLatin1(busIdentity::objectPath),
                 QString::fromLatin1(busIdentity::interfaceName), u"ActivateAction"_s);
             QVariantMap platformData;
-            if (!selection.isEmpty())
+            if (!selection.isEmpty()) {
                 platformData.insert(QString::fromLatin1(selectionDataKey), selection);
+            }
             message << u"charCount"_s << parameter << platformData;
             desktop.clear();
             // Asynchronously: a blocking call to ourselves would stall.
@@ -148,8 +153,9 @@ private slots:
         const QString script = env.dataHome() + u"/nautilus/scripts/Tallyvox Word Count"_s;
         for (const QString& path :
              {script, env.dataHome() + u"/kio/servicemenus/tallyvox-servicemenu.desktop"_s,
-              env.dataHome() + u"/nemo/actions/tallyvox-decodebase64.nemo_action"_s})
+              env.dataHome() + u"/nemo/actions/tallyvox-decodebase64.nemo_action"_s}) {
             QVERIFY2(QFileInfo(path).isExecutable(), qPrintable(path));
+        }
 
         // The script hands the selected files, folders left out, to tallyvox on the PATH.
         env.writeFile(u"bin/tallyvox"_s, "#!/bin/sh\nprintf '[%s]' \"$@\"\n");

@@ -32,8 +32,9 @@ int launch(const QStringList& arguments, const QString& directory)
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     QSignalSpy finished(&process, &QProcess::finished);
     process.start(program, arguments);
-    if (!finished.wait(20000))
+    if (!finished.wait(20000)) {
         return -1;
+    }
     return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
 }
 
@@ -45,8 +46,9 @@ class SingleInstanceTest : public QObject {
 private slots:
     void initTestCase()
     {
-        if (!QDBusConnection::sessionBus().isConnected())
+        if (!QDBusConnection::sessionBus().isConnected()) {
             QSKIP("no session bus: run under dbus-run-session");
+        }
     }
 
     void secondLaunchHandsItsFilesToTheFirst()
@@ -76,8 +78,9 @@ private slots:
 
     void realInstancesEndToEnd()
     {
-        if (!QFile::exists(QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer")))
+        if (!QFile::exists(QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer"))) {
             QSKIP("the indexers are not built");
+        }
         testing::TestEnvironment env;
         PreferenceStore(PreferenceStore::defaultPath()).writeBool(prefs::QuitWhenDone, true);
         env.writeFile(u"notes.txt"_s, "one two two\n");

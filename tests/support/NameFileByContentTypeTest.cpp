@@ -14,10 +14,12 @@ namespace {
 
 QByteArray content(const QString& kind)
 {
-    if (kind == "svg"_L1)
+    if (kind == "svg"_L1) {
         return "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"4\" height=\"4\"/>\n";
-    if (kind == "text"_L1)
+    }
+    if (kind == "text"_L1) {
         return "Hello, not a picture.\n";
+    }
     QImage image(16, 16, QImage::Format_RGB32);
     image.fill(Qt::darkCyan);
     QByteArray bytes;

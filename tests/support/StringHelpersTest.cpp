@@ -63,9 +63,10 @@ private slots:
         map.getOrInsert("image/JPEG", "upper");
         QCOMPARE(QByteArray(map.getOrInsert("image/JPEG", "ignored")->value.c_str()), "upper");
         QCOMPARE(map.count(), 2001);
-        for (int i = 0; i < 2000; ++i)
+        for (int i = 0; i < 2000; ++i) {
             QCOMPARE(QByteArray(map.find(QByteArray::number(i).constData())->value.c_str()),
                      "v" + QByteArray::number(i));
+        }
         QVERIFY(map.find("image/jpeg") == nullptr); // keys differ by case
         QCOMPARE(QByteArray(map.insertionOrder().back()->key.c_str()), "image/JPEG");
         map.clear();
@@ -91,19 +92,22 @@ private slots:
         QFETCH(int, beginStatus);
         QFETCH(QByteArrayList, entries);
         testing::TestEnvironment env;
-        if (userMap)
+        if (userMap) {
             env.writeFile(QStringLiteral("home/.mime.types"),
                           "# comment\nimage/jpeg\tjpg jfif # trailing\nno-slash x\nimage/alone\n");
+        }
         const QString system = userMap ? env.writeFile(QStringLiteral("etc"), "image/jpeg jpeg\n")
                                        : env.root() + QStringLiteral("/missing");
         CInternetConfig session(0x566e546c, {CInternetConfig::defaultMapFiles().first(), system});
-        if (start)
+        if (start) {
             session.Start();
+        }
         QCOMPARE(session.BeginMapping(), beginStatus);
         QByteArrayList walked;
         MapEntry entry;
-        while (session.NextMapEntry(&entry))
+        while (session.NextMapEntry(&entry)) {
             walked.append(QByteArray(entry.extension.c_str()) + ' ' + entry.MIMEType.c_str());
+        }
         QCOMPARE(walked, entries);
         QCOMPARE(session.EndMapping(), beginStatus == 0 ? 0 : -1);
         QCOMPARE(session.Stop(), 0);

@@ -31,8 +31,9 @@ struct World {
     QStringList calls() const
     {
         QFile log(env.tempFolder() + QStringLiteral("/calls.log"));
-        if (!log.open(QIODevice::ReadOnly))
+        if (!log.open(QIODevice::ReadOnly)) {
             return {};
+        }
         return QString::fromUtf8(log.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     }
     WordTable count(const QString& name, const QByteArray& content, bool ownIndexers = false)
@@ -122,19 +123,22 @@ private slots:
         QFETCH(QStringList, expectedWords);
         World world;
         QDir().mkpath(world.bin);
-        if (!first.isEmpty())
+        if (!first.isEmpty()) {
             writeScriptIndexer(world.bin, QStringLiteral("SearchKitIndexer"), first);
+        }
         // The fallback is the real plain-text indexer, run by a wrapper that logs the call.
         writeScriptIndexer(world.bin, QStringLiteral("SearchKitIndexer32"),
                            "exec \"" TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer32\" \"$1\"\n");
-        if (!leftover.isEmpty())
+        if (!leftover.isEmpty()) {
             world.env.writeFile(QStringLiteral("tmp/index-1964.dat"), leftover);
+        }
 
         QCOMPARE(world.count(QStringLiteral("one word.txt"), "hello", true).keys(), expectedWords);
         QStringList expected;
-        for (const QString& name : expectedCalls)
+        for (const QString& name : expectedCalls) {
             expected.append(name + QLatin1Char(' ') + world.env.root() +
                             QStringLiteral("/one word.txt"));
+        }
         QCOMPARE(world.calls(), expected);
     }
 

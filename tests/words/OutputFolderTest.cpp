@@ -54,16 +54,18 @@ private slots:
         QFETCH(QString, existing);
         testing::TestEnvironment env;
         const QString path = outputFolder(env) + QStringLiteral("/notes.txt.txt");
-        if (existing == QLatin1String("no data folder"))
+        if (existing == QLatin1String("no data folder")) {
             QVERIFY(QDir(env.dataHome()).removeRecursively());
-        else if (!existing.isEmpty())
+        } else if (!existing.isEmpty()) {
             QVERIFY(QDir().mkpath(outputFolder(env)));
-        if (existing == QLatin1String("file"))
+        }
+        if (existing == QLatin1String("file")) {
             env.writeFile(QStringLiteral("data/Okaluna Software/Tallyvox/notes.txt.txt"), "old");
-        else if (existing == QLatin1String("folder"))
+        } else if (existing == QLatin1String("folder")) {
             QVERIFY(QDir().mkdir(path));
-        else if (existing == QLatin1String("link"))
+        } else if (existing == QLatin1String("link")) {
             QVERIFY(QFile::link(env.root() + QStringLiteral("/nowhere"), path));
+        }
 
         std::optional<FileRef> file;
         QCOMPARE(CreateOutputFile(QStringLiteral("notes.txt.txt"), file), noErr);
@@ -111,17 +113,20 @@ private slots:
         QFETCH(bool, outputFound);
         testing::TestEnvironment env;
         const QString kept = blocker.isEmpty() ? QString() : env.writeFile(blocker, "kept");
-        if (blocker == QLatin1String("blocker"))
+        if (blocker == QLatin1String("blocker")) {
             qputenv("XDG_DATA_HOME", QFile::encodeName(kept + QStringLiteral("/d")));
+        }
         std::optional<FileRef> folder;
         QCOMPARE(FindOrCreateMakerFolder(folder), makerFound);
         QCOMPARE(FindOrCreateOutputFolder(folder) == noErr, outputFound);
         QVERIFY(refused(name));
-        if (!kept.isEmpty())
+        if (!kept.isEmpty()) {
             QCOMPARE(readAll(kept), QByteArray("kept"));
+        }
         QVERIFY(!QFile::exists(env.dataHome() + QStringLiteral("/Okaluna Software/escape.txt")));
-        if (blocker.isEmpty())
+        if (blocker.isEmpty()) {
             QVERIFY(QDir(outputFolder(env)).isEmpty());
+        }
     }
 
     void readOnlyOutputFolder_data()
@@ -136,19 +141,22 @@ private slots:
         testing::TestEnvironment env;
         const QString path =
             env.writeFile(QStringLiteral("data/Okaluna Software/Tallyvox/x.txt"), "old");
-        if (!oldList)
+        if (!oldList) {
             QVERIFY(QFile::remove(path));
+        }
         // Reachable for an unprivileged child, writable by nobody.
         for (QString dir = outputFolder(env); dir.size() >= env.root().size();
-             dir = QFileInfo(dir).path())
+             dir = QFileInfo(dir).path()) {
             QVERIFY(::chmod(QFile::encodeName(dir).constData(), 0755) == 0);
+        }
         QVERIFY(::chmod(QFile::encodeName(outputFolder(env)).constData(), 0555) == 0);
 
         // The child gives up root's power to ignore permissions: root becomes nobody.
         const pid_t child = ::fork();
         if (child == 0) {
-            if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0))
+            if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) {
                 ::_exit(98);
+            }
             ::_exit(refused(QStringLiteral("x.txt")) ? 0 : 1);
         }
         int status = 0;

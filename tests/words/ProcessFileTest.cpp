@@ -26,9 +26,10 @@ struct World {
     explicit World(const Table& table = {})
     {
         QByteArray xml = "<?xml version=\"1.0\"?>\n<plist version=\"1.0\"><dict>";
-        for (const auto& [word, count] : table)
+        for (const auto& [word, count] : table) {
             xml += "<key>" + word.toUtf8() + "</key><integer>" + QByteArray::number(count) +
                    "</integer>";
+        }
         const QByteArray result = QFile::encodeName(
             env.writeFile(QStringLiteral("result.plist"), xml + "</dict></plist>"));
         const QString script = env.writeFile(QStringLiteral("indexer/SearchKitIndexer"),
@@ -78,8 +79,9 @@ private slots:
         // The editor gets the file first, then the application takes the front again.
         QStringList kinds;
         for (const auto& [kind, text] : world.desktop.events()) {
-            if (kind != QLatin1String("log"))
+            if (kind != QLatin1String("log")) {
                 kinds.append(kind + QLatin1Char(' ') + text);
+            }
         }
         QCOMPARE(kinds,
                  (QStringList{QStringLiteral("editor ") + output, QStringLiteral("raise ")}));
@@ -136,10 +138,12 @@ private slots:
     {
         QTest::addColumn<int>("mode");
         QTest::addColumn<QString>("input"); // "file", "gone", "folder", "unplaceable"
-        for (int mode : {0, 5, 6, 7, -1})
+        for (int mode : {0, 5, 6, 7, -1}) {
             QTest::addRow("mode %d", mode) << mode << QStringLiteral("file");
-        for (int mode = 1; mode <= 4; ++mode)
+        }
+        for (int mode = 1; mode <= 4; ++mode) {
             QTest::addRow("vanished file, mode %d", mode) << mode << QStringLiteral("gone");
+        }
         QTest::newRow("folder to decode") << 4 << QStringLiteral("folder");
         QTest::newRow("maker folder is a file") << 1 << QStringLiteral("unplaceable");
     }
@@ -151,10 +155,12 @@ private slots:
         const FileRef file = input == QLatin1String("folder")
                                  ? *FileRef::fromPath(world.env.home())
                                  : world.input(QStringLiteral("x"), "SGVsbG8=");
-        if (input == QLatin1String("gone"))
+        if (input == QLatin1String("gone")) {
             QVERIFY(QFile::remove(file.path()));
-        if (input == QLatin1String("unplaceable"))
+        }
+        if (input == QLatin1String("unplaceable")) {
             world.env.writeFile(QStringLiteral("data/Okaluna Software"), "a file, not a folder");
+        }
         world.process(file, mode);
         QVERIFY(world.desktop.events().isEmpty());
         QVERIFY(world.handedOver.isEmpty());

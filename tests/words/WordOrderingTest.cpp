@@ -26,8 +26,9 @@ private slots:
                                    QStringLiteral("\U0001F600"),
                                    QStringLiteral("\uFF5E")};
         WordTable table;
-        for (const QString& word : expected)
+        for (const QString& word : expected) {
             table.insert(word, 1);
+        }
         std::optional<QStringList> words;
         std::optional<QList<qint64>> counts;
         OrderWords(prefs, table, words, counts, true);

@@ -30,8 +30,9 @@ QByteArray writeBinary(const WordTable& table)
     std::size_t size = 0;
     std::FILE* file = open_memstream(&buffer, &size);
     const bool written = file && indexer::writeBinaryPlist(file, words);
-    if (file)
+    if (file) {
         std::fclose(file);
+    }
     const QByteArray bytes = written ? QByteArray(buffer, qsizetype(size)) : QByteArray();
     std::free(buffer);
     return bytes;
@@ -55,16 +56,18 @@ WordTable makeTable(int n)
     const QString extras[] = {QString(), u"é"_s, u"日本"_s, u"𝄞"_s, QString(30, u'x')};
     const qint64 counts[] = {1, 255, 256, 65536, 4294967295LL, 4294967301LL};
     WordTable table;
-    for (int i = 0; i < n; ++i)
+    for (int i = 0; i < n; ++i) {
         table.insert(u"w%1"_s.arg(i) + extras[i % 5], counts[i % 6] + i);
+    }
     return table;
 }
 
 QByteArray bigEndian(quint64 value, int width)
 {
     QByteArray out;
-    for (int i = width - 1; i >= 0; --i)
+    for (int i = width - 1; i >= 0; --i) {
         out += char((value >> (8 * i)) & 0xFF);
+    }
     return out;
 }
 
@@ -148,8 +151,9 @@ void WordTableReaderTest::parses()
     QFETCH(WordTable, expected);
     const std::optional<WordTable> table = ParseWordTable(content);
     QCOMPARE(table.has_value(), valid);
-    if (valid)
+    if (valid) {
         QCOMPARE(*table, expected);
+    }
     testing::TestEnvironment environment;
     QVERIFY(ReadWordTableFile(environment.writeFile(QStringLiteral("f"), content)) == table);
     QVERIFY(!ReadWordTableFile(environment.root() + QStringLiteral("/absent")));
@@ -193,4 +197,4 @@ for f in ('BINARY', 'XML'):
 }
 
 QTEST_GUILESS_MAIN(WordTableReaderTest)
-#include "tst_wordtablereader.moc"
+#include "WordTableReaderTest.moc"

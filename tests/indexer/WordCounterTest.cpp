@@ -44,10 +44,11 @@ QByteArray variedText(qsizetype size, unsigned seed)
     while (text.size() < size) {
         text += pieces[random() % pieceCount];
         const unsigned gap = random() % 8;
-        if (gap < 4)
+        if (gap < 4) {
             text += ' ';
-        else if (gap == 4)
+        } else if (gap == 4) {
             text += static_cast<char>(0x21 + random() % 0x5E); // any printable ASCII
+        }
     }
     return text;
 }
@@ -106,8 +107,9 @@ void WordCounterTest::agreesWithIcu_data()
     // No whitespace for far longer than a block: the counter must cut the run (memory stays
     // bounded) and, where ICU's boundaries do not depend on context, still count exactly.
     QByteArray run;
-    for (int i = 0; run.size() < 300 * 1024; ++i)
+    for (int i = 0; run.size() < 300 * 1024; ++i) {
         run += "alpha/βeta/" + QByteArray::number(i % 97) + "/";
+    }
     QTest::newRow("long run without spaces") << run << WordCounter::Options{4096, 2} << 1000;
 }
 
@@ -118,8 +120,9 @@ void WordCounterTest::agreesWithIcu()
     QFETCH(int, piece);
     const std::string_view view(text.constData(), std::size_t(text.size()));
     WordCounter counter(options);
-    for (std::size_t i = 0; i < view.size(); i += std::size_t(piece))
+    for (std::size_t i = 0; i < view.size(); i += std::size_t(piece)) {
         counter.text(view.substr(i, std::size_t(piece)));
+    }
     QVERIFY(toCounts(counter.finish()) == toCounts(countWithIcu(view)));
 }
 
@@ -148,8 +151,9 @@ void WordCounterTest::tableCountsLikeAStdMap()
     Counts expected;
     for (int i = 0; i < 60000; ++i) {
         std::string word(1 + random() % 40, 'a');
-        for (char& c : word)
+        for (char& c : word) {
             c = static_cast<char>('a' + random() % 3);
+        }
         const std::uint64_t n = 1 + random() % 3;
         (i % 2 ? first : second).add(word, n);
         expected[word] += n;
@@ -157,10 +161,11 @@ void WordCounterTest::tableCountsLikeAStdMap()
     first.merge(std::move(second));
     QVERIFY(toCounts(first) == expected);
     QCOMPARE(first.size(), expected.size());
-    for (const auto& [word, n] : expected)
+    for (const auto& [word, n] : expected) {
         QCOMPARE(first.count(word), n);
+    }
     QCOMPARE(first.count("abcd"), std::uint64_t(0));
 }
 
 QTEST_GUILESS_MAIN(WordCounterTest)
-#include "tst_wordcounter.moc"
+#include "WordCounterTest.moc"

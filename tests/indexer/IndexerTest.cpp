@@ -25,16 +25,18 @@ int runIndexer(const QString& indexer, const QString& path)
 {
     QProcess process;
     process.start(QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR "/") + indexer, {path});
-    if (!process.waitForFinished(30000) || process.exitStatus() != QProcess::NormalExit)
+    if (!process.waitForFinished(30000) || process.exitStatus() != QProcess::NormalExit) {
         return -1;
+    }
     return process.exitCode();
 }
 
 std::optional<WordTable> indexFile(const TestEnvironment& environment, const QString& indexer,
                                    const QString& path)
 {
-    if (runIndexer(indexer, path) < 0)
+    if (runIndexer(indexer, path) < 0) {
         return std::nullopt;
+    }
     return ReadWordTableFile(environment.tempFolder() + QLatin1Char('/') + resultName);
 }
 
@@ -82,8 +84,9 @@ void IndexerTest::countsWords_data()
     cp1252.replace("n'est", "n\x92"
                             "est"); // a right single quote, only in Windows-1252
     QByteArray binary("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\x01\0", 20);
-    for (int i = 0; i < 4096; ++i)
+    for (int i = 0; i < 4096; ++i) {
         binary += char((i * 7919) & 0xFF);
+    }
     binary += QByteArray("\0IEND\xae", 6);
     const auto row = [](const char* name, const QByteArray& content, const WordTable& some,
                         int size, const char* input = "in") {
@@ -133,10 +136,12 @@ void IndexerTest::countsWords()
     const std::optional<WordTable> table =
         indexFile(environment, indexer, environment.root() + QLatin1Char('/') + input);
     QVERIFY(table);
-    for (auto it = some.begin(); it != some.end(); ++it)
+    for (auto it = some.begin(); it != some.end(); ++it) {
         QCOMPARE(table->value(it.key()), it.value());
-    if (size >= 0)
+    }
+    if (size >= 0) {
         QCOMPARE(table->size(), size);
+    }
     QVERIFY(leftovers(environment).isEmpty());
 }
 
@@ -171,4 +176,4 @@ void IndexerTest::givesUpQuietlyOnADirectoryInTheWay()
 }
 
 QTEST_GUILESS_MAIN(IndexerTest)
-#include "tst_indexer.moc"
+#include "IndexerTest.moc"
