@@ -110,7 +110,7 @@ int main(int argc, char** argv)
         byCount = std::min(byCount, seconds(timer));
 
         timer.restart();
-        text = RenderWordList(context, ref, 1, 1, true);
+        text = RenderWordList(context, ref, LineStyle::LineFeed, SeparateBy::Parentheses, true);
         whole = std::min(whole, seconds(timer));
 
         QProcess peer;

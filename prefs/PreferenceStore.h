@@ -24,18 +24,35 @@ public:
 
     bool GetQuitWhenDone() const { return readBool(prefs::QuitWhenDone); }
     bool GetIncludeFrequency() const { return readBool(prefs::IncludeFrequency); }
-    qint32 GetSortBy() const { return readNumber(prefs::SortBy); }
-    qint32 GetSeparateBy() const { return readNumber(prefs::SeparateBy); }
-    qint32 GetLineStyle() const { return readNumber(prefs::LineStyle); }
+    SortBy GetSortBy() const { return readChoice(prefs::SortBy); }
+    SeparateBy GetSeparateBy() const { return readChoice(prefs::SeparateBy); }
+    LineStyle GetLineStyle() const { return readChoice(prefs::LineStyle); }
 
     bool readBool(const prefs::BoolKey& key) const;
     qint32 readNumber(const prefs::NumberKey& key) const;
+    /// The stored number as the choice it names; unnamed values come back as they are.
+    template <typename Choice>
+    Choice readChoice(const prefs::ChoiceKey<Choice>& key) const
+    {
+        return static_cast<Choice>(readNumber(key.number()));
+    }
     /// The stored data of a key, or nothing when it is missing or not data.
     std::optional<QByteArray> readData(const char* key) const;
 
     // Each writer returns false, leaving the old value, when the file cannot be written.
     bool writeBool(const prefs::BoolKey& key, bool value);
     bool writeNumber(const prefs::NumberKey& key, qint16 value);
+    /// Stores a pop-up's value as it is, a named choice or not.
+    template <typename Choice>
+    bool writeChoice(const prefs::ChoiceKey<Choice>& key, qint16 value)
+    {
+        return writeNumber(key.number(), value);
+    }
+    template <typename Choice>
+    bool writeChoice(const prefs::ChoiceKey<Choice>& key, Choice value)
+    {
+        return writeNumber(key.number(), static_cast<qint16>(value));
+    }
     bool writeData(const char* key, const QByteArray& value);
 
     /// The stored main-window bounds, or nothing unless they are exactly 8 bytes of data.

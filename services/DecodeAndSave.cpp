@@ -2,8 +2,8 @@
 
 #include "services/Base64.h"
 #include "services/StringExtensions.h"
+#include "services/naming/NameFileByContentType.h"
 #include "support/Desktop.h"
-#include "support/NameFileByContentType.h"
 
 #include <QFile>
 #include <QStringEncoder>

@@ -103,14 +103,6 @@ void perform(const WordContext& words, const ServiceRequest& request)
 
 } // namespace
 
-WordContext serviceWordContext(Desktop& desktop, const PreferenceStore& preferences,
-                               QString indexerDirectory, QString temporaryFolder)
-{
-    return WordContext{desktop, preferences, std::move(indexerDirectory),
-                       std::move(temporaryFolder),
-                       [&desktop](const QString& text) { DecodeAndSaveBase64(desktop, text); }};
-}
-
 ProcessMode ServiceModeForMessage(const QString& messageName)
 {
     for (const ServiceName& service : serviceNames) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "services/Pasteboard.h"
+#include "services/ProcessFile.h"
 #include "support/Status.h"
-#include "words/ProcessFile.h"
 #include "words/WordContext.h"
 
 #include <QString>
@@ -23,16 +23,12 @@ struct ServiceRequest {
 
 /// What the services need from the application; the caller owns all of it.
 struct ServiceContext {
-    /// Word extraction's context (see serviceWordContext); its desktop and preferences
-    /// serve the services too. Held by value: a reference here outlived temporaries.
+    /// Word extraction's context; its desktop and preferences serve the services too.
+    /// Held by value: a reference here outlived temporaries.
     WordContext words;
     /// Arms a one-shot timer whose action is the shell's QuitWithFarewell.
     std::function<void(std::chrono::milliseconds delay)> armQuitTimer;
 };
-
-/// Word extraction's context with mode 4 handed on to decode-and-save.
-WordContext serviceWordContext(Desktop& desktop, const PreferenceStore& preferences,
-                               QString indexerDirectory, QString temporaryFolder);
 
 /// The mode a service's message name stands for, matched without regard to case;
 /// ProcessMode{0} for a name that is not a service.

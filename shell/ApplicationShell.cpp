@@ -1,8 +1,8 @@
 #include "shell/ApplicationShell.h"
 
 #include "prefs/PreferenceStore.h"
-#include "prefs/PreferencesWindow.h"
 #include "shell/CommandBinding.h"
+#include "shell/PreferencesWindow.h"
 #include "shell/WindowBounds.h"
 #include "support/Desktop.h"
 

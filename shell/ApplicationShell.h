@@ -1,9 +1,9 @@
 #pragma once
 
-#include "prefs/PreferencesWindow.h"
 #include "shell/ApplicationCommands.h"
 #include "shell/BatchRunner.h"
 #include "shell/MainWindow.h"
+#include "shell/PreferencesWindow.h"
 
 #include <QObject>
 #include <QPointer>

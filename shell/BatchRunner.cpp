@@ -5,25 +5,12 @@
 #include "shell/PlainFolder.h"
 #include "support/Desktop.h"
 
-#include <QFile>
-
 #include <cstdio>
 #include <cstdlib>
-#include <sys/stat.h>
 
 namespace tallyvox {
 
 namespace {
-
-// The name as the file system has it now; nothing when the object has gone.
-std::optional<QString> currentName(const FileRef& file)
-{
-    struct stat info {};
-    if (::lstat(QFile::encodeName(file.path()).constData(), &info) != 0) {
-        return std::nullopt;
-    }
-    return file.name();
-}
 
 // A name that cannot be read ends the process on the spot, without saving anything:
 // the run has lost track of its files and nothing it would write can be trusted.
@@ -104,7 +91,7 @@ void BatchRunner::runBatch()
             nonFileGiven = true;
             continue;
         }
-        const std::optional<QString> name = currentName(*file);
+        const std::optional<QString> name = CopyFileName(*file);
         if (!name) {
             exitToShell();
         }
@@ -115,7 +102,7 @@ void BatchRunner::runBatch()
 
     m_view.setProgressVisible(false);
     if (error != noErr) {
-        const QString name = m_current ? currentName(*m_current).value_or(QString()) : QString();
+        const QString name = m_current ? CopyFileName(*m_current).value_or(QString()) : QString();
         m_view.showErrorWindow(
             QString::fromUtf16(batchTexts::errorWindowText).arg(name).arg(error));
     }

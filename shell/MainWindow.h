@@ -1,8 +1,8 @@
 #pragma once
 
 #include "shell/BatchView.h"
+#include "shell/Command.h"
 #include "shell/ErrorWindow.h"
-#include "support/Command.h"
 
 #include <QMainWindow>
 #include <QPointer>

@@ -1,6 +1,7 @@
 #include "shell/Startup.h"
 
 #include "prefs/PreferenceStore.h"
+#include "services/ProcessFile.h"
 #include "shell/ApplicationBus.h"
 #include "shell/ApplicationShell.h"
 #include "shell/BatchRunner.h"
@@ -12,7 +13,6 @@
 #include "shell/ServiceBus.h"
 #include "shell/ServiceRequests.h"
 #include "support/TemporaryFolder.h"
-#include "words/ProcessFile.h"
 #include "words/WordContext.h"
 
 #include <QApplication>
@@ -52,8 +52,7 @@ QString temporaryFolderPath()
 
 WordContext wordContext(Desktop& desktop, const PreferenceStore& preferences)
 {
-    // The batch run only extracts words; decoding belongs to the services.
-    return WordContext{desktop, preferences, defaultIndexerDirectory(), temporaryFolderPath(), {}};
+    return WordContext{desktop, preferences, defaultIndexerDirectory(), temporaryFolderPath()};
 }
 
 FileProcessor extractWords(const WordContext& context)
@@ -80,9 +79,7 @@ bool isSelection(ServiceSource source)
 int runConsoleService(ConsoleDesktop& desktop, const PreferenceStore& preferences,
                       const CommandLine& commandLine, QTextStream& err)
 {
-    const WordContext words =
-        serviceWordContext(desktop, preferences, defaultIndexerDirectory(), temporaryFolderPath());
-    const ServiceContext context{words, {}};
+    const ServiceContext context{wordContext(desktop, preferences), {}};
     QFile input;
     if (commandLine.serviceSource == ServiceSource::Stdin) {
         input.open(stdin, QIODevice::ReadOnly);
@@ -190,9 +187,7 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
                      &QCoreApplication::quit);
     ShellDocumentHandler documents(shell);
     busObject.setDocumentHandler(&documents);
-    const WordContext serviceWords =
-        serviceWordContext(*desktop, preferences, defaultIndexerDirectory(), temporaryFolderPath());
-    ServiceActions actions({serviceWords, [&shell](std::chrono::milliseconds delay) {
+    ServiceActions actions({context, [&shell](std::chrono::milliseconds delay) {
                                 QTimer::singleShot(delay, &shell,
                                                    &ApplicationShell::QuitWithFarewell);
                             }});

@@ -45,4 +45,14 @@ bool FileRef::isDirectory() const
     return ::stat(QFile::encodeName(m_path).constData(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
+std::optional<QString> CopyFileName(const FileRef& file)
+{
+    // lstat: a link that stands for its target keeps its own name, and that is all we read.
+    struct stat info {};
+    if (::lstat(QFile::encodeName(file.path()).constData(), &info) != 0) {
+        return std::nullopt;
+    }
+    return file.name();
+}
+
 } // namespace tallyvox

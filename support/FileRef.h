@@ -35,6 +35,10 @@ private:
     QString m_path;
 };
 
+/// The file's full name as the file system stores it now, extension kept; nothing when
+/// the object can no longer be found. The one check of a name before it is used.
+std::optional<QString> CopyFileName(const FileRef& file);
+
 /// The status for a path that does not fit its buffer.
 inline constexpr Status pathTooLongStatus = -2110;
 

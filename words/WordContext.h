@@ -2,8 +2,6 @@
 
 #include <QString>
 
-#include <functional>
-
 namespace tallyvox {
 
 class Desktop;
@@ -17,10 +15,6 @@ struct WordContext {
     QString indexerDirectory;
     /// The per-user temporary folder where the indexers leave their result.
     QString temporaryFolder;
-    /// Where mode 4 hands a file's text: decode-and-save, which lives above word extraction.
-    /// Left empty, mode 4 reads the file and stops; the default keeps four-member initialisers
-    /// valid.
-    std::function<void(const QString& text)> decodeBase64Text = {};
 };
 
 /// libexec/tallyvox beside the running program's bin/ folder, in the build tree as installed.

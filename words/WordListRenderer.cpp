@@ -4,7 +4,6 @@
 #include "support/Desktop.h"
 #include "words/CountFormatter.h"
 #include "words/IndexerClient.h"
-#include "words/ProcessFile.h"
 #include "words/WordOrdering.h"
 
 namespace tallyvox {
@@ -14,7 +13,7 @@ std::optional<QString> FormatCount(qint32 value, const CountFormatter& locale)
     return locale.format(value);
 }
 
-void AppendFrequency(QString& text, const QList<qint64>& counts, qint32 separateBy,
+void AppendFrequency(QString& text, const QList<qint64>& counts, SeparateBy separateBy,
                      const CountFormatter& locale, qsizetype index)
 {
     if (index < 0 || index >= counts.size()) {
@@ -29,13 +28,13 @@ void AppendFrequency(QString& text, const QList<qint64>& counts, qint32 separate
         return;
     }
     switch (separateBy) {
-    case 1:
+    case SeparateBy::Parentheses:
         text += QLatin1String(" (") + *formatted + QLatin1Char(')');
         break;
-    case 2:
+    case SeparateBy::Tab:
         text += QLatin1Char('\t') + *formatted;
         break;
-    case 3:
+    case SeparateBy::Comma:
         text += QLatin1Char(',') + *formatted;
         break;
     default:
@@ -43,22 +42,22 @@ void AppendFrequency(QString& text, const QList<qint64>& counts, qint32 separate
     }
 }
 
-void AppendLineSeparator(QString& text, qint32 lineStyle)
+void AppendLineSeparator(QString& text, LineStyle lineStyle)
 {
     switch (lineStyle) {
-    case 1:
+    case LineStyle::LineFeed:
         text += QLatin1Char('\n');
         break;
-    case 2:
+    case LineStyle::CarriageReturn:
         text += QLatin1Char('\r');
         break;
-    case 3:
+    case LineStyle::CarriageReturnLineFeed:
         text += QLatin1String("\r\n");
         break;
-    case 4:
+    case LineStyle::Space:
         text += QLatin1Char(' ');
         break;
-    case 5:
+    case LineStyle::Comma:
         text += QLatin1Char(',');
         break;
     default:
@@ -67,7 +66,7 @@ void AppendLineSeparator(QString& text, qint32 lineStyle)
 }
 
 std::optional<QString> RenderWordList(const WordContext& context, const FileRef& file,
-                                      qint32 lineStyle, qint32 separateBy, bool alphabetical)
+                                      LineStyle lineStyle, SeparateBy separateBy, bool alphabetical)
 {
     const WordTable table = BuildWordTable(context, file);
     std::optional<QStringList> words;

@@ -1,9 +1,9 @@
 // The result file both ways: the indexer's binary writer against the application's reader,
 // both against Python's plistlib, and the reader against broken and hostile files.
 
+#include "words/WordTableReader.h"
 #include "indexer/BinaryPlistWriter.h"
 #include "tests/common/TestEnvironment.h"
-#include "words/WordTableReader.h"
 
 #include <QDir>
 #include <QProcess>

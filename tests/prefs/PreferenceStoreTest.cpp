@@ -23,8 +23,9 @@ const QByteArrayList keyNames{"QuitWhenDone", "IncludeFrequency", "SortBy", "Sep
                               "LineStyle"};
 QList<int> settings(const PreferenceStore& store)
 {
-    return {store.GetQuitWhenDone(), store.GetIncludeFrequency(), store.GetSortBy(),
-            store.GetSeparateBy(), store.GetLineStyle()};
+    return {store.GetQuitWhenDone(), store.GetIncludeFrequency(),
+            static_cast<int>(store.GetSortBy()), static_cast<int>(store.GetSeparateBy()),
+            static_cast<int>(store.GetLineStyle())};
 }
 
 } // namespace
@@ -78,10 +79,10 @@ private slots:
         testing::TestEnvironment env;
         PreferenceStore writer;
         const PreferenceStore reader; // stands for another process
-        QCOMPARE(reader.GetSortBy(), 1);
-        QVERIFY(writer.writeNumber(prefs::SortBy, 2));
+        QCOMPARE(reader.GetSortBy(), SortBy::Alphabetical);
+        QVERIFY(writer.writeChoice(prefs::SortBy, SortBy::ByFrequency));
         QVERIFY(writer.writeBool(prefs::IncludeFrequency, false));
-        QVERIFY(writer.writeNumber(prefs::LineStyle, -3));
+        QVERIFY(writer.writeChoice(prefs::LineStyle, qint16{-3}));
         QVERIFY(writer.writeBool(prefs::QuitWhenDone, true));
         QCOMPARE(settings(reader), (QList<int>{1, 0, 2, 1, -3}));
 
@@ -94,14 +95,14 @@ private slots:
     {
         testing::TestEnvironment env;
         PreferenceStore store;
-        QVERIFY(store.writeNumber(prefs::SeparateBy, 3));
+        QVERIFY(store.writeChoice(prefs::SeparateBy, SeparateBy::Comma));
         const QString folder = env.configHome() + u"/Okaluna Software"_s;
         QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
         if (QFile(folder + u"/probe"_s).open(QIODevice::WriteOnly)) {
             QSKIP("running with permissions that ignore read-only folders");
         }
-        QVERIFY(!store.writeNumber(prefs::SeparateBy, 2));
-        QCOMPARE(store.GetSeparateBy(), 3);
+        QVERIFY(!store.writeChoice(prefs::SeparateBy, SeparateBy::Tab));
+        QCOMPARE(store.GetSeparateBy(), SeparateBy::Comma);
         QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
 

@@ -136,8 +136,8 @@ private slots:
         testing::RecordingDesktop desktop;
         PreferenceStore preferences;
         QVERIFY(preferences.writeBool(prefs::QuitWhenDone, quitWhenDone));
-        const WordContext words = serviceWordContext(
-            desktop, preferences, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR), env.tempFolder());
+        const WordContext words{desktop, preferences, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
+                                env.tempFolder()};
         QList<std::chrono::milliseconds> timers;
         const ServiceContext context{words, [&](auto delay) { timers.append(delay); }};
 

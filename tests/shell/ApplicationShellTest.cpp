@@ -1,6 +1,6 @@
 #include "shell/ApplicationShell.h"
 #include "prefs/PreferenceStore.h"
-#include "prefs/PreferencesWindow.h"
+#include "shell/PreferencesWindow.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 

@@ -104,8 +104,8 @@ private slots:
         desktop.setSelection(SelectionSource::Primary, textPasteboard("primary"));
         desktop.setSelection(SelectionSource::Clipboard, textPasteboard("clipboard"));
         PreferenceStore preferences;
-        const WordContext words = serviceWordContext(desktop, preferences, {}, env.tempFolder());
-        ServiceActions actions({words, {}}); // holds words by reference
+        const WordContext words{desktop, preferences, {}, env.tempFolder()};
+        ServiceActions actions({words, {}});
         ApplicationBusObject object;
         QDBusConnection bus = QDBusConnection::sessionBus();
         QCOMPARE(claimSingleInstance(bus, object), InstanceClaim::Primary);

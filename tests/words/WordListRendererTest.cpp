@@ -56,7 +56,8 @@ private slots:
         const QString input =
             env.writeFile(QStringLiteral("Report.pdf"), "the cat, the dog; the cat.\n");
         const std::optional<QString> text =
-            RenderWordList(context, *FileRef::fromPath(input), lineStyle, separateBy, alphabetical);
+            RenderWordList(context, *FileRef::fromPath(input), static_cast<LineStyle>(lineStyle),
+                           static_cast<SeparateBy>(separateBy), alphabetical);
         QCOMPARE(text, expected);
         QCOMPARE(desktop.logLines().last(),
                  QStringLiteral("There are %1 words in \"Report.pdf\"").arg(frequency ? 6 : 0));
@@ -70,7 +71,8 @@ private slots:
         const WordContext context{desktop, prefs, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
                                   env.tempFolder()};
         const QString input = env.writeFile(QStringLiteral("empty.txt"), " ... --- \n");
-        QVERIFY(!RenderWordList(context, *FileRef::fromPath(input), 1, 1, true));
+        QVERIFY(!RenderWordList(context, *FileRef::fromPath(input), LineStyle::LineFeed,
+                                SeparateBy::Parentheses, true));
         QCOMPARE(desktop.logLines().last(), QStringLiteral("There are 0 words in \"empty.txt\""));
     }
 
@@ -94,8 +96,8 @@ private slots:
 
         QString text;
         const QList<qint64> counts{1234567, unreadableCount};
-        AppendFrequency(text, counts, 2, formatter, 0);
-        AppendFrequency(text, counts, 2, formatter, 1);
+        AppendFrequency(text, counts, SeparateBy::Tab, formatter, 0);
+        AppendFrequency(text, counts, SeparateBy::Tab, formatter, 1);
         QCOMPARE(text, QLatin1Char('\t') + expected);
     }
 };

@@ -49,7 +49,7 @@ private slots:
         QFETCH(int, sortBy);
         testing::TestEnvironment env;
         PreferenceStore prefs;
-        QVERIFY(prefs.writeNumber(prefs::SortBy, static_cast<qint16>(sortBy)));
+        QVERIFY(prefs.writeChoice(prefs::SortBy, static_cast<qint16>(sortBy)));
         const WordTable table{{QStringLiteral("three"), 3},
                               {QStringLiteral("five"), 5},
                               {QStringLiteral("twoA"), 2},
@@ -57,7 +57,7 @@ private slots:
                               {QStringLiteral("big"), 40000}};
         std::optional<QStringList> words;
         std::optional<QList<qint64>> counts;
-        OrderWords(prefs, table, words, counts, prefs.GetSortBy() == 1);
+        OrderWords(prefs, table, words, counts, prefs.GetSortBy() == SortBy::Alphabetical);
         QCOMPARE(words->mid(0, 3), (QStringList{QStringLiteral("big"), QStringLiteral("five"),
                                                 QStringLiteral("three")}));
         QCOMPARE(QSet<QString>(words->begin() + 3, words->end()),

@@ -1,4 +1,4 @@
-#include "support/InternetConfig.h"
+#include "services/naming/InternetConfig.h"
 
 #include "support/Desktop.h"
 

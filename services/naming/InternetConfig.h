@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/FixedString.h"
+#include "services/naming/FixedString.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,4 +1,4 @@
-#include "support/FileHelpers.h"
+#include "services/naming/FileHelpers.h"
 
 #include "support/Desktop.h"
 

@@ -1,4 +1,4 @@
-#include "support/FixedString.h"
+#include "services/naming/FixedString.h"
 
 #include <unicode/ucnv.h>
 

@@ -1,4 +1,4 @@
-#include "prefs/PreferencesWindow.h"
+#include "shell/PreferencesWindow.h"
 #include "prefs/PreferenceStore.h"
 #include "tests/common/TestEnvironment.h"
 
@@ -64,7 +64,7 @@ private slots:
         testing::TestEnvironment env;
         PreferenceStore store;
         store.writeBool(prefs::IncludeFrequency, includeFrequency);
-        store.writeNumber(prefs::LineStyle, static_cast<qint16>(lineStyle));
+        store.writeChoice(prefs::LineStyle, static_cast<qint16>(lineStyle));
         PreferencesWindow window(store);
         window.loadFromStore();
         QCOMPARE(control<QCheckBox>(window, preferencesControls::IncludeFrequency)->isChecked(),
@@ -104,9 +104,9 @@ private slots:
         QCOMPARE(change(preferencesControls::QuitWhenDone), eventNotHandledErr);
         QCOMPARE(change(preferencesControls::IncludeFrequency), eventNotHandledErr);
         QVERIFY(!separator->isEnabled());
-        QCOMPARE(store.GetLineStyle(), 3);
-        QCOMPARE(store.GetSortBy(), 2);
-        QCOMPARE(store.GetSeparateBy(), 3);
+        QCOMPARE(store.GetLineStyle(), LineStyle::CarriageReturnLineFeed);
+        QCOMPARE(store.GetSortBy(), SortBy::ByFrequency);
+        QCOMPARE(store.GetSeparateBy(), SeparateBy::Comma);
         QCOMPARE(store.GetQuitWhenDone(), true);
         QCOMPARE(store.GetIncludeFrequency(), false);
     }

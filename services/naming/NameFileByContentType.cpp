@@ -1,7 +1,7 @@
-#include "support/NameFileByContentType.h"
+#include "services/naming/NameFileByContentType.h"
 
-#include "support/FileHelpers.h"
-#include "support/InternetConfig.h"
+#include "services/naming/FileHelpers.h"
+#include "services/naming/InternetConfig.h"
 
 #include <QFile>
 #include <QImageReader>

@@ -1,4 +1,4 @@
-#include "support/StringMap.h"
+#include "services/naming/StringMap.h"
 
 #include <cstring>
 

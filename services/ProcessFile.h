@@ -1,14 +1,13 @@
 #pragma once
 
 #include "support/FileRef.h"
+#include "words/WordContext.h"
 
 #include <QString>
 
 #include <optional>
 
 namespace tallyvox {
-
-struct WordContext;
 
 /// The operation applied to one input. Scoped, because the services share some of these
 /// names with the operations they stand for (SaveGraphicData, SpellOutNumber). Any 32-bit
@@ -23,17 +22,13 @@ enum class ProcessMode : qint32 {
 };
 
 /// Applies mode to an existing file: writes and opens its word list, shows its word or
-/// character count, or hands its text to context.decodeBase64Text. Other modes, and files
-/// whose name cannot be read, do nothing. Failures stay silent.
+/// character count, or decodes its text as Base64 and saves the result. Other modes, and
+/// files whose name cannot be read, do nothing. Failures stay silent.
 void ProcessFile(const WordContext& context, const FileRef& file, ProcessMode mode);
 
-/// The file's full name as the file system stores it, extension kept; nothing when
-/// the object can no longer be found.
-std::optional<QString> CopyFileName(const FileRef& file);
-
 /// Reads the file as text (detected encoding, then UTF-8, ISO Latin 1, Mac OS Roman) and
-/// hands it to context.decodeBase64Text; nothing happens when no reading works.
-void DecodeBase64File(const WordContext& context, const FileRef& file);
+/// hands it to decode-and-save; nothing happens when no reading works.
+void DecodeBase64File(Desktop& desktop, const FileRef& file);
 
 /// The file's bytes as text in the first encoding that reads them all: the one detected
 /// from the content, UTF-8, ISO Latin 1, then Mac OS Roman.

@@ -1,12 +1,10 @@
-#include "words/ProcessFile.h"
+#include "services/ProcessFile.h"
 
-#include "prefs/PreferenceStore.h"
+#include "services/DecodeAndSave.h"
 #include "support/Desktop.h"
 #include "support/FileRefPaths.h"
 #include "words/IndexerClient.h"
-#include "words/OutputFolder.h"
-#include "words/WordContext.h"
-#include "words/WordListRenderer.h"
+#include "words/WordList.h"
 
 #include <QFile>
 
@@ -15,14 +13,10 @@
 
 #include <limits>
 #include <memory>
-#include <sys/stat.h>
 
 namespace tallyvox {
 
 namespace {
-
-// The output path buffer of the word list; the conversion fails beyond 4095 bytes.
-constexpr int outputPathBufferSize = 4096;
 
 // The whole of bytes in the named ICU encoding, or nothing when a byte sequence is not
 // valid there (no substitution characters).
@@ -68,48 +62,7 @@ std::optional<QString> decodeDetected(const QByteArray& bytes)
     return decodeStrictly(bytes, charset.constData());
 }
 
-void extractWords(const WordContext& context, const FileRef& file, const QString& name)
-{
-    std::optional<FileRef> output;
-    if (CreateOutputFile(name + QStringLiteral(".txt"), output) != noErr || !output) {
-        return;
-    }
-
-    const PreferenceStore& preferences = context.preferences;
-    const qint32 lineStyle = preferences.GetLineStyle();
-    const qint32 separateBy = preferences.GetSeparateBy();
-    const bool alphabetical = preferences.GetSortBy() == 1;
-    const std::optional<QString> text =
-        RenderWordList(context, file, lineStyle, separateBy, alphabetical);
-    // No words: the empty list stays where it is, and nothing is opened.
-    if (!text) {
-        return;
-    }
-
-    QByteArray pathBytes;
-    if (output->makePath(pathBytes, outputPathBufferSize) != noErr) {
-        return;
-    }
-    QFile out(QFile::decodeName(pathBytes));
-    const QByteArray utf8 = text->toUtf8();
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate) || out.write(utf8) != utf8.size()) {
-        return;
-    }
-    out.close();
-    OpenInTextEditor(context.desktop, *output);
-    context.desktop.raiseApplication();
-}
-
 } // namespace
-
-std::optional<QString> CopyFileName(const FileRef& file)
-{
-    struct stat info {};
-    if (::lstat(QFile::encodeName(file.path()).constData(), &info) != 0) {
-        return std::nullopt;
-    }
-    return file.name();
-}
 
 void ProcessFile(const WordContext& context, const FileRef& file, ProcessMode mode)
 {
@@ -120,7 +73,7 @@ void ProcessFile(const WordContext& context, const FileRef& file, ProcessMode mo
 
     switch (mode) {
     case ProcessMode::ExtractWords:
-        extractWords(context, file, *name);
+        writeWordList(context, file, *name);
         break;
     case ProcessMode::WordCount: {
         // Occurrences, not distinct words; wide enough not to wrap.
@@ -142,7 +95,7 @@ void ProcessFile(const WordContext& context, const FileRef& file, ProcessMode mo
         break;
     }
     case ProcessMode::DecodeBase64:
-        DecodeBase64File(context, file);
+        DecodeBase64File(context.desktop, file);
         break;
     default:
         break;
@@ -172,17 +125,16 @@ std::optional<QString> ReadFileAsText(const QString& path)
     return decodeStrictly(bytes, "macintosh");
 }
 
-void DecodeBase64File(const WordContext& context, const FileRef& file)
+void DecodeBase64File(Desktop& desktop, const FileRef& file)
 {
     const std::optional<QString> path = stringWithFSRef(&file);
     if (!path) {
         return;
     }
     const std::optional<QString> text = ReadFileAsText(*path);
-    if (!text || !context.decodeBase64Text) {
-        return;
+    if (text) {
+        DecodeAndSaveBase64(desktop, *text);
     }
-    context.decodeBase64Text(*text);
 }
 
 } // namespace tallyvox

@@ -1,4 +1,4 @@
-#include "support/NameFileByContentType.h"
+#include "services/naming/NameFileByContentType.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 

@@ -1,4 +1,4 @@
-#include "prefs/PreferencesWindow.h"
+#include "shell/PreferencesWindow.h"
 
 #include "prefs/PreferenceStore.h"
 #include "ui_PreferencesWindow.h"
@@ -54,9 +54,9 @@ PreferencesWindow::~PreferencesWindow() = default;
 
 void PreferencesWindow::loadFromStore()
 {
-    setPopUpValue(m_sortBy, m_store.GetSortBy());
-    setPopUpValue(m_separateBy, m_store.GetSeparateBy());
-    setPopUpValue(m_lineStyle, m_store.GetLineStyle());
+    setPopUpValue(m_sortBy, static_cast<qint32>(m_store.GetSortBy()));
+    setPopUpValue(m_separateBy, static_cast<qint32>(m_store.GetSeparateBy()));
+    setPopUpValue(m_lineStyle, static_cast<qint32>(m_store.GetLineStyle()));
     m_quitWhenDone->setChecked(m_store.GetQuitWhenDone());
     const bool includeFrequency = m_store.GetIncludeFrequency();
     m_includeFrequency->setChecked(includeFrequency);
@@ -73,11 +73,11 @@ Status PreferencesWindow::handleCommand(CommandId command)
         m_separateBy->setEnabled(on);
         m_store.writeBool(prefs::IncludeFrequency, on);
     } else if (command == commands::SortBy) {
-        m_store.writeNumber(prefs::SortBy, popUpValue(m_sortBy));
+        m_store.writeChoice(prefs::SortBy, popUpValue(m_sortBy));
     } else if (command == commands::SeparateBy) {
-        m_store.writeNumber(prefs::SeparateBy, popUpValue(m_separateBy));
+        m_store.writeChoice(prefs::SeparateBy, popUpValue(m_separateBy));
     } else if (command == commands::LineStyle) {
-        m_store.writeNumber(prefs::LineStyle, popUpValue(m_lineStyle));
+        m_store.writeChoice(prefs::LineStyle, popUpValue(m_lineStyle));
     } else if (command == commands::Close || command == commands::Stop || command == commands::Ok) {
         // Here 'not!' and 'ok  ' only close this window: they neither stop a run nor quit.
         hide();

@@ -1,4 +1,4 @@
-#include "words/ProcessFile.h"
+#include "services/ProcessFile.h"
 #include "prefs/PreferenceStore.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
@@ -59,9 +59,8 @@ struct World {
     testing::TestEnvironment env;
     testing::RecordingDesktop desktop;
     PreferenceStore preferences;
-    QStringList handedOver;
     WordContext context{desktop, preferences, env.root() + QStringLiteral("/indexer"),
-                        env.tempFolder(), [this](const QString& text) { handedOver.append(text); }};
+                        env.tempFolder()};
 };
 
 } // namespace
@@ -163,7 +162,6 @@ private slots:
         }
         world.process(file, mode);
         QVERIFY(world.desktop.events().isEmpty());
-        QVERIFY(world.handedOver.isEmpty());
         QCOMPARE(world.indexerRuns(), 0);
         QVERIFY(!QFileInfo::exists(world.output()));
     }
@@ -172,25 +170,34 @@ private slots:
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("expected");
+        // Text outside ASCII decodes to no bytes at all, so an empty file is saved.
+        QTest::addColumn<QByteArray>("decoded");
         QTest::newRow("UTF-8") << QByteArray("caf\xc3\xa9 na\xc3\xafve r\xc3\xa9sum\xc3\xa9")
-                               << QStringLiteral("caf\u00e9 na\u00efve r\u00e9sum\u00e9");
+                               << QStringLiteral("caf\u00e9 na\u00efve r\u00e9sum\u00e9")
+                               << QByteArray();
         QTest::newRow("not UTF-8: read as single bytes")
             << QByteArray("caf\xe9 cr\xe8me br\xfbl\xe9")
-            << QStringLiteral("caf\u00e9 cr\u00e8me br\u00fbl\u00e9");
+            << QStringLiteral("caf\u00e9 cr\u00e8me br\u00fbl\u00e9") << QByteArray();
         QTest::newRow("UTF-16 with a byte-order mark")
-            << QByteArray("\xff\xfeQ\0U\0J\0D\0", 10) << QStringLiteral("QUJD");
-        QTest::newRow("empty file") << QByteArray() << QString();
+            << QByteArray("\xff\xfeQ\0U\0J\0D\0", 10) << QStringLiteral("QUJD")
+            << QByteArray("ABC");
+        QTest::newRow("empty file") << QByteArray() << QString() << QByteArray();
     }
     void readingAsText()
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QString, expected);
+        QFETCH(QByteArray, decoded);
         World world;
         const FileRef input = world.input(QStringLiteral("encoded"), bytes);
         QCOMPARE(ReadFileAsText(input.path()), std::optional<QString>(expected));
+        // Mode 4 hands the text to decode-and-save.
+        const QString saved = world.env.root() + QStringLiteral("/saved");
+        world.desktop.answerSavePanel(saved);
         world.process(input, 4);
-        QCOMPARE(world.handedOver, QStringList{expected});
-        QVERIFY(world.desktop.events().isEmpty());
+        QCOMPARE(world.desktop.texts(QStringLiteral("savePanel")),
+                 QStringList{QStringLiteral("DecodedBase64")});
+        QCOMPARE(readAll(saved), decoded);
     }
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/Command.h"
+#include "shell/Command.h"
 
 #include <QWidget>
 

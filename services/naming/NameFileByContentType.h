@@ -1,8 +1,8 @@
 #pragma once
 
+#include "services/naming/FixedString.h"
+#include "services/naming/StringMap.h"
 #include "support/FileRef.h"
-#include "support/FixedString.h"
-#include "support/StringMap.h"
 
 #include <QByteArray>
 #include <QList>

@@ -1,6 +1,6 @@
-#include "support/FixedString.h"
-#include "support/InternetConfig.h"
-#include "support/StringMap.h"
+#include "services/naming/FixedString.h"
+#include "services/naming/InternetConfig.h"
+#include "services/naming/StringMap.h"
 #include "tests/common/TestEnvironment.h"
 
 #include <QTest>
