@@ -6,7 +6,7 @@ CMAKE_FLAGS ?=
 ARGS ?=
 FUZZ_SECONDS ?= 60
 
-.PHONY: all deps configure build run test asan-test bench fuzz format format-check clean
+.PHONY: all deps configure build run test asan-test bench fuzz format format-check lint clean
 
 all: build
 
@@ -41,6 +41,14 @@ format:
 
 format-check:
 	git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run --Werror
+
+# clang-tidy with the checked-in .clang-tidy over every source the build compiles; any
+# finding fails. Needs the build's compile_commands.json and generated headers.
+lint: build
+	run-clang-tidy -p $(BUILD) -quiet -j $(JOBS) \
+		'$(CURDIR)/(shell|prefs|words|services|support|indexer|tests|bench)/.*\.cpp$$' \
+		>$(BUILD)/lint.log 2>&1 || { grep -E -A3 '(warning|error):' $(BUILD)/lint.log; exit 1; }
+	@echo "lint: no findings"
 
 clean:
 	rm -rf build build-asan

@@ -196,8 +196,8 @@ std::optional<QRect> decodeWindowBounds(const QByteArray& bytes)
     }
     qint16 values[4];
     for (int i = 0; i < 4; ++i) {
-        const auto high = static_cast<quint8>(bytes[2 * i]);
-        const auto low = static_cast<quint8>(bytes[2 * i + 1]);
+        const auto high = static_cast<quint8>(bytes[qsizetype{2} * i]);
+        const auto low = static_cast<quint8>(bytes[qsizetype{2} * i + 1]);
         values[i] = static_cast<qint16>(static_cast<quint16>((high << 8) | low));
     }
     const int top = values[0], left = values[1], bottom = values[2], right = values[3];

@@ -12,7 +12,7 @@ libpoppler-cpp-dev libxml2-dev libarchive-dev
 clang libclang-rt-14-dev
 xvfb xauth xclip xdotool dbus dbus-x11 xdg-utils desktop-file-utils appstream
 dpkg-dev file help2man man-db lintian
-imagemagick poppler-utils fonts-dejavu-core python3 hyperfine time bc clang-format
+imagemagick poppler-utils fonts-dejavu-core python3 hyperfine time bc clang-format clang-tidy
 "
 # Packages one target needs beyond these (make package-check: mmdebstrap).
 packages="$packages $*"

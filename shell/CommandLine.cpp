@@ -44,57 +44,70 @@ bool isOption(const QString& argument, const char* name)
            argument.startsWith(QLatin1String(name) + QLatin1Char('='));
 }
 
-} // namespace
-
-CommandLine parseCommandLine(const QStringList& arguments, const QString& workingDirectory)
+// An option without a value; false when the argument is not one.
+bool takeFlag(const QString& argument, CommandLine& result, QList<ServiceSource>& sources)
 {
-    CommandLine result;
-    bool optionsEnded = false;
-    QList<ServiceSource> sources;
-    for (qsizetype i = 0; i < arguments.size(); ++i) {
-        const QString& argument = arguments.at(i);
-        if (optionsEnded || !argument.startsWith(QLatin1Char('-')) ||
-            argument == QLatin1String("-")) {
-            result.files.append(absolutePath(argument, workingDirectory));
-        } else if (argument == QLatin1String("--")) {
-            optionsEnded = true;
-        } else if (argument == QLatin1String("--console")) {
-            result.console = true;
-        } else if (isOption(argument, "--save-as")) {
-            const std::optional<QString> path = optionValue(arguments, i);
-            if (!path) {
-                return failure(QStringLiteral("--save-as needs a path"));
-            }
-            result.saveAsPath = absolutePath(*path, workingDirectory);
-        } else if (isOption(argument, "--service")) {
-            const std::optional<QString> name = optionValue(arguments, i);
-            if (!name || name->isEmpty()) {
-                return failure(QStringLiteral("--service needs a service name"));
-            }
-            result.serviceName = *name;
-        } else if (isOption(argument, "--text")) {
-            const std::optional<QString> text = optionValue(arguments, i);
-            if (!text) {
-                return failure(QStringLiteral("--text needs a text"));
-            }
-            result.serviceText = *text;
-            sources.append(ServiceSource::Text);
-        } else if (argument == QLatin1String("--selection")) {
-            sources.append(ServiceSource::Selection);
-        } else if (argument == QLatin1String("--clipboard")) {
-            sources.append(ServiceSource::Clipboard);
-        } else if (argument == QLatin1String("--stdin")) {
-            sources.append(ServiceSource::Stdin);
-        } else if (argument == QLatin1String("--install-integration")) {
-            result.installIntegration = true;
-        } else if (argument == QLatin1String("--help") || argument == QLatin1String("-h")) {
-            result.showHelp = true;
-        } else if (argument == QLatin1String("--version") || argument == QLatin1String("-v")) {
-            result.showVersion = true;
-        } else {
-            return failure(QStringLiteral("unknown option %1").arg(argument));
+    static constexpr std::pair<const char*, ServiceSource> sourceFlags[] = {
+        {"--selection", ServiceSource::Selection},
+        {"--clipboard", ServiceSource::Clipboard},
+        {"--stdin", ServiceSource::Stdin},
+    };
+    for (const auto& [name, source] : sourceFlags) {
+        if (argument == QLatin1String(name)) {
+            sources.append(source);
+            return true;
         }
     }
+    const auto is = [&argument](const char* name) { return argument == QLatin1String(name); };
+    if (is("--console")) {
+        result.console = true;
+    } else if (is("--install-integration")) {
+        result.installIntegration = true;
+    } else if (is("--help") || is("-h")) {
+        result.showHelp = true;
+    } else if (is("--version") || is("-v")) {
+        result.showVersion = true;
+    } else {
+        return false;
+    }
+    return true;
+}
+
+// An option with a value, at i (which moves past a separate value). Nothing when the
+// argument is not such an option, else the error, empty when the option was taken.
+std::optional<QString> takeValueOption(const QStringList& arguments, qsizetype& i,
+                                       const QString& workingDirectory, CommandLine& result,
+                                       QList<ServiceSource>& sources)
+{
+    const QString& argument = arguments.at(i);
+    if (isOption(argument, "--save-as")) {
+        const std::optional<QString> path = optionValue(arguments, i);
+        if (!path) {
+            return QStringLiteral("--save-as needs a path");
+        }
+        result.saveAsPath = absolutePath(*path, workingDirectory);
+    } else if (isOption(argument, "--service")) {
+        const std::optional<QString> name = optionValue(arguments, i);
+        if (!name || name->isEmpty()) {
+            return QStringLiteral("--service needs a service name");
+        }
+        result.serviceName = *name;
+    } else if (isOption(argument, "--text")) {
+        const std::optional<QString> text = optionValue(arguments, i);
+        if (!text) {
+            return QStringLiteral("--text needs a text");
+        }
+        result.serviceText = *text;
+        sources.append(ServiceSource::Text);
+    } else {
+        return std::nullopt;
+    }
+    return QString();
+}
+
+// The checks that need the whole command line.
+CommandLine finish(CommandLine result, QList<ServiceSource> sources)
+{
     if (!result.saveAsPath.isEmpty() && !result.console) {
         return failure(QStringLiteral("--save-as works with --console only"));
     }
@@ -114,6 +127,32 @@ CommandLine parseCommandLine(const QStringList& arguments, const QString& workin
     }
     result.serviceSource = sources.first();
     return result;
+}
+
+} // namespace
+
+CommandLine parseCommandLine(const QStringList& arguments, const QString& workingDirectory)
+{
+    CommandLine result;
+    bool optionsEnded = false;
+    QList<ServiceSource> sources;
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QString& argument = arguments.at(i);
+        if (optionsEnded || !argument.startsWith(QLatin1Char('-')) ||
+            argument == QLatin1String("-")) {
+            result.files.append(absolutePath(argument, workingDirectory));
+        } else if (argument == QLatin1String("--")) {
+            optionsEnded = true;
+        } else if (const std::optional<QString> error =
+                       takeValueOption(arguments, i, workingDirectory, result, sources)) {
+            if (!error->isEmpty()) {
+                return failure(*error);
+            }
+        } else if (!takeFlag(argument, result, sources)) {
+            return failure(QStringLiteral("unknown option %1").arg(argument));
+        }
+    }
+    return finish(std::move(result), std::move(sources));
 }
 
 QString commandLineHelp()

@@ -34,7 +34,7 @@ public:
             return std::nullopt;
         }
         // Key and value references, count of each.
-        if (count > (m_objectsEnd - position) / (2 * m_refSize)) {
+        if (count > (m_objectsEnd - position) / (2 * quint64{m_refSize})) {
             return std::nullopt;
         }
 

@@ -144,56 +144,74 @@ QList<QByteArray> ImageMimeTypesOfFile(const QString& path)
     return result;
 }
 
+namespace {
+
+std::optional<FixedString> cachedExtension(const FixedString& mime)
+{
+    if (const StringMap::Node* cached = MimeExtensionCache().find(mime.c_str())) {
+        return cached->value;
+    }
+    return std::nullopt;
+}
+
+// The first exporter of the type; its extension is cached.
+std::optional<FixedString> exporterExtension(const FixedString& mime)
+{
+    for (const ExporterRecord& record : ExporterTable()) {
+        if (std::strcmp(record.mimeType, mime.c_str()) == 0) {
+            FixedString ext;
+            ext.assign(".").append(record.extension);
+            MimeExtensionCache().getOrInsert(mime.c_str())->value = ext;
+            return ext;
+        }
+    }
+    return std::nullopt;
+}
+
+// The first entry of the extension map for the type. Not cached: the user may edit the
+// map at any time.
+std::optional<FixedString> mapExtension(const FixedString& mime)
+{
+    std::optional<FixedString> ext;
+    CInternetConfig session(namingCreator);
+    session.Start();
+    session.BeginMapping();
+    MapEntry entry;
+    while (session.NextMapEntry(&entry)) {
+        if (std::strcmp(entry.MIMEType.c_str(), mime.c_str()) == 0) {
+            ext = entry.extension;
+            break;
+        }
+    }
+    session.EndMapping();
+    session.Stop();
+    return ext;
+}
+
+} // namespace
+
 std::optional<FixedString> ExtensionForMimeTypes(const QList<QByteArray>& mimeTypes)
 {
-    FixedString ext;
-    bool found = false;
+    std::optional<FixedString> found;
     for (const QByteArray& listed : mimeTypes) {
         FixedString mime;
         mime.assign(listed.left(FixedString::maxLength).constData());
-        bool matched = false;
-
-        if (const StringMap::Node* cached = MimeExtensionCache().find(mime.c_str())) {
-            ext = cached->value;
-            matched = true;
+        std::optional<FixedString> ext = cachedExtension(mime);
+        if (!ext) {
+            ext = exporterExtension(mime);
         }
-        if (!matched) {
-            for (const ExporterRecord& record : ExporterTable()) {
-                if (std::strcmp(record.mimeType, mime.c_str()) == 0) {
-                    ext.assign(".").append(record.extension);
-                    MimeExtensionCache().getOrInsert(mime.c_str())->value = ext;
-                    matched = true;
-                    break;
-                }
-            }
+        if (!ext) {
+            ext = mapExtension(mime);
         }
-        if (!matched) {
-            // Map results are not cached: the user may edit the map at any time.
-            CInternetConfig session(namingCreator);
-            session.Start();
-            session.BeginMapping();
-            MapEntry entry;
-            while (session.NextMapEntry(&entry)) {
-                if (std::strcmp(entry.MIMEType.c_str(), mime.c_str()) == 0) {
-                    ext = entry.extension;
-                    matched = true;
-                    break;
-                }
+        // Every type is looked up; the last one that matched wins.
+        if (ext) {
+            if (std::strcmp(ext->c_str(), ".jfif") == 0) {
+                ext->assign(".jpg");
             }
-            session.EndMapping();
-            session.Stop();
-        }
-        if (matched) {
-            if (std::strcmp(ext.c_str(), ".jfif") == 0) {
-                ext.assign(".jpg");
-            }
-            found = true;
+            found = ext;
         }
     }
-    if (!found) {
-        return std::nullopt;
-    }
-    return ext;
+    return found;
 }
 
 bool NameFileByContentType(Desktop& desktop, const FileRef& file, std::optional<FileRef>& renamed)

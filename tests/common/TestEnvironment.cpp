@@ -35,7 +35,7 @@ TestEnvironment::~TestEnvironment()
 
 QString TestEnvironment::writeFile(const QString& relativePath, const QByteArray& content) const
 {
-    const QString path = root() + QLatin1Char('/') + relativePath;
+    QString path = root() + QLatin1Char('/') + relativePath;
     QDir().mkpath(QFileInfo(path).absolutePath());
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {

@@ -33,7 +33,7 @@ QByteArray writeBinary(const WordTable& table)
     if (file) {
         std::fclose(file);
     }
-    const QByteArray bytes = written ? QByteArray(buffer, qsizetype(size)) : QByteArray();
+    QByteArray bytes = written ? QByteArray(buffer, qsizetype(size)) : QByteArray();
     std::free(buffer);
     return bytes;
 }
