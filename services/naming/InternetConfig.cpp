@@ -5,28 +5,40 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMimeDatabase>
 #include <QUrl>
 
 namespace tallyvox {
 
 namespace {
 
-// mime.types: "type/subtype ext ext ...", one type a line, "#" starts a comment.
+// mime.types: "type/subtype ext ext ...", one type a line, "#" starts a comment. A line
+// lists its extensions in no particular order ("image/jpeg jpeg jpg jpe jfif"), while
+// the first entry of a type is the one a lookup takes; so the extension the shared MIME
+// database prefers for the type goes first when the line has it, the rest follow in
+// their order.
 void parseMapFile(const QByteArray& content, std::vector<MapEntry>& entries)
 {
+    const QMimeDatabase database;
     for (QByteArray line : content.split('\n')) {
         const qsizetype hash = line.indexOf('#');
         if (hash >= 0) {
             line.truncate(hash);
         }
-        const QList<QByteArray> fields = line.simplified().split(' ');
+        QList<QByteArray> fields = line.simplified().split(' ');
         if (fields.size() < 2 || !fields.first().contains('/')) {
             continue;
         }
-        for (qsizetype i = 1; i < fields.size(); ++i) {
+        const QByteArray type = fields.takeFirst();
+        const QByteArray preferred =
+            database.mimeTypeForName(QString::fromLatin1(type)).preferredSuffix().toLatin1();
+        if (const qsizetype at = fields.indexOf(preferred); at > 0) {
+            fields.move(at, 0);
+        }
+        for (const QByteArray& extension : fields) {
             MapEntry entry;
-            entry.extension.assign(".").append(fields[i].constData());
-            entry.MIMEType.assign(fields.first().constData());
+            entry.extension.assign(".").append(extension.constData());
+            entry.MIMEType.assign(type.constData());
             entries.push_back(entry);
         }
     }

@@ -188,11 +188,15 @@ std::optional<FixedString> mapExtension(const FixedString& mime)
     return ext;
 }
 
-} // namespace
+struct TypeMatch {
+    FixedString extension;
+    FixedString mimeType;
+};
 
-std::optional<FixedString> ExtensionForMimeTypes(const QList<QByteArray>& mimeTypes)
+// Every type is looked up; the last one that matched wins.
+std::optional<TypeMatch> lastMatchingType(const QList<QByteArray>& mimeTypes)
 {
-    std::optional<FixedString> found;
+    std::optional<TypeMatch> found;
     for (const QByteArray& listed : mimeTypes) {
         FixedString mime;
         mime.assign(listed.left(FixedString::maxLength).constData());
@@ -203,15 +207,42 @@ std::optional<FixedString> ExtensionForMimeTypes(const QList<QByteArray>& mimeTy
         if (!ext) {
             ext = mapExtension(mime);
         }
-        // Every type is looked up; the last one that matched wins.
         if (ext) {
             if (std::strcmp(ext->c_str(), ".jfif") == 0) {
                 ext->assign(".jpg");
             }
-            found = ext;
+            found = TypeMatch{*ext, mime};
         }
     }
     return found;
+}
+
+// The extensions the map gives the type, without their dots.
+QStringList mapExtensionsOf(const FixedString& mime)
+{
+    QStringList extensions;
+    CInternetConfig session(namingCreator);
+    session.Start();
+    session.BeginMapping();
+    MapEntry entry;
+    while (session.NextMapEntry(&entry)) {
+        if (std::strcmp(entry.MIMEType.c_str(), mime.c_str()) == 0) {
+            extensions.append(QString::fromUtf8(entry.extension.c_str()).remove(0, 1));
+        }
+    }
+    session.EndMapping();
+    session.Stop();
+    return extensions;
+}
+
+} // namespace
+
+std::optional<FixedString> ExtensionForMimeTypes(const QList<QByteArray>& mimeTypes)
+{
+    if (const std::optional<TypeMatch> match = lastMatchingType(mimeTypes)) {
+        return match->extension;
+    }
+    return std::nullopt;
 }
 
 bool NameFileByContentType(Desktop& desktop, const FileRef& file, std::optional<FileRef>& renamed)
@@ -221,8 +252,8 @@ bool NameFileByContentType(Desktop& desktop, const FileRef& file, std::optional<
     if (mimeTypes.isEmpty()) {
         return false;
     }
-    const std::optional<FixedString> ext = ExtensionForMimeTypes(mimeTypes);
-    if (!ext) {
+    const std::optional<TypeMatch> match = lastMatchingType(mimeTypes);
+    if (!match) {
         return false;
     }
 
@@ -231,10 +262,13 @@ bool NameFileByContentType(Desktop& desktop, const FileRef& file, std::optional<
         return false;
     }
     QString newName = name;
-    const QString extText = QString::fromUtf8(ext->c_str());
+    const QString extText = QString::fromUtf8(match->extension.c_str());
     const QString bare = extText.startsWith(QLatin1Char('.')) ? extText.mid(1) : extText;
-    // The old extension is never removed, only left alone when it already fits.
-    if (!oldExt || oldExt->compare(bare, Qt::CaseInsensitive) != 0) {
+    // The old extension is never removed, only left alone when it is already one of the
+    // type's: photo.JPG and photo.jpeg stay as they are, photo.dat becomes photo.dat.jpg.
+    QStringList fitting = mapExtensionsOf(match->mimeType);
+    fitting.append(bare);
+    if (!oldExt || !fitting.contains(*oldExt, Qt::CaseInsensitive)) {
         newName += extText;
     }
     newName.truncate(maxRenameUnits);

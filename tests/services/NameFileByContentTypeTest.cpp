@@ -47,6 +47,7 @@ private slots:
         QTest::newRow("already .PNG") << u"x.PNG"_s << u"png"_s << u"x.PNG"_s;
         QTest::newRow("jpeg by the user's map") << u"x"_s << u"jpeg"_s << u"x.jpg"_s;
         QTest::newRow("already .JPG") << u"x.JPG"_s << u"jpeg"_s << u"x.JPG"_s;
+        QTest::newRow("already another of the type's") << u"x.Jpeg"_s << u"jpeg"_s << u"x.Jpeg"_s;
         QTest::newRow("svg through Qt SVG") << u"d"_s << u"svg"_s << u"d.svg"_s;
         QTest::newRow("content, not the name") << u"fake.png"_s << u"text"_s << QString();
         QTest::newRow("type in no map") << u"icon"_s << u"icns"_s << QString();
@@ -60,7 +61,8 @@ private slots:
         QFETCH(QString, kind);
         QFETCH(QString, finalName);
         testing::TestEnvironment env;
-        env.writeFile(u"home/.mime.types"_s, "image/png png\nimage/jpeg jfif\nimage/svg+xml svg\n");
+        env.writeFile(u"home/.mime.types"_s,
+                      "image/png png\nimage/jpeg jfif jpeg\nimage/svg+xml svg\n");
         const QByteArray bytes = content(kind);
         const auto file = FileRef::fromPath(env.writeFile(u"out/"_s + name, bytes));
         testing::RecordingDesktop desktop;
@@ -96,13 +98,16 @@ private slots:
         QTest::newRow("other order") << QByteArrayList{"x/b", "x/a"} << u".aaa"_s;
         QTest::newRow("jfif, then a miss") << QByteArrayList{"x/j", "x/none"} << u".jpg"_s;
         QTest::newRow("case matters") << QByteArrayList{"X/A"} << QString();
+        // The line's order is not the map's: the type's usual extension comes first.
+        QTest::newRow("jpeg as .jpg") << QByteArrayList{"image/jpeg"} << u".jpg"_s;
     }
     void lastMatchingTypeWins()
     {
         QFETCH(QByteArrayList, types);
         QFETCH(QString, expected);
         testing::TestEnvironment env;
-        env.writeFile(u"home/.mime.types"_s, "x/a aaa\nx/b bbb\nx/j jfif\n");
+        env.writeFile(u"home/.mime.types"_s,
+                      "x/a aaa\nx/b bbb\nx/j jfif\nimage/jpeg jpeg jpg jpe\n");
         const std::optional<FixedString> ext = ExtensionForMimeTypes(types);
         QCOMPARE(ext ? QString::fromLatin1(ext->c_str()) : QString(), expected);
         QVERIFY(MimeExtensionCache().count() == 0); // map results are not cached
