@@ -18,6 +18,11 @@ TestEnvironment::TestEnvironment()
         m_had[i] = qEnvironmentVariableIsSet(variables[i]);
         m_saved[i] = qgetenv(variables[i]);
         QDir().mkpath(folders[i]);
+        // Private, as the application wants its temporary folder; a shared one is tested apart.
+        if (i == 2) {
+            QFile::setPermissions(folders[i],
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        }
         qputenv(variables[i], QFile::encodeName(folders[i]));
     }
 }
