@@ -1,21 +1,226 @@
 #include "words/IndexerClient.h"
 
 #include "support/Desktop.h"
+#include "support/IndexerStop.h"
 #include "words/WordTableReader.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QEventLoop>
-#include <QFileInfo>
+#include <QFile>
 #include <QProcess>
 #include <QStringDecoder>
+#include <QTimer>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace tallyvox {
 
 namespace {
 
+using namespace std::chrono_literals;
+
 // The indexer takes the path as it is handed over; the deliberately small buffer
 // keeps the longest path it ever sees at 254 bytes.
 constexpr int indexerPathBufferSize = 255;
+
+// The table was written, but a limit cut the document; one stderr line says which.
+constexpr int partialTableStatus = 3;
+
+// Only the first lines of an indexer's complaints say anything; the rest is dropped.
+constexpr qsizetype errorOutputLimit = qsizetype{64} * 1024;
+
+// Each run may take one second longer per this many bytes of input.
+constexpr qint64 bytesPerExtraSecond = qint64{10} * 1024 * 1024;
+
+// After SIGKILL the child is gone within moments; this only bounds a wait that cannot hang.
+constexpr int reapMilliseconds = 5000;
+
+enum class Ending { Finished, FailedToStart, TimedOut, Stopped };
+
+// What kind of special file path names, or nothing for a file or folder to read. Reading
+// a named pipe waits for a writer that may never come, and a device never ends.
+const char* specialFileKind(const QByteArray& path)
+{
+    struct stat info {};
+    if (::stat(path.constData(), &info) != 0) {
+        return nullptr;
+    }
+    if (S_ISFIFO(info.st_mode)) {
+        return "a named pipe";
+    }
+    if (S_ISCHR(info.st_mode) || S_ISBLK(info.st_mode)) {
+        return "a device";
+    }
+    if (S_ISSOCK(info.st_mode)) {
+        return "a socket";
+    }
+    return nullptr;
+}
+
+std::chrono::milliseconds timeLimit(const WordContext& context, const QString& path)
+{
+    struct stat info {};
+    const qint64 size =
+        ::stat(QFile::encodeName(path).constData(), &info) == 0 ? qint64{info.st_size} : 0;
+    return context.indexerTimeBase + std::chrono::seconds(size / bytesPerExtraSecond);
+}
+
+// A folder only this run writes to, so whatever result is found there is this run's.
+std::optional<QString> makeRunFolder(const QString& temporaryFolder)
+{
+    if (temporaryFolder.isEmpty()) {
+        return std::nullopt;
+    }
+    QByteArray pattern = QFile::encodeName(temporaryFolder + QStringLiteral("/run-XXXXXX"));
+    if (::mkdtemp(pattern.data()) == nullptr) {
+        return std::nullopt;
+    }
+    return QFile::decodeName(pattern);
+}
+
+// The indexer leads a process group of its own, so that ending it also ends any helper
+// it started.
+void endProcessGroup(QProcess& process)
+{
+    const auto pid = static_cast<pid_t>(process.processId());
+    if (pid <= 0 || ::kill(-pid, SIGKILL) != 0) {
+        process.kill();
+    }
+}
+
+void collectErrors(QProcess& process, QByteArray& errors)
+{
+    const QByteArray more = process.readAllStandardError();
+    errors.append(more.left(std::max<qsizetype>(0, errorOutputLimit - errors.size())));
+}
+
+void configure(QProcess& process, const WordContext& context, const QString& posixPath,
+               const QString& executableName, const QString& runFolder)
+{
+    process.setProgram(context.indexerDirectory + QLatin1Char('/') + executableName);
+    process.setArguments({posixPath});
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TMPDIR"), runFolder);
+    process.setProcessEnvironment(environment);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setProcessChannelMode(QProcess::SeparateChannels);
+    // In the child, before exec: its own process group, and death with its parent. The
+    // parent may already be gone by then; the indexer must not outlive it either way.
+    const pid_t parent = ::getpid();
+    process.setChildProcessModifier([parent] {
+        ::setpgid(0, 0);
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (::getppid() != parent) {
+            ::raise(SIGKILL);
+        }
+    });
+}
+
+// A nested loop rather than a blocking wait, so that stop and quit commands still arrive
+// while a long document is indexed.
+Ending runToEnd(QProcess& process, std::chrono::milliseconds limit, IndexerStop* stop,
+                QByteArray& errors)
+{
+    QEventLoop loop;
+    Ending ending = Ending::Finished;
+    const auto end = [&](Ending why) {
+        ending = why;
+        endProcessGroup(process);
+        loop.quit();
+    };
+    QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&process, &QProcess::errorOccurred, &loop, [&](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) {
+            ending = Ending::FailedToStart;
+            loop.quit();
+        }
+    });
+    QObject::connect(&process, &QProcess::readyReadStandardError, &loop,
+                     [&] { collectErrors(process, errors); });
+    QTimer timer;
+    timer.setSingleShot(true);
+    QObject::connect(&timer, &QTimer::timeout, &loop, [&] { end(Ending::TimedOut); });
+    if (stop) {
+        QObject::connect(stop, &IndexerStop::stopped, &loop, [&] { end(Ending::Stopped); });
+    }
+
+    process.start();
+    if (ending != Ending::FailedToStart && process.state() != QProcess::NotRunning) {
+        timer.start(limit);
+        loop.exec();
+    }
+    // The loop also ends when the whole application quits.
+    if (process.state() != QProcess::NotRunning) {
+        endProcessGroup(process);
+        process.waitForFinished(reapMilliseconds);
+        if (ending == Ending::Finished) {
+            ending = Ending::Stopped;
+        }
+    }
+    collectErrors(process, errors);
+    return ending;
+}
+
+// The indexer's own lines first, then what became of it when it did not finish cleanly.
+void logRun(Desktop& desktop, const QProcess& process, Ending ending, const QByteArray& errors,
+            const QString& executableName, std::chrono::milliseconds limit)
+{
+    for (const QByteArray& line : errors.split('\n')) {
+        if (!line.trimmed().isEmpty()) {
+            desktop.log(QString::fromUtf8(line));
+        }
+    }
+    switch (ending) {
+    case Ending::FailedToStart:
+        desktop.log(executableName + QStringLiteral(" could not be started: ") +
+                    process.errorString());
+        break;
+    case Ending::TimedOut:
+        desktop.log(executableName +
+                    QStringLiteral(" was ended after %1 s, its time limit")
+                        .arg(std::chrono::ceil<std::chrono::seconds>(limit).count()));
+        break;
+    case Ending::Stopped:
+        break;
+    case Ending::Finished:
+        if (process.exitStatus() == QProcess::CrashExit) {
+            desktop.log(executableName +
+                        QStringLiteral(" was ended by signal %1").arg(process.exitCode()));
+        } else if (process.exitCode() != 0 && process.exitCode() != partialTableStatus) {
+            desktop.log(executableName +
+                        QStringLiteral(" failed with exit status %1").arg(process.exitCode()));
+        }
+        break;
+    }
+}
+
+bool finishedCleanly(const QProcess& process, Ending ending)
+{
+    return ending == Ending::Finished && process.exitStatus() == QProcess::NormalExit &&
+           (process.exitCode() == 0 || process.exitCode() == partialTableStatus);
+}
+
+std::optional<WordTable> readResult(const QString& runFolder)
+{
+    const QString path = runFolder + QLatin1Char('/') + QLatin1String(resultFileName);
+    struct stat info {};
+    if (::lstat(QFile::encodeName(path).constData(), &info) != 0 || !S_ISREG(info.st_mode)) {
+        return std::nullopt;
+    }
+    return ReadWordTableFile(path);
+}
+
+bool stopped(const WordContext& context)
+{
+    return context.stop && context.stop->isStopped();
+}
 
 } // namespace
 
@@ -27,42 +232,29 @@ QString defaultIndexerDirectory()
 std::optional<WordTable> RunIndexer(const WordContext& context, const QString& posixPath,
                                     const QString& executableName)
 {
+    if (stopped(context)) {
+        return std::nullopt;
+    }
+    const std::optional<QString> runFolder = makeRunFolder(context.temporaryFolder);
+    if (!runFolder) {
+        context.desktop.log(QStringLiteral("No private temporary folder for ") + executableName +
+                            QStringLiteral(" in \"") + context.temporaryFolder + QLatin1Char('"'));
+        return std::nullopt;
+    }
+
     QProcess process;
-    process.setProgram(context.indexerDirectory + QLatin1Char('/') + executableName);
-    process.setArguments({posixPath});
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TMPDIR"), context.temporaryFolder);
-    process.setProcessEnvironment(environment);
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    configure(process, context, posixPath, executableName, *runFolder);
+    const std::chrono::milliseconds limit = timeLimit(context, posixPath);
+    QByteArray errors;
+    const Ending ending = runToEnd(process, limit, context.stop, errors);
+    logRun(context.desktop, process, ending, errors, executableName, limit);
 
-    // A nested loop rather than a blocking wait, so that stop and quit commands
-    // still arrive while a long document is indexed.
-    QEventLoop loop;
-    bool failedToStart = false;
-    QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
-    QObject::connect(&process, &QProcess::errorOccurred, &loop, [&](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart) {
-            failedToStart = true;
-            loop.quit();
-        }
-    });
-    process.start();
-    if (!failedToStart && process.state() != QProcess::NotRunning) {
-        loop.exec();
+    std::optional<WordTable> result;
+    if (finishedCleanly(process, ending)) {
+        result = readResult(*runFolder);
     }
-    // A missing indexer counts as no result, so the fallback gets its turn.
-    if (failedToStart) {
-        return std::nullopt;
-    }
-
-    const QString resultPath =
-        context.temporaryFolder + QLatin1Char('/') + QLatin1String(resultFileName);
-    if (!QFileInfo::exists(resultPath)) {
-        return std::nullopt;
-    }
-    return ReadWordTableFile(resultPath);
+    QDir(*runFolder).removeRecursively();
+    return result;
 }
 
 WordTable BuildWordTable(const WordContext& context, const FileRef& file)
@@ -80,8 +272,14 @@ WordTable BuildWordTable(const WordContext& context, const FileRef& file)
     }
 
     context.desktop.log(QStringLiteral("Indexing ") + path);
+    if (const char* kind = specialFileKind(pathBytes)) {
+        context.desktop.log(QStringLiteral("Not indexed: \"%1\" is %2, not a document")
+                                .arg(path, QLatin1String(kind)));
+        return table;
+    }
     std::optional<WordTable> result = RunIndexer(context, path, QStringLiteral("SearchKitIndexer"));
-    if (!result) {
+    // Whenever the first did not finish cleanly, unless the application is quitting.
+    if (!result && !stopped(context)) {
         result = RunIndexer(context, path, QStringLiteral("SearchKitIndexer32"));
     }
     if (result) {

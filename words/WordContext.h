@@ -2,10 +2,16 @@
 
 #include <QString>
 
+#include <chrono>
+
 namespace tallyvox {
 
 class Desktop;
+class IndexerStop;
 class PreferenceStore;
+
+/// The wall-clock time an indexer run may take before the allowance for the file's size.
+inline constexpr std::chrono::milliseconds defaultIndexerTimeBase{30'000};
 
 /// What word extraction needs from its surroundings; the caller owns all of it.
 struct WordContext {
@@ -13,8 +19,12 @@ struct WordContext {
     const PreferenceStore& preferences;
     /// The folder holding SearchKitIndexer and SearchKitIndexer32.
     QString indexerDirectory;
-    /// The per-user temporary folder where the indexers leave their result.
+    /// The private per-user temporary folder; each indexer run gets a folder of its own in it.
     QString temporaryFolder;
+    /// Ends the running indexer when the application quits; none where nothing quits.
+    IndexerStop* stop = nullptr;
+    /// Each run may take this long, plus one second per 10 MiB of input, before it is ended.
+    std::chrono::milliseconds indexerTimeBase = defaultIndexerTimeBase;
 };
 
 /// libexec/tallyvox beside the running program's bin/ folder, in the build tree as installed.

@@ -1,52 +1,96 @@
 #include "words/IndexerClient.h"
 #include "prefs/PreferenceStore.h"
+#include "support/IndexerStop.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QProcess>
 #include <QTest>
+#include <QTimer>
+
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 using namespace tallyvox;
+using namespace std::chrono_literals;
 
 namespace {
 
 const QByteArray emptyDictionary =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict/></plist>\n";
 
-// A stand-in indexer: a shell script that notes its argument in calls.log and then
-// does what the test says with the result file.
-void writeScriptIndexer(const QString& folder, const QString& name, const QByteArray& body)
+QByteArray dictionaryOf(const char* word)
 {
-    QFile script(folder + QLatin1Char('/') + name);
-    QVERIFY(script.open(QIODevice::WriteOnly));
-    script.write("#!/bin/sh\necho \"$(basename \"$0\") $1\" >> \"$TMPDIR/calls.log\"\n" + body);
-    script.close();
-    script.setPermissions(script.permissions() | QFile::ExeOwner);
+    return QByteArray("<?xml version=\"1.0\"?>\n<plist version=\"1.0\"><dict><key>") + word +
+           "</key><integer>4</integer></dict></plist>\n";
 }
 
 // A private world whose indexers live in the build tree, or in bin when the test writes
-// its own there.
+// its own there: shell scripts that note their name, argument and TMPDIR in calls.log
+// and then do what the test says.
 struct World {
-    QStringList calls() const
+    World() { QDir().mkpath(bin); }
+
+    void writeIndexer(const QString& name, const QByteArray& body) const
     {
-        QFile log(env.tempFolder() + QStringLiteral("/calls.log"));
-        if (!log.open(QIODevice::ReadOnly)) {
-            return {};
+        QFile script(bin + QLatin1Char('/') + name);
+        QVERIFY(script.open(QIODevice::WriteOnly));
+        script.write(
+            "#!/bin/sh\necho \"$(basename \"$0\") $1|$TMPDIR|$(stat -c %a \"$TMPDIR\")\" >> '" +
+            QFile::encodeName(env.root()) + "/calls.log'\n" + body);
+        script.close();
+        script.setPermissions(script.permissions() | QFile::ExeOwner);
+    }
+    // The fallback is the real plain-text indexer, run by a wrapper that notes the call.
+    void writeRealFallback() const
+    {
+        writeIndexer(QStringLiteral("SearchKitIndexer32"),
+                     "exec \"" TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer32\" \"$1\"\n");
+    }
+    // "name argument" of each call; TMPDIR and its mode separately.
+    QList<QStringList> calls() const
+    {
+        QFile log(env.root() + QStringLiteral("/calls.log"));
+        QList<QStringList> result;
+        if (log.open(QIODevice::ReadOnly)) {
+            for (const QString& line :
+                 QString::fromUtf8(log.readAll()).split(u'\n', Qt::SkipEmptyParts)) {
+                result.append(line.split(u'|'));
+            }
         }
-        return QString::fromUtf8(log.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        return result;
     }
-    WordTable count(const QString& name, const QByteArray& content, bool ownIndexers = false)
+    QStringList callNames() const
     {
-        const WordContext context{desktop, prefs,
-                                  ownIndexers ? bin : QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
-                                  env.tempFolder()};
-        return BuildWordTable(context, *FileRef::fromPath(env.writeFile(name, content)));
+        QStringList names;
+        for (const QStringList& call : calls()) {
+            names.append(call.first().section(u' ', 0, 0));
+        }
+        return names;
     }
+    WordContext context(bool ownIndexers = true)
+    {
+        return {
+            desktop,          prefs, ownIndexers ? bin : QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
+            env.tempFolder(), &stop, timeBase};
+    }
+    WordTable count(const QString& name, const QByteArray& content, bool ownIndexers = true)
+    {
+        return BuildWordTable(context(ownIndexers),
+                              *FileRef::fromPath(env.writeFile(name, content)));
+    }
+    bool logged(const QString& part) const { return desktop.logLines().filter(part).size() == 1; }
 
     testing::TestEnvironment env;
     testing::RecordingDesktop desktop;
     const PreferenceStore prefs;
+    IndexerStop stop;
+    std::chrono::milliseconds timeBase = 20s;
     const QString bin = env.root() + QStringLiteral("/indexers");
 };
 
@@ -60,7 +104,7 @@ private slots:
     {
         World world;
         const WordTable table = world.count(QStringLiteral("in/Notes and more.txt"),
-                                            "The cat saw the other cat. the end\n");
+                                            "The cat saw the other cat. the end\n", false);
         QCOMPARE(table.value(QStringLiteral("cat")), 2);
         QCOMPARE(table.value(QStringLiteral("the")), 2);
         QCOMPARE(table.value(QStringLiteral("The")), 1); // case makes distinct words
@@ -68,6 +112,10 @@ private slots:
         QCOMPARE(world.desktop.logLines(),
                  QStringList{QStringLiteral("Indexing ") + world.env.root() +
                              QStringLiteral("/in/Notes and more.txt")});
+        // The run's own folder is gone with its result.
+        QCOMPARE(QDir(world.env.tempFolder())
+                     .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
+                 QStringList());
     }
 
     void pathLimitIs254Bytes()
@@ -80,73 +128,175 @@ private slots:
             QStringLiteral("in/") + QString(room - 4, QLatin1Char('a')) + QStringLiteral(".txt");
         const QString tooLong =
             QStringLiteral("in/") + QString(room - 3, QLatin1Char('b')) + QStringLiteral(".txt");
-        QCOMPARE(world.count(fits, "word\n").size(), 1);
+        QCOMPARE(world.count(fits, "word\n", false).size(), 1);
         world.desktop.clear();
-        QVERIFY(world.count(tooLong, "word\n").isEmpty());
+        QVERIFY(world.count(tooLong, "word\n", false).isEmpty());
         QVERIFY(world.desktop.logLines().isEmpty());
     }
 
-    // first: the first indexer's script ("" leaves it out); leftover: a result file already
-    // there before the run.
-    void fallbackRunsOnlyWhenTheFirstLeavesNoDictionary_data()
+    // How the first indexer ends decides whether its table is used or the fallback runs.
+    // first: its script ("" leaves it out); log: a line the user's log must hold.
+    void fallbackRunsWheneverTheFirstDoesNotFinishCleanly_data()
     {
         QTest::addColumn<QByteArray>("first");
-        QTest::addColumn<QByteArray>("leftover");
         QTest::addColumn<QStringList>("expectedCalls");
         QTest::addColumn<QStringList>("expectedWords");
+        QTest::addColumn<QString>("log");
 
         const QStringList both{QStringLiteral("SearchKitIndexer"),
                                QStringLiteral("SearchKitIndexer32")};
         const QStringList hello{QStringLiteral("hello")};
+        const QByteArray writes = "cat > \"$TMPDIR/index-1964.dat\" <<'EOF'\n";
         QTest::newRow("empty dictionary counts as a result")
-            << "cat > \"$TMPDIR/index-1964.dat\" <<'EOF'\n" + emptyDictionary + "EOF\n"
-            << QByteArray() << both.mid(0, 1) << QStringList();
-        QTest::newRow("no result file") << QByteArray("exit 0\n") << QByteArray() << both << hello;
+            << writes + emptyDictionary + "EOF\n"
+            << both.mid(0, 1) << QStringList() << QString();
+        QTest::newRow("partial table, status 3")
+            << writes + dictionaryOf("part") +
+                   "EOF\necho 'SearchKitIndexer: x: partial word table: 1 of 9 pages' >&2\nexit 3\n"
+            << both.mid(0, 1) << QStringList{QStringLiteral("part")}
+            << QStringLiteral("SearchKitIndexer: x: partial word table: 1 of 9 pages");
+        QTest::newRow("no result file") << QByteArray("exit 0\n") << both << hello << QString();
         QTest::newRow("unreadable result file")
-            << QByteArray("echo garbage > \"$TMPDIR/index-1964.dat\"\n") << QByteArray() << both
-            << hello;
-        QTest::newRow("crash without result")
-            << QByteArray("kill -SEGV $$\n") << QByteArray() << both << hello;
+            << QByteArray("echo garbage > \"$TMPDIR/index-1964.dat\"\n") << both << hello
+            << QString();
+        QTest::newRow("a table, but exit status 1")
+            << writes + dictionaryOf("stale") + "EOF\nexit 1\n"
+            << both << hello << QStringLiteral("SearchKitIndexer failed with exit status 1");
+        QTest::newRow("status 3 without a table")
+            << QByteArray("exit 3\n") << both << hello << QString();
+        QTest::newRow("crash after writing a table")
+            << writes + dictionaryOf("stale") + "EOF\nkill -SEGV $$\n"
+            << both << hello << QStringLiteral("SearchKitIndexer was ended by signal 11");
+        QTest::newRow("past its time limit")
+            << QByteArray("sleep 20\n") << both << hello
+            << QStringLiteral("SearchKitIndexer was ended after 1 s, its time limit");
         QTest::newRow("missing first indexer")
-            << QByteArray() << QByteArray() << both.mid(1) << hello;
-        QTest::newRow("a leftover result is read when not replaced")
-            << QByteArray("exit 1\n")
-            << QByteArray("<?xml version=\"1.0\"?>\n<plist version=\"1.0\"><dict><key>stale</key>"
-                          "<integer>4</integer></dict></plist>\n")
-            << both.mid(0, 1) << QStringList{QStringLiteral("stale")};
+            << QByteArray() << both.mid(1) << hello
+            << QStringLiteral("SearchKitIndexer could not be started");
     }
-    void fallbackRunsOnlyWhenTheFirstLeavesNoDictionary()
+    void fallbackRunsWheneverTheFirstDoesNotFinishCleanly()
     {
         QFETCH(QByteArray, first);
-        QFETCH(QByteArray, leftover);
         QFETCH(QStringList, expectedCalls);
         QFETCH(QStringList, expectedWords);
+        QFETCH(QString, log);
         World world;
-        QDir().mkpath(world.bin);
+        world.timeBase = 300ms;
         if (!first.isEmpty()) {
-            writeScriptIndexer(world.bin, QStringLiteral("SearchKitIndexer"), first);
+            world.writeIndexer(QStringLiteral("SearchKitIndexer"), first);
         }
-        // The fallback is the real plain-text indexer, run by a wrapper that logs the call.
-        writeScriptIndexer(world.bin, QStringLiteral("SearchKitIndexer32"),
-                           "exec \"" TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer32\" \"$1\"\n");
-        if (!leftover.isEmpty()) {
-            world.env.writeFile(QStringLiteral("tmp/index-1964.dat"), leftover);
-        }
+        world.writeRealFallback();
+        // A result planted in the temporary folder itself is never anybody's answer.
+        world.env.writeFile(QStringLiteral("tmp/index-1964.dat"), dictionaryOf("INJECTED"));
 
-        QCOMPARE(world.count(QStringLiteral("one word.txt"), "hello", true).keys(), expectedWords);
-        QStringList expected;
-        for (const QString& name : expectedCalls) {
-            expected.append(name + QLatin1Char(' ') + world.env.root() +
-                            QStringLiteral("/one word.txt"));
+        QElapsedTimer clock;
+        clock.start();
+        QCOMPARE(world.count(QStringLiteral("one word.txt"), "hello").keys(), expectedWords);
+        QVERIFY(clock.elapsed() < 5000);
+        QCOMPARE(world.callNames(), expectedCalls);
+        for (const QStringList& call : world.calls()) {
+            QCOMPARE(call.first().section(u' ', 1),
+                     world.env.root() + QStringLiteral("/one word.txt"));
+            QCOMPARE(call.at(2), QStringLiteral("700"));
         }
-        QCOMPARE(world.calls(), expected);
+        if (!log.isEmpty()) {
+            QVERIFY2(world.logged(log), qPrintable(world.desktop.logLines().join(u'\n')));
+        }
+        // Only what was planted is left: every run's folder is gone.
+        QCOMPARE(QDir(world.env.tempFolder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+                 QStringList{QStringLiteral("index-1964.dat")});
     }
 
-    void directoryInPlaceOfTheResultGivesAnEmptyTable()
+    void eachRunHasAFolderOfItsOwn()
     {
         World world;
-        QVERIFY(QDir().mkpath(world.env.tempFolder() + QStringLiteral("/index-1964.dat")));
-        QVERIFY(world.count(QStringLiteral("x.txt"), "some words here").isEmpty());
+        world.writeIndexer(QStringLiteral("SearchKitIndexer"), "exit 1\n");
+        world.writeIndexer(QStringLiteral("SearchKitIndexer32"), "exit 1\n");
+        world.count(QStringLiteral("a.txt"), "a");
+        world.count(QStringLiteral("b.txt"), "b");
+        QSet<QString> folders;
+        for (const QStringList& call : world.calls()) {
+            QVERIFY(call.at(1).startsWith(world.env.tempFolder() + QLatin1Char('/')));
+            folders.insert(call.at(1));
+        }
+        QCOMPARE(folders.size(), 4);
+    }
+
+    // Reading any of these would wait for ever or never end: no indexer is started.
+    void specialFilesAreRefused_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::newRow("named pipe") << QStringLiteral("a named pipe");
+        QTest::newRow("device") << QStringLiteral("a device");
+        QTest::newRow("socket") << QStringLiteral("a socket");
+    }
+    void specialFilesAreRefused()
+    {
+        QFETCH(QString, kind);
+        World world;
+        world.writeIndexer(QStringLiteral("SearchKitIndexer"), "exit 1\n");
+        world.writeIndexer(QStringLiteral("SearchKitIndexer32"), "exit 1\n");
+        QString path = world.env.root() + QStringLiteral("/special");
+        const QByteArray encoded = QFile::encodeName(path);
+        if (kind == QLatin1String("a named pipe")) {
+            QCOMPARE(::mkfifo(encoded.constData(), 0600), 0);
+        } else if (kind == QLatin1String("a device")) {
+            path = QStringLiteral("/dev/zero");
+        } else {
+            const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+            sockaddr_un address{};
+            address.sun_family = AF_UNIX;
+            QVERIFY(std::size_t(encoded.size()) < sizeof(address.sun_path));
+            std::copy(encoded.begin(), encoded.end(), address.sun_path);
+            QCOMPARE(::bind(fd, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+            ::close(fd);
+        }
+        QVERIFY(BuildWordTable(world.context(), *FileRef::fromPath(path)).isEmpty());
+        QCOMPARE(world.calls(), QList<QStringList>());
+        QVERIFY(world.logged(QStringLiteral("\"%1\" is %2, not a document").arg(path, kind)));
+    }
+
+    void stopEndsTheRunningIndexerAndAnyLater()
+    {
+        World world;
+        world.writeIndexer(QStringLiteral("SearchKitIndexer"), "sleep 20\n");
+        world.writeRealFallback();
+        QTimer::singleShot(200ms, &world.stop, &IndexerStop::stop);
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY(world.count(QStringLiteral("a.txt"), "hello").isEmpty());
+        QVERIFY(clock.elapsed() < 5000);
+        QVERIFY(world.count(QStringLiteral("b.txt"), "hello").isEmpty());
+        // Neither the fallback nor the next file's indexer was started.
+        QCOMPARE(world.callNames(), QStringList{QStringLiteral("SearchKitIndexer")});
+    }
+
+    // The application is killed while it waits: its indexer must not live on.
+    void indexerDiesWithTheApplication()
+    {
+        World world;
+        const QString pidFile = world.env.root() + QStringLiteral("/pid");
+        world.writeIndexer(QStringLiteral("SearchKitIndexer"),
+                           "echo $$ > '" + QFile::encodeName(pidFile) + "'\nexec sleep 60\n");
+        QProcess application;
+        application.start(QStringLiteral(TALLYVOX_TEST_BIN_DIR "/IndexerParent"),
+                          {world.bin, world.env.tempFolder(),
+                           world.env.writeFile(QStringLiteral("doc.txt"), "words")});
+        QVERIFY(application.waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(pidFile) && QFile(pidFile).size() > 0, 10000);
+        QFile file(pidFile);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString proc =
+            QStringLiteral("/proc/") + QString::fromLatin1(file.readAll().trimmed());
+        QVERIFY(QFile::exists(proc));
+        application.kill();
+        QVERIFY(application.waitForFinished());
+        // Gone, or a zombie waiting for whoever adopted it.
+        const auto alive = [&] {
+            QFile stat(proc + QStringLiteral("/stat"));
+            return stat.open(QIODevice::ReadOnly) && !stat.readAll().contains(") Z ");
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(!alive(), 5000);
     }
 };
 
