@@ -42,8 +42,12 @@ Status ApplicationCommands::handleCommand(CommandId command)
     } else if (command == commands::Preferences) {
         m_actions.showPreferences();
     } else if (command == commands::Quit) {
-        // Only the flag here: the standard handling after us does the quitting.
+        // The flag, and the indexer ended at once rather than awaited; the standard
+        // handling after us does the quitting.
         m_batch.requestQuit();
+        if (m_actions.stopIndexer) {
+            m_actions.stopIndexer();
+        }
         return eventNotHandledErr;
     } else {
         return eventNotHandledErr;

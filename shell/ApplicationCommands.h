@@ -33,6 +33,8 @@ struct ApplicationActions {
     std::function<void()> showPreferences;
     /// Ends the event loop; the shutdown follows.
     std::function<void()> endEventLoop;
+    /// Ends the indexer running now, and any later one (Quit).
+    std::function<void()> stopIndexer;
 };
 
 /// The application's command handler: help page, stop, OK, Open, Preferences, Quit.

@@ -5,6 +5,7 @@
 #include "shell/PreferencesWindow.h"
 #include "shell/WindowBounds.h"
 #include "support/Desktop.h"
+#include "support/IndexerStop.h"
 
 #include <QAction>
 #include <QMenu>
@@ -18,11 +19,16 @@ constexpr int fadeMilliseconds = 300;
 } // namespace
 
 ApplicationShell::ApplicationShell(Desktop& desktop, PreferenceStore& preferences,
-                                   FileProcessor processor)
+                                   FileProcessor processor, IndexerStop* indexerStop)
     : m_desktop(desktop), m_preferences(preferences), m_window(desktop),
-      m_batch(m_window, desktop, preferences, std::move(processor)),
+      m_batch(m_window, desktop, preferences, std::move(processor), &m_gate),
       m_applicationCommands(desktop, m_batch,
-                            {[this] { ShowPreferencesWindow(); }, [this] { endEventLoop(); }}),
+                            {[this] { ShowPreferencesWindow(); }, [this] { endEventLoop(); },
+                             [indexerStop] {
+                                 if (indexerStop) {
+                                     indexerStop->stop();
+                                 }
+                             }}),
       m_helpMenuCommands(desktop)
 {
     connect(&m_window, &MainWindow::documentsDropped, this, &ApplicationShell::openDocuments);

@@ -4,12 +4,14 @@
 #include "shell/BatchRunner.h"
 #include "shell/MainWindow.h"
 #include "shell/PreferencesWindow.h"
+#include "shell/WorkGate.h"
 
 #include <QObject>
 #include <QPointer>
 
 namespace tallyvox {
 
+class IndexerStop;
 class PreferenceStore;
 
 /// The windowed application: the main window, the batch run, the command chains and
@@ -17,7 +19,9 @@ class PreferenceStore;
 class ApplicationShell : public QObject {
     Q_OBJECT
 public:
-    ApplicationShell(Desktop& desktop, PreferenceStore& preferences, FileProcessor processor);
+    /// Quit ends the indexer through indexerStop, when there is one.
+    ApplicationShell(Desktop& desktop, PreferenceStore& preferences, FileProcessor processor,
+                     IndexerStop* indexerStop = nullptr);
     ~ApplicationShell() override;
 
     /// Restores the bounds against the screen rectangle, shows the window and adds
@@ -42,6 +46,8 @@ public:
 
     MainWindow& mainWindow() { return m_window; }
     BatchRunner& batch() { return m_batch; }
+    /// Taken by the batch run and by service requests, so one never runs inside the other.
+    WorkGate& workGate() { return m_gate; }
     /// The preferences window while it is open, else null.
     PreferencesWindow* preferencesWindow() const { return m_preferencesWindow; }
 
@@ -57,6 +63,7 @@ private:
     Desktop& m_desktop;
     PreferenceStore& m_preferences;
     MainWindow m_window;
+    WorkGate m_gate;
     BatchRunner m_batch;
     ApplicationCommands m_applicationCommands;
     HelpMenuCommands m_helpMenuCommands;

@@ -3,6 +3,7 @@
 #include "prefs/PreferenceStore.h"
 #include "shell/BatchView.h"
 #include "shell/PlainFolder.h"
+#include "shell/WorkGate.h"
 #include "support/Desktop.h"
 
 #include <cstdio>
@@ -23,13 +24,20 @@ namespace {
 } // namespace
 
 BatchRunner::BatchRunner(BatchView& view, Desktop& desktop, const PreferenceStore& preferences,
-                         FileProcessor processor, QObject* parent)
+                         FileProcessor processor, WorkGate* gate, QObject* parent)
     : QObject(parent), m_view(view), m_desktop(desktop), m_preferences(preferences),
-      m_processor(std::move(processor))
+      m_processor(std::move(processor)), m_gate(gate)
 {
     m_startTimer.setSingleShot(true);
     m_startTimer.setInterval(1);
     connect(&m_startTimer, &QTimer::timeout, this, &BatchRunner::runBatch);
+    if (m_gate) {
+        connect(m_gate, &WorkGate::released, this, [this] {
+            if (std::exchange(m_waitingForGate, false)) {
+                scheduleBatchRun();
+            }
+        });
+    }
 }
 
 void BatchRunner::openDocuments(const QStringList& paths)
@@ -57,6 +65,11 @@ void BatchRunner::runBatch()
 {
     if (m_running) {
         return; // the run in progress picks up held files when it ends
+    }
+    // A service is being performed (in an alert, say): the run waits for its turn.
+    if (m_gate && !m_gate->tryEnter()) {
+        m_waitingForGate = true;
+        return;
     }
     m_running = true;
     m_cancelRequested = false;
@@ -112,6 +125,9 @@ void BatchRunner::runBatch()
                             QString::fromUtf16(batchTexts::notAFileExplanation));
     }
     m_running = false;
+    if (m_gate) {
+        m_gate->leave();
+    }
 
     if (!m_held.isEmpty() && !m_quitRequested) {
         // Files that arrived during the run: their run reports and quits in its turn.

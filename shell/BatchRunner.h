@@ -14,6 +14,7 @@ namespace tallyvox {
 class BatchView;
 class Desktop;
 class PreferenceStore;
+class WorkGate;
 
 /// What the run does with each file (extracting its words in the application).
 using FileProcessor = std::function<void(const FileRef& file)>;
@@ -33,12 +34,13 @@ inline constexpr char16_t notAFileExplanation[] = u"Tallyvox only extracts words
 
 /// The open-documents queue and the batch run over it. Every way in (launch
 /// arguments, the bus, the Open dialog, a drop) replaces the pending list and starts
-/// a run a millisecond later, outside the code that delivered the files.
+/// a run a millisecond later, outside the code that delivered the files. With a gate, a
+/// run that is due while other work holds it starts when that work is done.
 class BatchRunner : public QObject {
     Q_OBJECT
 public:
     BatchRunner(BatchView& view, Desktop& desktop, const PreferenceStore& preferences,
-                FileProcessor processor, QObject* parent = nullptr);
+                FileProcessor processor, WorkGate* gate = nullptr, QObject* parent = nullptr);
 
     /// Files arriving from outside: brings the application forward, then queues them.
     void openDocuments(const QStringList& paths);
@@ -69,6 +71,7 @@ private:
     Desktop& m_desktop;
     const PreferenceStore& m_preferences;
     FileProcessor m_processor;
+    WorkGate* m_gate;
     QTimer m_startTimer;
     QStringList m_pending;
     QStringList m_held;
@@ -76,6 +79,7 @@ private:
     bool m_cancelRequested = false;
     bool m_quitRequested = false;
     bool m_running = false;
+    bool m_waitingForGate = false;
 };
 
 } // namespace tallyvox

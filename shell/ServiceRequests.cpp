@@ -1,13 +1,24 @@
 #include "shell/ServiceRequests.h"
 
 #include "shell/ServiceBus.h"
+#include "shell/WorkGate.h"
 
 #include <QIODevice>
 #include <QTimer>
 
 namespace tallyvox {
 
-ServiceActions::ServiceActions(ServiceContext context) : m_context(std::move(context)) {}
+ServiceActions::ServiceActions(ServiceContext context, WorkGate* gate)
+    : m_context(std::move(context)), m_gate(gate)
+{
+    if (m_gate) {
+        connect(m_gate, &WorkGate::released, this, [this] {
+            if (!m_pending.isEmpty()) {
+                performPending();
+            }
+        });
+    }
+}
 
 bool ServiceActions::activateAction(const QString& name, const QVariantList& parameter,
                                     const QVariantMap& platformData)
@@ -49,6 +60,10 @@ void ServiceActions::performPending()
     if (m_performing) {
         return;
     }
+    // A batch run is waiting for its indexer: these requests follow when it has ended.
+    if (m_gate && !m_gate->tryEnter()) {
+        return;
+    }
     m_performing = true;
     while (!m_pending.isEmpty()) {
         Pending pending = m_pending.takeFirst();
@@ -58,6 +73,9 @@ void ServiceActions::performPending()
         HandleServicePerform(m_context, pending.request);
     }
     m_performing = false;
+    if (m_gate) {
+        m_gate->leave();
+    }
 }
 
 QList<Pasteboard> commandLinePasteboards(const CommandLine& commandLine, Desktop& desktop,

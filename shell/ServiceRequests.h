@@ -10,12 +10,15 @@ class QIODevice;
 
 namespace tallyvox {
 
+class WorkGate;
+
 /// Performs the services that ActivateAction asks for. Each request is only queued, so
 /// the bus call is answered before any alert or panel shows, and requests run one after
-/// another: one that arrives while an alert of another is open waits for it to end.
+/// another: one that arrives while an alert of another is open waits for it to end. With
+/// a gate, requests that arrive during a batch run wait until the run has ended.
 class ServiceActions final : public QObject, public ActionHandler {
 public:
-    explicit ServiceActions(ServiceContext context);
+    explicit ServiceActions(ServiceContext context, WorkGate* gate = nullptr);
 
     /// Every name is performed, like every service event of the original: a name that is
     /// no service takes the temporary-file route and ends there. With no parameter (a
@@ -39,6 +42,7 @@ private:
     void performPending();
 
     ServiceContext m_context;
+    WorkGate* m_gate;
     QList<Pending> m_pending;
     bool m_performing = false;
 };

@@ -1,6 +1,7 @@
 #include "shell/ApplicationShell.h"
 #include "prefs/PreferenceStore.h"
 #include "shell/PreferencesWindow.h"
+#include "support/IndexerStop.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 
@@ -26,12 +27,15 @@ class ApplicationShellTest : public QObject {
         PreferenceStore store;
         QStringList processed;
         std::function<void()> onFile;
-        ApplicationShell shell{desktop, store, [this](const FileRef& file) {
+        IndexerStop indexerStop;
+        ApplicationShell shell{desktop, store,
+                               [this](const FileRef& file) {
                                    processed.append(file.name());
                                    if (onFile) {
                                        onFile();
                                    }
-                               }};
+                               },
+                               &indexerStop};
         World() { shell.start(QRect(0, 0, 1440, 900)); }
         Status command(const char* code, Origin origin = Origin::MainWindow)
         {
@@ -101,8 +105,10 @@ private slots:
 
         w.onFile = [&] {
             if (w.processed.size() == 1) {
-                // 'quit' is only flagged by the application; the standard end quits.
+                // 'quit' is only flagged by the application, and the indexer ended at
+                // once; the standard end quits once the run has seen the flag.
                 QCOMPARE(w.command("quit"), noErr);
+                QVERIFY(w.indexerStop.isStopped());
                 QCOMPARE(end.size(), 1);
             }
         };
