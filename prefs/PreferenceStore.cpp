@@ -1,5 +1,7 @@
 #include "prefs/PreferenceStore.h"
 
+#include "prefs/PlistLimits.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -21,34 +23,58 @@ struct PlistDeleter {
 };
 using PlistPtr = std::unique_ptr<std::remove_pointer_t<plist_t>, PlistDeleter>;
 
-// The whole stored dictionary, or nothing when the file is missing or is not one.
-PlistPtr readDictionary(const QString& path)
+// The stored dictionary; missing when there is no file, unreadable when there is one
+// that is not a dictionary within the limits.
+struct Stored {
+    PlistPtr dict;
+    bool unreadable = false;
+};
+
+Stored readStored(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        return nullptr;
+        return {nullptr, file.exists()};
     }
-    const QByteArray bytes = file.readAll();
-    if (bytes.isEmpty() || bytes.size() > std::numeric_limits<qint32>::max()) {
-        return nullptr;
+    const PlistLimits limits;
+    // One byte past the limit is enough to know the file is too large.
+    const QByteArray bytes = file.read(limits.largestFile + 1);
+    if (bytes.isEmpty() || !withinPlistLimits(bytes, limits)) {
+        return {nullptr, true};
     }
     plist_t root = nullptr;
     plist_from_memory(bytes.constData(), static_cast<uint32_t>(bytes.size()), &root);
     PlistPtr dict(root);
     if (!dict || plist_get_node_type(dict.get()) != PLIST_DICT) {
-        return nullptr;
+        return {nullptr, true};
     }
-    return dict;
+    return {std::move(dict), false};
+}
+
+// The whole stored dictionary, or nothing when the file is missing or is not one.
+PlistPtr readDictionary(const QString& path)
+{
+    return readStored(path).dict;
 }
 
 // Read-modify-write of one key; the file is replaced only once the new one is complete.
+// A file that cannot be read is moved aside first, so writing loses nothing.
 bool writeItem(const QString& path, const char* key, plist_t item)
 {
-    PlistPtr dict = readDictionary(path);
+    PlistPtr itemOwner(item);
+    Stored stored = readStored(path);
+    if (stored.unreadable) {
+        const QString aside = path + QStringLiteral(".bad");
+        QFile::remove(aside);
+        if (!QFile::rename(path, aside)) {
+            return false;
+        }
+    }
+    PlistPtr dict = std::move(stored.dict);
     if (!dict) {
         dict.reset(plist_new_dict());
     }
-    plist_dict_set_item(dict.get(), key, item);
+    plist_dict_set_item(dict.get(), key, itemOwner.release());
 
     char* xml = nullptr;
     uint32_t length = 0;

@@ -28,6 +28,42 @@ QList<int> settings(const PreferenceStore& store)
             static_cast<int>(store.GetLineStyle())};
 }
 
+// A binary property list whose top dictionary maps "k" to object 2, followed by arrays:
+// arrays[i] lists the objects (counted from 2) that array 2 + i holds.
+QByteArray binaryWithArrays(const QList<QList<int>>& arrays)
+{
+    QByteArray out = "bplist00";
+    const auto put = [&out](quint64 value, int width) {
+        for (int i = width - 1; i >= 0; --i) {
+            out.append(char(value >> (8 * i)));
+        }
+    };
+    QList<quint64> offsets{8};
+    out.append(char(0xD1)); // { object 1: object 2 }; references are 4 bytes throughout
+    put(1, 4);
+    put(2, 4);
+    offsets.append(quint64(out.size()));
+    out += "\x51k"_ba;
+    for (const QList<int>& array : arrays) {
+        offsets.append(quint64(out.size()));
+        out.append(char(0xAF)).append(char(0x12));
+        put(quint64(array.size()), 4);
+        for (int ref : array) {
+            put(quint64(ref), 4);
+        }
+    }
+    const auto table = quint64(out.size());
+    for (quint64 offset : offsets) {
+        put(offset, 4);
+    }
+    out += QByteArray(6, 0);
+    out.append(char(4)).append(char(4)); // offset and reference sizes
+    put(quint64(offsets.size()), 8);
+    put(0, 8);
+    put(table, 8);
+    return out;
+}
+
 } // namespace
 
 class PreferenceStoreTest : public QObject {
@@ -104,6 +140,65 @@ private slots:
         QVERIFY(!store.writeChoice(prefs::SeparateBy, SeparateBy::Tab));
         QCOMPARE(store.GetSeparateBy(), SeparateBy::Comma);
         QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
+    // A file that is no dictionary within the limits reads as defaults and is never parsed
+    // whole by libplist (which recurses per level and copies shared objects); the first
+    // write moves it aside untouched, so nothing of it is lost.
+    void unreadableFileIsKeptAsideBeforeAnyWrite_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        const QByteArray valid = plistWith("SortBy", "<integer>2</integer>");
+        QTest::newRow("garbage") << "\x00\xffnot a property list"_ba;
+        QTest::newRow("truncated") << valid.left(valid.size() / 2);
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("an array, not a dictionary") << "<plist><array/></plist>"_ba;
+        QTest::newRow("65,000 levels of XML")
+            << "<plist><dict><key>k</key>"_ba + QByteArray("<array>").repeated(65'000) +
+                   QByteArray("</array>").repeated(65'000) + "</dict></plist>"_ba;
+        QTest::newRow("quotes hiding the nesting")
+            << "<plist><dict><key>k</key>"_ba + QByteArray("<array x=\"/>\">").repeated(1000) +
+                   "</dict></plist>"_ba;
+        QList<QList<int>> chain;
+        QList<QList<int>> doubling;
+        for (int i = 0; i < 5000; ++i) {
+            chain.append(i + 1 < 5000 ? QList<int>{i + 3} : QList<int>{});
+        }
+        for (int i = 0; i < 60; ++i) {
+            doubling.append(i + 1 < 60 ? QList<int>{i + 3, i + 3} : QList<int>{});
+        }
+        QTest::newRow("5,000 levels, binary") << binaryWithArrays(chain);
+        QTest::newRow("2^60 copies of shared objects, binary") << binaryWithArrays(doubling);
+        QTest::newRow("an array holding itself, binary") << binaryWithArrays({{2}});
+        QTest::newRow("larger than 1 MiB") << plistWith(
+            "Pad", ("<string>"_ba + QByteArray(1 << 20, 'x') + "</string>").constData());
+    }
+    void unreadableFileIsKeptAsideBeforeAnyWrite()
+    {
+        QFETCH(QByteArray, content);
+        testing::TestEnvironment env;
+        const QString path = env.writeFile(plistPath, content);
+        PreferenceStore store;
+        QCOMPARE(settings(store), (QList<int>{0, 1, 1, 1, 1}));
+        QVERIFY(!store.readWindowBounds());
+        QVERIFY(store.writeWindowBounds(QRect(1, 2, 3, 4)));
+        QFile aside(path + u".bad"_s);
+        QVERIFY(aside.open(QIODevice::ReadOnly));
+        QCOMPARE(aside.readAll(), content);
+        QCOMPARE(store.readWindowBounds(), QRect(1, 2, 3, 4));
+    }
+
+    void sharedObjectsWithinTheLimitsAreRead()
+    {
+        testing::TestEnvironment env;
+        QList<QList<int>> doubling;
+        for (int i = 0; i < 10; ++i) {
+            doubling.append(i + 1 < 10 ? QList<int>{i + 3, i + 3} : QList<int>{});
+        }
+        env.writeFile(plistPath, binaryWithArrays(doubling));
+        PreferenceStore store;
+        QVERIFY(store.writeWindowBounds(QRect(1, 2, 3, 4)));
+        QVERIFY(!QFile::exists(env.root() + u'/' + plistPath + u".bad"_s));
     }
 
     void windowBoundsAreEightBigEndianBytes()
