@@ -3,6 +3,7 @@
 #include "services/DecodeAndSave.h"
 #include "support/Desktop.h"
 #include "support/FileRefPaths.h"
+#include "support/IndexerStop.h"
 #include "words/IndexerClient.h"
 #include "words/WordList.h"
 
@@ -11,8 +12,12 @@
 #include <uchardet.h>
 #include <unicode/ucnv.h>
 
+#include <cerrno>
+#include <fcntl.h>
 #include <limits>
 #include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace tallyvox {
 
@@ -62,24 +67,55 @@ std::optional<QString> decodeDetected(const QByteArray& bytes)
     return decodeStrictly(bytes, charset.constData());
 }
 
+// The indexer was ended by Quit: its empty table is no count to show.
+bool quitting(const WordContext& context)
+{
+    return context.stop && context.stop->isStopped();
+}
+
+// A regular file's bytes, read whole when it is not larger than limit. Opened without
+// waiting, so a named pipe without a writer cannot hold the application.
+std::optional<QByteArray> readRegularFile(const QString& path, qint64 limit)
+{
+    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) {
+        return std::nullopt;
+    }
+    QFile file;
+    struct stat info {};
+    if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode) || info.st_size > limit ||
+        !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(fd);
+        return std::nullopt;
+    }
+    // One byte more than allowed tells a file that grew since it was looked at.
+    QByteArray bytes = file.read(limit + 1);
+    if (file.error() != QFileDevice::NoError || bytes.size() > limit) {
+        return std::nullopt;
+    }
+    return bytes;
+}
+
 } // namespace
 
-void ProcessFile(const WordContext& context, const FileRef& file, ProcessMode mode)
+Status ProcessFile(const WordContext& context, const FileRef& file, ProcessMode mode)
 {
     const std::optional<QString> name = CopyFileName(file);
     if (!name) {
-        return;
+        return noErr;
     }
 
     switch (mode) {
     case ProcessMode::ExtractWords:
-        writeWordList(context, file, *name);
-        break;
+        return writeWordList(context, file, *name);
     case ProcessMode::WordCount: {
         // Occurrences, not distinct words; wide enough not to wrap.
         qint64 total = 0;
         for (const qint64 count : BuildWordTable(context, file)) {
             total += countToInt32(count).value_or(0);
+        }
+        if (quitting(context)) {
+            break;
         }
         context.desktop.alert(QStringLiteral("Word count: %1").arg(total));
         break;
@@ -91,6 +127,9 @@ void ProcessFile(const WordContext& context, const FileRef& file, ProcessMode mo
         for (auto it = table.cbegin(); it != table.cend(); ++it) {
             total += it.key().size() * qint64{countToInt32(it.value()).value_or(0)};
         }
+        if (quitting(context)) {
+            break;
+        }
         context.desktop.alert(QStringLiteral("Content character count: %1").arg(total));
         break;
     }
@@ -100,18 +139,16 @@ void ProcessFile(const WordContext& context, const FileRef& file, ProcessMode mo
     default:
         break;
     }
+    return noErr;
 }
 
 std::optional<QString> ReadFileAsText(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    const std::optional<QByteArray> read = readRegularFile(path, largestFileReadAsText);
+    if (!read) {
         return std::nullopt;
     }
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        return std::nullopt;
-    }
+    const QByteArray& bytes = *read;
 
     if (std::optional<QString> text = decodeDetected(bytes)) {
         return text;
@@ -129,6 +166,12 @@ void DecodeBase64File(Desktop& desktop, const FileRef& file)
 {
     const std::optional<QString> path = stringWithFSRef(&file);
     if (!path) {
+        return;
+    }
+    struct stat info {};
+    if (::stat(QFile::encodeName(*path).constData(), &info) == 0 && S_ISREG(info.st_mode) &&
+        info.st_size > largestFileReadAsText) {
+        desktop.alert(QString::fromUtf16(fileTooLargeMessage).arg(file.name()));
         return;
     }
     const std::optional<QString> text = ReadFileAsText(*path);

@@ -21,17 +21,28 @@ enum class ProcessMode : qint32 {
     SaveGraphicData = 6,
 };
 
+/// The largest file that decodeBase64 reads: it is read whole, and its text takes several
+/// times its size in memory.
+inline constexpr qint64 largestFileReadAsText = qint64{32} * 1024 * 1024;
+
 /// Applies mode to an existing file: writes and opens its word list, shows its word or
 /// character count, or decodes its text as Base64 and saves the result. Other modes, and
-/// files whose name cannot be read, do nothing. Failures stay silent.
-void ProcessFile(const WordContext& context, const FileRef& file, ProcessMode mode);
+/// files whose name cannot be read, do nothing. Failures show nothing; the status is that
+/// of a word list that could not be written (logged), else noErr.
+Status ProcessFile(const WordContext& context, const FileRef& file, ProcessMode mode);
 
 /// Reads the file as text (detected encoding, then UTF-8, ISO Latin 1, Mac OS Roman) and
-/// hands it to decode-and-save; nothing happens when no reading works.
+/// hands it to decode-and-save; nothing happens when no reading works. A file larger than
+/// largestFileReadAsText gets an alert instead.
 void DecodeBase64File(Desktop& desktop, const FileRef& file);
 
 /// The file's bytes as text in the first encoding that reads them all: the one detected
-/// from the content, UTF-8, ISO Latin 1, then Mac OS Roman.
+/// from the content, UTF-8, ISO Latin 1, then Mac OS Roman. Nothing for anything but a
+/// regular file of at most largestFileReadAsText bytes.
 std::optional<QString> ReadFileAsText(const QString& path);
+
+/// The alert for a file too large to decode.
+inline constexpr char16_t fileTooLargeMessage[] =
+    u"The file \"%1\" is too large to decode: Tallyvox decodes files of up to 32 MB.";
 
 } // namespace tallyvox

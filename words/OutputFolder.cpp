@@ -5,6 +5,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
 #include <QStandardPaths>
 
 #include <cerrno>
@@ -49,6 +51,41 @@ Status makeDirectory(const QString& path)
         return statusFromErrno(errno);
     }
     return noErr;
+}
+
+// A new file that nobody prepared: never an existing name, never through a link.
+int createExclusively(const QString& folder, QByteArray& outPath)
+{
+    constexpr int attempts = 100;
+    for (int i = 0; i < attempts; ++i) {
+        outPath = QFile::encodeName(
+            folder + QStringLiteral("/.tallyvox-%1.tmp")
+                         .arg(QRandomGenerator::global()->generate64(), 16, 16, QLatin1Char('0')));
+        const int fd =
+            ::open(outPath.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+        if (fd >= 0 || errno != EEXIST) {
+            return fd;
+        }
+    }
+    return -1;
+}
+
+bool writeAll(int fd, const QByteArray& bytes)
+{
+    const char* data = bytes.constData();
+    qsizetype left = bytes.size();
+    while (left > 0) {
+        const ssize_t written = ::write(fd, data, static_cast<size_t>(left));
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (written <= 0) {
+            return false;
+        }
+        data += written;
+        left -= written;
+    }
+    return true;
 }
 
 } // namespace
@@ -131,6 +168,31 @@ Status CreateOutputFile(const QString& fileName, std::optional<FileRef>& outFile
         }
     }
     return status;
+}
+
+Status replaceFileContents(const FileRef& file, const QByteArray& bytes)
+{
+    QByteArray temporary;
+    const int fd = createExclusively(QFileInfo(file.path()).absolutePath(), temporary);
+    if (fd < 0) {
+        return statusFromErrno(errno);
+    }
+    // fsync, because some file systems report a full disk only when the data is flushed.
+    bool ok = writeAll(fd, bytes) && ::fsync(fd) == 0;
+    int error = errno;
+    if (::close(fd) != 0 && ok) {
+        ok = false;
+        error = errno;
+    }
+    if (ok && ::rename(temporary.constData(), QFile::encodeName(file.path()).constData()) != 0) {
+        ok = false;
+        error = errno;
+    }
+    if (!ok) {
+        ::unlink(temporary.constData());
+        return statusFromErrno(error);
+    }
+    return noErr;
 }
 
 void OpenInTextEditor(Desktop& desktop, const FileRef& file)

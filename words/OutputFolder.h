@@ -24,6 +24,10 @@ Status FindOrCreateOutputFolder(std::optional<FileRef>& outFolder);
 /// that name. When the old item cannot be deleted, its status is returned and it stays.
 Status CreateOutputFile(const QString& fileName, std::optional<FileRef>& outFile);
 
+/// Replaces the content of file by bytes whole or not at all: they go to a new file beside
+/// it, which is then renamed over it. On failure (a full disk) the file keeps what it had.
+Status replaceFileContents(const FileRef& file, const QByteArray& bytes);
+
 /// Hands the file to the user's text editor; whatever happens is not reported.
 void OpenInTextEditor(Desktop& desktop, const FileRef& file);
 

@@ -5,8 +5,6 @@
 #include "words/OutputFolder.h"
 #include "words/WordListRenderer.h"
 
-#include <QFile>
-
 namespace tallyvox {
 
 namespace {
@@ -14,13 +12,22 @@ namespace {
 // The output path buffer of the word list; the conversion fails beyond 4095 bytes.
 constexpr int outputPathBufferSize = 4096;
 
+Status notWritten(Desktop& desktop, const QString& listName, Status status)
+{
+    desktop.log(QStringLiteral("The word list \"%1\" could not be written (error %2)")
+                    .arg(listName)
+                    .arg(status));
+    return status;
+}
+
 } // namespace
 
-void writeWordList(const WordContext& context, const FileRef& file, const QString& name)
+Status writeWordList(const WordContext& context, const FileRef& file, const QString& name)
 {
+    const QString listName = name + QStringLiteral(".txt");
     std::optional<FileRef> output;
-    if (CreateOutputFile(name + QStringLiteral(".txt"), output) != noErr || !output) {
-        return;
+    if (const Status status = CreateOutputFile(listName, output); status != noErr || !output) {
+        return notWritten(context.desktop, listName, status != noErr ? status : fnfErr);
     }
 
     const PreferenceStore& preferences = context.preferences;
@@ -31,21 +38,20 @@ void writeWordList(const WordContext& context, const FileRef& file, const QStrin
         RenderWordList(context, file, lineStyle, separateBy, alphabetical);
     // No words: the empty list stays where it is, and nothing is opened.
     if (!text) {
-        return;
+        return noErr;
     }
 
     QByteArray pathBytes;
-    if (output->makePath(pathBytes, outputPathBufferSize) != noErr) {
-        return;
+    if (const Status status = output->makePath(pathBytes, outputPathBufferSize); status != noErr) {
+        return notWritten(context.desktop, listName, status);
     }
-    QFile out(QFile::decodeName(pathBytes));
-    const QByteArray utf8 = text->toUtf8();
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate) || out.write(utf8) != utf8.size()) {
-        return;
+    // Whole or not at all: a failed write leaves the empty list made above.
+    if (const Status status = replaceFileContents(*output, text->toUtf8()); status != noErr) {
+        return notWritten(context.desktop, listName, status);
     }
-    out.close();
     OpenInTextEditor(context.desktop, *output);
     context.desktop.raiseApplication();
+    return noErr;
 }
 
 } // namespace tallyvox

@@ -8,6 +8,8 @@
 #include <QFileInfo>
 #include <QTest>
 
+#include <sys/stat.h>
+
 using namespace tallyvox;
 
 namespace {
@@ -33,7 +35,7 @@ struct World {
         const QByteArray result = QFile::encodeName(
             env.writeFile(QStringLiteral("result.plist"), xml + "</dict></plist>"));
         const QString script = env.writeFile(QStringLiteral("indexer/SearchKitIndexer"),
-                                             "#!/bin/sh\necho run >> \"$TMPDIR/runs\"\ncp '" +
+                                             "#!/bin/sh\necho run >> '" + runsLog() + "'\ncp '" +
                                                  result + "' \"$TMPDIR/index-1964.dat\"\n");
         QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner);
     }
@@ -47,9 +49,18 @@ struct World {
     {
         return *FileRef::fromPath(env.writeFile(QStringLiteral("input/") + name, content));
     }
-    int indexerRuns() const
+    QByteArray runsLog() const { return QFile::encodeName(env.root() + QStringLiteral("/runs")); }
+    int indexerRuns() const { return int(readAll(QFile::decodeName(runsLog())).count('\n')); }
+    // What the user would notice: everything but log lines.
+    QStringList shown() const
     {
-        return int(readAll(env.tempFolder() + QStringLiteral("/runs")).count('\n'));
+        QStringList kinds;
+        for (const auto& event : desktop.events()) {
+            if (event.kind != QLatin1String("log")) {
+                kinds.append(event.kind);
+            }
+        }
+        return kinds;
     }
     void process(const FileRef& file, int mode) const
     {
@@ -144,6 +155,8 @@ private slots:
             QTest::addRow("vanished file, mode %d", mode) << mode << QStringLiteral("gone");
         }
         QTest::newRow("folder to decode") << 4 << QStringLiteral("folder");
+        // Opening it must not wait for a writer.
+        QTest::newRow("named pipe to decode") << 4 << QStringLiteral("fifo");
         QTest::newRow("maker folder is a file") << 1 << QStringLiteral("unplaceable");
     }
     void nothingHappens()
@@ -154,16 +167,34 @@ private slots:
         const FileRef file = input == QLatin1String("folder")
                                  ? *FileRef::fromPath(world.env.home())
                                  : world.input(QStringLiteral("x"), "SGVsbG8=");
-        if (input == QLatin1String("gone")) {
+        if (input == QLatin1String("gone") || input == QLatin1String("fifo")) {
             QVERIFY(QFile::remove(file.path()));
+        }
+        if (input == QLatin1String("fifo")) {
+            QCOMPARE(::mkfifo(QFile::encodeName(file.path()).constData(), 0600), 0);
         }
         if (input == QLatin1String("unplaceable")) {
             world.env.writeFile(QStringLiteral("data/Okaluna Software"), "a file, not a folder");
         }
         world.process(file, mode);
-        QVERIFY(world.desktop.events().isEmpty());
+        QCOMPARE(world.shown(), QStringList());
         QCOMPARE(world.indexerRuns(), 0);
         QVERIFY(!QFileInfo::exists(world.output()));
+    }
+
+    // Read whole, its text would take several times its size: refused with a word why.
+    void fileTooLargeToDecodeGetsAnAlert()
+    {
+        World world;
+        const FileRef file = world.input(QStringLiteral("big.b64"));
+        QVERIFY(QFile::resize(file.path(), largestFileReadAsText + 1));
+        world.process(file, 4);
+        QCOMPARE(
+            world.desktop.alerts(),
+            QStringList{QString::fromUtf16(fileTooLargeMessage).arg(QStringLiteral("big.b64"))});
+        QVERIFY(!ReadFileAsText(file.path()));
+        QVERIFY(QFile::resize(file.path(), largestFileReadAsText));
+        QVERIFY(ReadFileAsText(file.path()));
     }
 
     void readingAsText_data()
