@@ -73,7 +73,7 @@ void performOnText(const WordContext& words, const QString& text, ProcessMode mo
     default: {
         // Every other value, unknown names included, reuses the file pipeline.
         std::optional<FileRef> file;
-        if (WriteTextToTemporaryFile(text, file)) {
+        if (WriteTextToTemporaryFile(words.temporaryFolder, text, file)) {
             ProcessFile(words, *file, mode);
         }
         break;

@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <optional>
 
 namespace tallyvox {
@@ -19,8 +20,17 @@ Status CreateChildFolder(const FileRef& parent, const QString& name,
                          std::optional<FileRef>& outRef);
 
 /// Writes text as UTF-8 to TallyvoxData.txt in a new folder named by a UUID inside
-/// "Tallyvox" in the per-user temporary folder. False when any step fails; the folders
-/// are never removed.
-bool WriteTextToTemporaryFile(const QString& text, std::optional<FileRef>& outRef);
+/// "Tallyvox" in the private temporary folder. False when any step fails. The copies stay
+/// until removeOldTemporaryFiles finds them old enough.
+bool WriteTextToTemporaryFile(const QString& temporaryFolder, const QString& text,
+                              std::optional<FileRef>& outRef);
+
+/// How long a copy of selected text is kept: long enough to look at it again.
+inline constexpr std::chrono::hours temporaryFileLifetime{24};
+
+/// Removes the UUID folders of WriteTextToTemporaryFile whose content is older than
+/// maxAge, with the copy in each; anything else in "Tallyvox" is left alone. Returns how
+/// many it removed.
+int removeOldTemporaryFiles(const QString& temporaryFolder, std::chrono::seconds maxAge);
 
 } // namespace tallyvox

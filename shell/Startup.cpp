@@ -2,6 +2,7 @@
 
 #include "prefs/PreferenceStore.h"
 #include "services/ProcessFile.h"
+#include "services/TemporaryFile.h"
 #include "shell/ApplicationBus.h"
 #include "shell/ApplicationShell.h"
 #include "shell/BatchRunner.h"
@@ -12,6 +13,7 @@
 #include "shell/Integration.h"
 #include "shell/ServiceBus.h"
 #include "shell/ServiceRequests.h"
+#include "support/IndexerStop.h"
 #include "support/TemporaryFolder.h"
 #include "words/WordContext.h"
 
@@ -45,20 +47,63 @@ void nameApplication()
     QCoreApplication::setApplicationVersion(QStringLiteral(TALLYVOX_VERSION));
 }
 
-QString temporaryFolderPath()
+// The private temporary folder of this run. One made for this process alone is removed
+// with everything in it when the process ends.
+class TemporaryFolderLease {
+public:
+    TemporaryFolderLease() : m_choice(chooseTemporaryFolder()) {}
+    ~TemporaryFolderLease()
+    {
+        if (m_choice.madeForThisProcess) {
+            QDir(path()).removeRecursively();
+        }
+    }
+    TemporaryFolderLease(const TemporaryFolderLease&) = delete;
+    TemporaryFolderLease& operator=(const TemporaryFolderLease&) = delete;
+
+    QString path() const { return QFile::decodeName(m_choice.path.c_str()); }
+
+    /// Says once what was wrong with the usual folder, and drops copies of selected text
+    /// that are older than their lifetime.
+    void prepare(Desktop& desktop) const
+    {
+        if (!m_choice.problem.empty()) {
+            const QString problem = QString::fromLocal8Bit(m_choice.problem.c_str());
+            desktop.log(problem);
+            desktop.alert(problem + QLatin1Char('.'));
+        }
+        removeOldTemporaryFiles(path(), temporaryFileLifetime);
+    }
+
+private:
+    TemporaryFolderChoice m_choice;
+};
+
+// TALLYVOX_INDEXER_TIMEOUT: the seconds an indexer run may take before the allowance for
+// the file's size; anything but a positive number keeps the default.
+std::chrono::milliseconds indexerTimeBase()
 {
-    return QString::fromStdString(temporaryFolder());
+    bool ok = false;
+    const int seconds = qEnvironmentVariableIntValue("TALLYVOX_INDEXER_TIMEOUT", &ok);
+    return ok && seconds > 0 ? std::chrono::milliseconds(std::chrono::seconds(seconds))
+                             : defaultIndexerTimeBase;
 }
 
-WordContext wordContext(Desktop& desktop, const PreferenceStore& preferences)
+WordContext wordContext(Desktop& desktop, const PreferenceStore& preferences,
+                        const TemporaryFolderLease& temporary, IndexerStop* stop = nullptr)
 {
-    return WordContext{desktop, preferences, defaultIndexerDirectory(), temporaryFolderPath()};
+    return WordContext{desktop,          preferences, defaultIndexerDirectory(),
+                       temporary.path(), stop,        indexerTimeBase()};
 }
 
-FileProcessor extractWords(const WordContext& context)
+// Notes in failed whether a word list could not be written.
+FileProcessor extractWords(const WordContext& context, bool* failed = nullptr)
 {
-    return
-        [&context](const FileRef& file) { ProcessFile(context, file, ProcessMode::ExtractWords); };
+    return [&context, failed](const FileRef& file) {
+        if (ProcessFile(context, file, ProcessMode::ExtractWords) != noErr && failed) {
+            *failed = true;
+        }
+    };
 }
 
 // Console mode wants the clipboard only where there is a display to hold it.
@@ -77,9 +122,10 @@ bool isSelection(ServiceSource source)
 // The service of the command line, performed here: the process ends with it, so
 // there is no quit timer to arm.
 int runConsoleService(ConsoleDesktop& desktop, const PreferenceStore& preferences,
-                      const CommandLine& commandLine, QTextStream& err)
+                      const TemporaryFolderLease& temporary, const CommandLine& commandLine,
+                      QTextStream& err)
 {
-    const ServiceContext context{wordContext(desktop, preferences), {}};
+    const ServiceContext context{wordContext(desktop, preferences, temporary), {}};
     QFile input;
     if (commandLine.serviceSource == ServiceSource::Stdin) {
         input.open(stdin, QIODevice::ReadOnly);
@@ -106,17 +152,20 @@ int runConsole(int argc, char** argv, const CommandLine& commandLine)
     // Made here rather than by the factory: only console mode holds the clipboard.
     ConsoleDesktop desktop(out, err, commandLine.saveAsPath);
     PreferenceStore preferences;
+    const TemporaryFolderLease temporary;
+    temporary.prepare(desktop);
     if (!commandLine.serviceName.isEmpty()) {
-        return runConsoleService(desktop, preferences, commandLine, err);
+        return runConsoleService(desktop, preferences, temporary, commandLine, err);
     }
-    const WordContext context = wordContext(desktop, preferences);
+    const WordContext context = wordContext(desktop, preferences, temporary);
     ConsoleView view(desktop);
-    BatchRunner batch(view, desktop, preferences, extractWords(context));
+    bool listFailed = false;
+    BatchRunner batch(view, desktop, preferences, extractWords(context, &listFailed));
     // No window to wait for: the run's end is the end of the process.
     QObject::connect(&batch, &BatchRunner::runEnded, app.get(), &QCoreApplication::quit);
     batch.queueDocuments(commandLine.files);
     app->exec();
-    return view.errorShown() ? 1 : 0;
+    return view.errorShown() || listFailed ? 1 : 0;
 }
 
 // Hands the command line's service to the running instance. A selection this process
@@ -181,21 +230,26 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
     }
 
     PreferenceStore preferences;
-    const WordContext context = wordContext(*desktop, preferences);
-    ApplicationShell shell(*desktop, preferences, extractWords(context));
+    const TemporaryFolderLease temporary;
+    IndexerStop indexerStop;
+    const WordContext context = wordContext(*desktop, preferences, temporary, &indexerStop);
+    ApplicationShell shell(*desktop, preferences, extractWords(context), &indexerStop);
     QObject::connect(&shell, &ApplicationShell::eventLoopEndRequested, &app,
                      &QCoreApplication::quit);
     ShellDocumentHandler documents(shell);
     busObject.setDocumentHandler(&documents);
-    ServiceActions actions({context, [&shell](std::chrono::milliseconds delay) {
+    ServiceActions actions({context,
+                            [&shell](std::chrono::milliseconds delay) {
                                 QTimer::singleShot(delay, &shell,
                                                    &ApplicationShell::QuitWithFarewell);
-                            }});
+                            }},
+                           &shell.workGate());
     busObject.setActionHandler(&actions);
 
     const QScreen* screen = QGuiApplication::primaryScreen();
     const QRect screenRect(QPoint(0, 0), screen ? screen->size() : QSize());
     const Status status = shell.start(screenRect);
+    temporary.prepare(*desktop);
     // Files named at launch arrive like files from the file manager.
     if (service) {
         // Performed once the loop runs, as a request from the bus would be.

@@ -5,7 +5,12 @@
 #include "tests/common/TestEnvironment.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QTest>
+
+#include <ctime>
+#include <fcntl.h>
+#include <sys/stat.h>
 
 #include <unicode/locid.h>
 
@@ -79,8 +84,8 @@ private slots:
         }
         std::optional<FileRef> first;
         std::optional<FileRef> second;
-        QCOMPARE(WriteTextToTemporaryFile(text, first), !blocked);
-        QCOMPARE(WriteTextToTemporaryFile(text, second), !blocked);
+        QCOMPARE(WriteTextToTemporaryFile(env.tempFolder(), text, first), !blocked);
+        QCOMPARE(WriteTextToTemporaryFile(env.tempFolder(), text, second), !blocked);
         if (blocked) {
             return;
         }
@@ -89,6 +94,28 @@ private slots:
         QFile written(first->path());
         QVERIFY(written.open(QIODevice::ReadOnly));
         QCOMPARE(written.readAll(), text.toUtf8());
+    }
+
+    // Copies of selected text live a day; nothing else in the folder is touched.
+    void oldTemporaryFilesAreRemoved()
+    {
+        testing::TestEnvironment env;
+        std::optional<FileRef> fresh;
+        std::optional<FileRef> old;
+        QVERIFY(WriteTextToTemporaryFile(env.tempFolder(), QStringLiteral("new"), fresh));
+        QVERIFY(WriteTextToTemporaryFile(env.tempFolder(), QStringLiteral("old"), old));
+        const QString stranger = env.writeFile(QStringLiteral("tmp/Tallyvox/notes/a.txt"), "x");
+        const QString oldFolder = QFileInfo(old->path()).absolutePath();
+        const timespec twoDaysAgo{std::time(nullptr) - std::time_t{2} * 24 * 3600, 0};
+        const timespec times[2] = {twoDaysAgo, twoDaysAgo};
+        for (const QString& path :
+             {old->path(), oldFolder, stranger, QFileInfo(stranger).absolutePath()}) {
+            QCOMPARE(::utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times, 0), 0);
+        }
+        QCOMPARE(removeOldTemporaryFiles(env.tempFolder(), temporaryFileLifetime), 1);
+        QVERIFY(!QFileInfo::exists(oldFolder));
+        QVERIFY(QFileInfo::exists(fresh->path()));
+        QVERIFY(QFileInfo::exists(stranger));
     }
 
     void spellOut_data()
