@@ -1,4 +1,5 @@
 #include "services/Pasteboard.h"
+#include "support/FilePath.h"
 
 #include <QStringDecoder>
 #include <QUrl>
@@ -81,10 +82,11 @@ bool ReadFileURLFromPasteboard(const Pasteboard& pasteboard, std::optional<FileR
     }
     // A uri-list line ends in CR LF, which is not part of the URL.
     const QUrl url(QString::fromUtf8(data->trimmed()), QUrl::StrictMode);
-    if (!url.isValid() || !url.isLocalFile()) {
+    const std::optional<QString> path = url.isValid() ? pathOfFileUrl(url) : std::nullopt;
+    if (!path) {
         return false;
     }
-    outRef = FileRef::fromPath(url.toLocalFile());
+    outRef = FileRef::fromPath(*path);
     return outRef.has_value();
 }
 
@@ -128,8 +130,8 @@ Pasteboard pasteboardWithBytes(const QByteArray& bytes)
 
 Pasteboard pasteboardWithFile(const QString& path)
 {
-    return {PasteboardItem{
-        {QString::fromLatin1(flavors::fileUrl), QUrl::fromLocalFile(path).toEncoded()}}};
+    return {
+        PasteboardItem{{QString::fromLatin1(flavors::fileUrl), fileUrlOfPath(path).toEncoded()}}};
 }
 
 } // namespace tallyvox

@@ -1,4 +1,5 @@
 #include "services/ProcessFile.h"
+#include "support/FilePath.h"
 
 #include "services/DecodeAndSave.h"
 #include "support/Desktop.h"
@@ -77,7 +78,7 @@ bool quitting(const WordContext& context)
 // waiting, so a named pipe without a writer cannot hold the application.
 std::optional<QByteArray> readRegularFile(const QString& path, qint64 limit)
 {
-    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int fd = ::open(encodePath(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0) {
         return std::nullopt;
     }
@@ -169,7 +170,7 @@ void DecodeBase64File(Desktop& desktop, const FileRef& file)
         return;
     }
     struct stat info {};
-    if (::stat(QFile::encodeName(*path).constData(), &info) == 0 && S_ISREG(info.st_mode) &&
+    if (::stat(encodePath(*path).constData(), &info) == 0 && S_ISREG(info.st_mode) &&
         info.st_size > largestFileReadAsText) {
         desktop.alert(QString::fromUtf16(fileTooLargeMessage).arg(file.name()));
         return;

@@ -1,4 +1,5 @@
 #include "services/ServiceDispatcher.h"
+#include "support/FilePath.h"
 
 #include "prefs/PreferenceStore.h"
 #include "services/DecodeAndSave.h"
@@ -41,11 +42,12 @@ std::optional<FileRef> fileNamedByText(const QString& text)
     if (!url.isValid()) {
         return std::nullopt;
     }
-    if (url.isLocalFile()) {
-        return FileRef::fromPath(url.toLocalFile());
+    if (const std::optional<QString> path = pathOfFileUrl(url)) {
+        return FileRef::fromPath(*path);
     }
     if (url.scheme().isEmpty() && url.host().isEmpty() && url.path().startsWith(QLatin1Char('/'))) {
-        return FileRef::fromPath(url.path(QUrl::FullyDecoded));
+        return FileRef::fromPath(
+            decodePath(QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1())));
     }
     return std::nullopt;
 }

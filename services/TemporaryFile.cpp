@@ -1,4 +1,5 @@
 #include "services/TemporaryFile.h"
+#include "support/FilePath.h"
 
 #include <QDir>
 #include <QFile>
@@ -53,7 +54,7 @@ std::optional<QString> uuidFolderPath(const FileRef& temporary)
 bool MakeChildRef(const FileRef& parent, const QString& name, std::optional<FileRef>& outRef)
 {
     struct stat info {};
-    const QByteArray path = QFile::encodeName(childPath(parent, name));
+    const QByteArray path = encodePath(childPath(parent, name));
     if (::lstat(path.constData(), &info) != 0) {
         outRef.reset();
         return statusFromErrno(errno) != fnfErr;
@@ -67,7 +68,7 @@ Status CreateChildFolder(const FileRef& parent, const QString& name, std::option
     if (MakeChildRef(parent, name, outRef)) {
         return noErr;
     }
-    const QByteArray path = QFile::encodeName(childPath(parent, name));
+    const QByteArray path = encodePath(childPath(parent, name));
     if (::mkdir(path.constData(), 0700) != 0) {
         return statusFromErrno(errno);
     }
@@ -88,7 +89,7 @@ bool WriteTextToTemporaryFile(const QString& temporaryFolder, const QString& tex
     }
     // A new file of our own, never one that was there, never through a link.
     const QString path = *folder + QLatin1Char('/') + QLatin1String(dataFileName);
-    const int fd = ::open(QFile::encodeName(path).constData(),
+    const int fd = ::open(encodePath(path).constData(),
                           O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (fd < 0) {
         return false;
@@ -121,7 +122,7 @@ int removeOldTemporaryFiles(const QString& temporaryFolder, std::chrono::seconds
         if (QUuid::fromString(name).isNull()) {
             continue;
         }
-        const QByteArray folder = QFile::encodeName(tallyvox.filePath(name));
+        const QByteArray folder = encodePath(tallyvox.filePath(name));
         const QByteArray copy = folder + '/' + dataFileName;
         struct stat folderInfo {};
         struct stat copyInfo {};

@@ -1,4 +1,5 @@
 #include "shell/ApplicationBus.h"
+#include "support/FilePath.h"
 
 #include <QDBusConnectionInterface>
 #include <QUrl>
@@ -75,8 +76,7 @@ QVariantMap platformDataOfThisLaunch()
 
 QString pathFromUri(const QString& uri)
 {
-    const QUrl url(uri);
-    return url.isLocalFile() ? url.toLocalFile() : uri;
+    return pathOfFileUrl(QUrl(uri)).value_or(uri);
 }
 
 InstanceClaim claimSingleInstance(QDBusConnection& bus, ApplicationBusObject& object)
@@ -115,7 +115,7 @@ bool forwardToRunningInstance(QDBusConnection& bus, const QStringList& paths)
     } else {
         QStringList uris;
         for (const QString& path : paths) {
-            uris.append(QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded()));
+            uris.append(QString::fromLatin1(fileUrlOfPath(path).toEncoded()));
         }
         call = QDBusMessage::createMethodCall(
             text(busIdentity::serviceName), text(busIdentity::objectPath),

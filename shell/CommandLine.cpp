@@ -1,4 +1,5 @@
 #include "shell/CommandLine.h"
+#include "support/FilePath.h"
 
 #include <QDir>
 #include <QUrl>
@@ -19,7 +20,7 @@ CommandLine failure(const QString& message)
 QString absolutePath(const QString& argument, const QString& workingDirectory)
 {
     if (argument.startsWith(QLatin1String("file:"))) {
-        return QUrl(argument).toLocalFile();
+        return pathOfFileUrl(QUrl(argument)).value_or(QString());
     }
     // Not canonical: a symbolic link keeps its own name.
     return QDir::cleanPath(QDir(workingDirectory).absoluteFilePath(argument));

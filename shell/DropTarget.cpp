@@ -1,4 +1,5 @@
 #include "shell/DropTarget.h"
+#include "support/FilePath.h"
 
 #include "support/FileRef.h"
 
@@ -13,11 +14,8 @@ namespace {
 
 QString existingLocalPath(const QUrl& url)
 {
-    if (!url.isLocalFile()) {
-        return {};
-    }
-    const QString path = url.toLocalFile();
-    return FileRef::fromPath(path) ? path : QString();
+    const std::optional<QString> path = pathOfFileUrl(url);
+    return path && FileRef::fromPath(*path) ? *path : QString();
 }
 
 } // namespace

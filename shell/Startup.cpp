@@ -1,4 +1,5 @@
 #include "shell/Startup.h"
+#include "support/FilePath.h"
 
 #include "prefs/PreferenceStore.h"
 #include "services/ProcessFile.h"
@@ -61,7 +62,7 @@ public:
     TemporaryFolderLease(const TemporaryFolderLease&) = delete;
     TemporaryFolderLease& operator=(const TemporaryFolderLease&) = delete;
 
-    QString path() const { return QFile::decodeName(m_choice.path.c_str()); }
+    QString path() const { return decodePath(m_choice.path); }
 
     /// Says once what was wrong with the usual folder, and drops copies of selected text
     /// that are older than their lifetime.
@@ -275,7 +276,8 @@ int runTallyvox(int argc, char** argv)
 {
     QStringList arguments;
     for (int i = 1; i < argc; ++i) {
-        arguments.append(QString::fromLocal8Bit(argv[i]));
+        // File names are bytes, not always UTF-8: kept as they are.
+        arguments.append(decodePath(argv[i]));
     }
     const CommandLine commandLine = parseCommandLine(arguments, QDir::currentPath());
     if (!commandLine.error.isEmpty()) {

@@ -1,4 +1,5 @@
 #include "support/FileRef.h"
+#include "support/FilePath.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,7 +16,7 @@ std::optional<FileRef> FileRef::fromPath(const QString& path)
     }
     QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
     struct stat info {};
-    if (::stat(QFile::encodeName(absolute).constData(), &info) != 0) {
+    if (::stat(encodePath(absolute).constData(), &info) != 0) {
         return std::nullopt;
     }
     return FileRef(std::move(absolute));
@@ -23,7 +24,7 @@ std::optional<FileRef> FileRef::fromPath(const QString& path)
 
 Status FileRef::makePath(QByteArray& out, int bufferSize) const
 {
-    QByteArray bytes = QFile::encodeName(m_path);
+    QByteArray bytes = encodePath(m_path);
     if (bytes.size() > bufferSize - 1) {
         return pathTooLongStatus;
     }
@@ -42,14 +43,14 @@ QString FileRef::name() const
 bool FileRef::isDirectory() const
 {
     struct stat info {};
-    return ::stat(QFile::encodeName(m_path).constData(), &info) == 0 && S_ISDIR(info.st_mode);
+    return ::stat(encodePath(m_path).constData(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
 std::optional<QString> CopyFileName(const FileRef& file)
 {
     // lstat: a link that stands for its target keeps its own name, and that is all we read.
     struct stat info {};
-    if (::lstat(QFile::encodeName(file.path()).constData(), &info) != 0) {
+    if (::lstat(encodePath(file.path()).constData(), &info) != 0) {
         return std::nullopt;
     }
     return file.name();

@@ -1,4 +1,5 @@
 #include "support/FileRefPaths.h"
+#include "support/FilePath.h"
 
 #include <QFile>
 
@@ -17,7 +18,7 @@ std::optional<QString> stringWithFSRef(const FileRef* ref)
     if (ref->makePath(bytes, pathBufferSize) != noErr) {
         return std::nullopt;
     }
-    return QFile::decodeName(bytes);
+    return decodePath(bytes);
 }
 
 std::optional<FileRef> getFSRef(const QString& path)

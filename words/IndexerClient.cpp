@@ -1,4 +1,5 @@
 #include "words/IndexerClient.h"
+#include "support/FilePath.h"
 
 #include "support/Desktop.h"
 #include "support/IndexerStop.h"
@@ -9,15 +10,16 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QProcess>
-#include <QStringDecoder>
 #include <QTimer>
 
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <memory>
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace tallyvox {
 
@@ -66,8 +68,7 @@ const char* specialFileKind(const QByteArray& path)
 std::chrono::milliseconds timeLimit(const WordContext& context, const QString& path)
 {
     struct stat info {};
-    const qint64 size =
-        ::stat(QFile::encodeName(path).constData(), &info) == 0 ? qint64{info.st_size} : 0;
+    const qint64 size = ::stat(encodePath(path).constData(), &info) == 0 ? qint64{info.st_size} : 0;
     return context.indexerTimeBase + std::chrono::seconds(size / bytesPerExtraSecond);
 }
 
@@ -77,11 +78,11 @@ std::optional<QString> makeRunFolder(const QString& temporaryFolder)
     if (temporaryFolder.isEmpty()) {
         return std::nullopt;
     }
-    QByteArray pattern = QFile::encodeName(temporaryFolder + QStringLiteral("/run-XXXXXX"));
+    QByteArray pattern = encodePath(temporaryFolder + QStringLiteral("/run-XXXXXX"));
     if (::mkdtemp(pattern.data()) == nullptr) {
         return std::nullopt;
     }
-    return QFile::decodeName(pattern);
+    return decodePath(pattern);
 }
 
 // The indexer leads a process group of its own, so that ending it also ends any helper
@@ -100,10 +101,43 @@ void collectErrors(QProcess& process, QByteArray& errors)
     errors.append(more.left(std::max<qsizetype>(0, errorOutputLimit - errors.size())));
 }
 
+// What the child hands to execve. Qt passes arguments and the environment as text, which
+// cannot carry a file name that is not UTF-8, so the child execs the indexer itself with
+// the bytes. All of it is made before the fork, where allocating is still safe.
+struct ExecImage {
+    QByteArray program;
+    QByteArray argument;
+    QByteArrayList environment;
+    std::vector<char*> argv;
+    std::vector<char*> envp;
+};
+
+std::shared_ptr<ExecImage> execImage(const QString& program, const QString& posixPath,
+                                     const QString& runFolder)
+{
+    auto image = std::make_shared<ExecImage>();
+    image->program = encodePath(program);
+    image->argument = encodePath(posixPath);
+    const QByteArrayView tmpdir("TMPDIR=");
+    for (char** entry = environ; *entry != nullptr; ++entry) {
+        if (!QByteArrayView(*entry).startsWith(tmpdir)) {
+            image->environment.append(*entry);
+        }
+    }
+    image->environment.append(tmpdir.toByteArray() + encodePath(runFolder));
+    image->argv = {image->program.data(), image->argument.data(), nullptr};
+    for (QByteArray& entry : image->environment) {
+        image->envp.push_back(entry.data());
+    }
+    image->envp.push_back(nullptr);
+    return image;
+}
+
 void configure(QProcess& process, const WordContext& context, const QString& posixPath,
                const QString& executableName, const QString& runFolder)
 {
-    process.setProgram(context.indexerDirectory + QLatin1Char('/') + executableName);
+    const QString program = context.indexerDirectory + QLatin1Char('/') + executableName;
+    process.setProgram(program);
     process.setArguments({posixPath});
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("TMPDIR"), runFolder);
@@ -113,13 +147,17 @@ void configure(QProcess& process, const WordContext& context, const QString& pos
     process.setProcessChannelMode(QProcess::SeparateChannels);
     // In the child, before exec: its own process group, and death with its parent. The
     // parent may already be gone by then; the indexer must not outlive it either way.
+    // Then the exec with the path's own bytes; should it fail, Qt's own exec follows and
+    // reports the failure to start.
     const pid_t parent = ::getpid();
-    process.setChildProcessModifier([parent] {
+    const std::shared_ptr<ExecImage> image = execImage(program, posixPath, runFolder);
+    process.setChildProcessModifier([parent, image] {
         ::setpgid(0, 0);
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
         if (::getppid() != parent) {
             ::raise(SIGKILL);
         }
+        ::execve(image->program.constData(), image->argv.data(), image->envp.data());
     });
 }
 
@@ -211,7 +249,7 @@ std::optional<WordTable> readResult(const QString& runFolder)
 {
     const QString path = runFolder + QLatin1Char('/') + QLatin1String(resultFileName);
     struct stat info {};
-    if (::lstat(QFile::encodeName(path).constData(), &info) != 0 || !S_ISREG(info.st_mode)) {
+    if (::lstat(encodePath(path).constData(), &info) != 0 || !S_ISREG(info.st_mode)) {
         return std::nullopt;
     }
     return ReadWordTableFile(path);
@@ -265,11 +303,8 @@ WordTable BuildWordTable(const WordContext& context, const FileRef& file)
         return table;
     }
 
-    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString path = utf8.decode(pathBytes);
-    if (utf8.hasError()) {
-        return table;
-    }
+    // Every file system name is a path here, UTF-8 or not: the string keeps its bytes.
+    const QString path = decodePath(pathBytes);
 
     context.desktop.log(QStringLiteral("Indexing ") + path);
     if (const char* kind = specialFileKind(pathBytes)) {

@@ -1,4 +1,5 @@
 #include "words/OutputFolder.h"
+#include "support/FilePath.h"
 
 #include "support/Desktop.h"
 #include "support/FileRefPaths.h"
@@ -39,7 +40,7 @@ bool isSingleName(const QString& name)
 Status lookUp(const QString& path)
 {
     struct stat info = {};
-    if (::lstat(QFile::encodeName(path).constData(), &info) != 0) {
+    if (::lstat(encodePath(path).constData(), &info) != 0) {
         return statusFromErrno(errno);
     }
     return noErr;
@@ -47,7 +48,7 @@ Status lookUp(const QString& path)
 
 Status makeDirectory(const QString& path)
 {
-    if (::mkdir(QFile::encodeName(path).constData(), 0777) != 0) {
+    if (::mkdir(encodePath(path).constData(), 0777) != 0) {
         return statusFromErrno(errno);
     }
     return noErr;
@@ -58,7 +59,7 @@ int createExclusively(const QString& folder, QByteArray& outPath)
 {
     constexpr int attempts = 100;
     for (int i = 0; i < attempts; ++i) {
-        outPath = QFile::encodeName(
+        outPath = encodePath(
             folder + QStringLiteral("/.tallyvox-%1.tmp")
                          .arg(QRandomGenerator::global()->generate64(), 16, 16, QLatin1Char('0')));
         const int fd =
@@ -151,7 +152,7 @@ Status CreateOutputFile(const QString& fileName, std::optional<FileRef>& outFile
     }
 
     const QString path = childPath(*folder, fileName);
-    const QByteArray encoded = QFile::encodeName(path);
+    const QByteArray encoded = encodePath(path);
     status = lookUp(path);
     // An old list is replaced, never appended to: delete it first.
     if (status == noErr) {
@@ -184,7 +185,7 @@ Status replaceFileContents(const FileRef& file, const QByteArray& bytes)
         ok = false;
         error = errno;
     }
-    if (ok && ::rename(temporary.constData(), QFile::encodeName(file.path()).constData()) != 0) {
+    if (ok && ::rename(temporary.constData(), encodePath(file.path()).constData()) != 0) {
         ok = false;
         error = errno;
     }

@@ -1,4 +1,5 @@
 #include "services/naming/FileHelpers.h"
+#include "support/FilePath.h"
 
 #include "support/Desktop.h"
 
@@ -13,7 +14,7 @@ namespace {
 
 Status statItem(const FileRef& ref, struct stat& info)
 {
-    if (::stat(QFile::encodeName(ref.path()).constData(), &info) != 0) {
+    if (::stat(encodePath(ref.path()).constData(), &info) != 0) {
         return statusFromErrno(errno);
     }
     return noErr;

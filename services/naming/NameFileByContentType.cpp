@@ -1,4 +1,5 @@
 #include "services/naming/NameFileByContentType.h"
+#include "support/FilePath.h"
 
 #include "services/naming/FileHelpers.h"
 #include "services/naming/InternetConfig.h"
@@ -56,8 +57,8 @@ std::optional<QString> pathExtension(const QString& name)
 // Refuses to replace an existing item: a rename must never destroy another file.
 Status renameWithoutReplacing(const QString& from, const QString& to)
 {
-    const QByteArray source = QFile::encodeName(from);
-    const QByteArray target = QFile::encodeName(to);
+    const QByteArray source = encodePath(from);
+    const QByteArray target = encodePath(to);
     if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) ==
         0) {
         return noErr;

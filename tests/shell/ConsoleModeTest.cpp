@@ -1,11 +1,14 @@
 #include "shell/CommandLine.h"
 #include "shell/SelectionItems.h"
+#include "support/FilePath.h"
 #include "tests/common/TestEnvironment.h"
 
 #include <QDir>
 #include <QMimeData>
 #include <QProcess>
 #include <QTest>
+
+#include <fcntl.h>
 
 using namespace tallyvox;
 using namespace Qt::StringLiterals;
@@ -150,6 +153,38 @@ private slots:
         QFile file(list);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QVERIFY(file.readAll().startsWith("and (1)\n"));
+    }
+
+    // A name that is not UTF-8, from the command line through the indexer to the list.
+    void realProgramKeepsTheBytesOfAFileName()
+    {
+        if (!QFile::exists(QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer"))) {
+            QSKIP("the indexers are not built");
+        }
+        testing::TestEnvironment env;
+        const QByteArray input = encodePath(env.root()) + "/bad\xffname.txt";
+        const QByteArray list =
+            encodePath(env.dataHome()) + "/Okaluna Software/Tallyvox/bad\xffname.txt.txt";
+        QFile in;
+        const int fd = ::open(input.constData(), O_WRONLY | O_CREAT | O_EXCL, 0600);
+        QVERIFY(fd >= 0 && in.open(fd, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle));
+        in.write("the cat and the hat\n");
+        in.close();
+        // QProcess would pass the name as text; the shell passes its bytes.
+        QProcess shell;
+        shell.setWorkingDirectory(env.root());
+        shell.start(u"/bin/sh"_s,
+                    {u"-c"_s, u"exec \"$0\" --console \"$(printf 'bad\\377name.txt')\""_s,
+                     QStringLiteral(TALLYVOX_BUILD_BIN_DIR "/tallyvox")});
+        QVERIFY(shell.waitForFinished(30000));
+        QCOMPARE(shell.exitCode(), 0);
+        QFile out;
+        const int listFd = ::open(list.constData(), O_RDONLY);
+        QVERIFY(listFd >= 0 && out.open(listFd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle));
+        QCOMPARE(out.readAll(), "and (1)\ncat (1)\nhat (1)\nthe (2)\n"_ba);
+        // Qt cannot remove these with the sandbox.
+        ::unlink(input.constData());
+        ::unlink(list.constData());
     }
 };
 

@@ -1,6 +1,7 @@
 #include "prefs/PreferenceStore.h"
 #include "shell/ApplicationShell.h"
 #include "shell/WindowBounds.h"
+#include "support/FilePath.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 
@@ -9,6 +10,9 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QUrl>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 using namespace tallyvox;
 using namespace Qt::StringLiterals;
@@ -19,7 +23,8 @@ class MainWindowTest : public QObject {
 private slots:
     void drops_data()
     {
-        // Items as names below the test's root, "~" for a web address; none: a text clipping.
+        // Items as names below the test's root, "~" for a web address, "%" for a file whose
+        // name is not UTF-8; none: a text clipping.
         QTest::addColumn<QString>("items");
         QTest::addColumn<bool>("entered");
         QTest::addColumn<QString>("delivered"); // null when the drop is refused
@@ -29,6 +34,7 @@ private slots:
         // One entry per item; only the last item decides whether the files go out.
         QTest::newRow("unusable item in the middle") << u"a ~ b"_s << true << u"a ~ b"_s << 0;
         QTest::newRow("unusable item last") << u"a ~"_s << true << QString() << 1;
+        QTest::newRow("name that is not UTF-8") << u"% a"_s << true << u"% a"_s << 0;
     }
     void drops()
     {
@@ -41,10 +47,16 @@ private slots:
         QDir().mkpath(env.root() + u"/dir"_s);
         env.writeFile(u"a"_s, "x");
         env.writeFile(u"b"_s, "x");
+        const QByteArray odd = encodePath(env.root()) + "/odd\xff";
+        ::close(::open(odd.constData(), O_WRONLY | O_CREAT, 0600));
         const auto paths = [&](const QString& names) {
             QStringList result;
             for (const QString& name : names.split(u' ', Qt::SkipEmptyParts)) {
-                result.append(name == u"~"_s ? QString() : env.root() + u'/' + name);
+                if (name == u"%"_s) {
+                    result.append(decodePath(odd));
+                } else {
+                    result.append(name == u"~"_s ? QString() : env.root() + u'/' + name);
+                }
             }
             return result;
         };
@@ -52,7 +64,7 @@ private slots:
         QList<QUrl> urls;
         for (const QString& path : paths(items)) {
             urls.append(path.isEmpty() ? QUrl(u"https://okaluna.example/x"_s)
-                                       : QUrl::fromLocalFile(path));
+                                       : fileUrlOfPath(path));
         }
         urls.isEmpty() ? data.setText(u"clipping"_s) : data.setUrls(urls);
 
@@ -75,6 +87,7 @@ private slots:
             QCOMPARE(dropped.first().first().toStringList(), paths(delivered));
         }
         QCOMPARE(desktop.texts(u"beep"_s).size(), beeps);
+        ::unlink(odd.constData()); // Qt could not remove it with the sandbox
     }
 
     void highlightSitsTwoPixelsInside()
