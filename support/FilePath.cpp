@@ -102,8 +102,7 @@ std::optional<QString> pathOfFileUrl(const QUrl& url)
 QUrl fileUrlOfPath(const QString& path)
 {
     // RFC 3986's unreserved characters and "/" stay as they are; every other byte is escaped.
-    return QUrl::fromEncoded("file://" + encodePath(path).toPercentEncoding("/"),
-                             QUrl::StrictMode);
+    return QUrl::fromEncoded("file://" + encodePath(path).toPercentEncoding("/"), QUrl::StrictMode);
 }
 
 } // namespace tallyvox

@@ -51,11 +51,16 @@ private slots:
     {
         QTest::addColumn<QByteArray>("url");
         QTest::addColumn<QByteArray>("path"); // "-": no local path
-        QTest::newRow("escaped byte") << "file:///tmp/bad%FFname"_ba << "/tmp/bad\xffname"_ba;
-        QTest::newRow("escaped UTF-8") << "file:///tmp/caf%C3%A9"_ba << "/tmp/caf\xc3\xa9"_ba;
-        QTest::newRow("localhost") << "file://localhost/etc/hosts"_ba << "/etc/hosts"_ba;
-        QTest::newRow("other host") << "file://elsewhere/etc/hosts"_ba << "-"_ba;
-        QTest::newRow("not a file") << "https://example.org/x"_ba << "-"_ba;
+        QTest::newRow("escaped byte") << "file:///tmp/bad%FFname"_ba
+                                      << "/tmp/bad\xffname"_ba;
+        QTest::newRow("escaped UTF-8") << "file:///tmp/caf%C3%A9"_ba
+                                       << "/tmp/caf\xc3\xa9"_ba;
+        QTest::newRow("localhost") << "file://localhost/etc/hosts"_ba
+                                   << "/etc/hosts"_ba;
+        QTest::newRow("other host") << "file://elsewhere/etc/hosts"_ba
+                                    << "-"_ba;
+        QTest::newRow("not a file") << "https://example.org/x"_ba
+                                    << "-"_ba;
     }
     void fileUrls()
     {
