@@ -1,5 +1,6 @@
 #include "shell/QtDesktop.h"
 
+#include "shell/ApplicationChooser.h"
 #include "shell/SelectionItems.h"
 #include "support/SystemLog.h"
 
@@ -11,11 +12,14 @@
 #include <QFileDialog>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QMimeDatabase>
 #include <QPushButton>
 
 namespace tallyvox {
 
 namespace {
+
+constexpr char ownDesktopId[] = "com.okaluna.Tallyvox.desktop";
 
 // The one main window, found rather than held, so the desktop can exist before it.
 QWidget* mainWindow()
@@ -72,10 +76,17 @@ QString QtDesktop::chooseSavePath(const QString& proposedName)
                                         QDir::home().filePath(proposedName));
 }
 
+QtDesktop::QtDesktop() : m_applications(QString::fromLatin1(ownDesktopId)) {}
+
 void QtDesktop::openInTextEditor(const QString& path)
 {
-    // The default application for the .txt file is the user's text editor; not waited for.
-    QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+    // Chosen by the list's type: sniffing its content would take a list of C-like words
+    // for source code. When nothing opens it, the file manager at least shows where it is.
+    if (!m_applications.open(QUrl::fromLocalFile(path), QStringLiteral("text/plain"))) {
+        systemLog(
+            QStringLiteral("No text editor opened %1; showing it in the file manager").arg(path));
+        showInFileManager(path);
+    }
 }
 
 bool QtDesktop::openFile(const QString& path)
@@ -85,6 +96,13 @@ bool QtDesktop::openFile(const QString& path)
 
 bool QtDesktop::openUrl(const QUrl& url)
 {
+    // Local pages (the installed guide) by their name's type, so that Tallyvox, which
+    // lists HTML among its types, never opens its own help as a document.
+    if (url.isLocalFile()) {
+        const QMimeType type =
+            QMimeDatabase().mimeTypeForFile(url.toLocalFile(), QMimeDatabase::MatchExtension);
+        return m_applications.open(url, type.name());
+    }
     return QDesktopServices::openUrl(url);
 }
 

@@ -1,15 +1,17 @@
 #pragma once
 
+#include "shell/ApplicationChooser.h"
 #include "support/Desktop.h"
 
 namespace tallyvox {
 
 /// The desktop of the windowed application: Qt dialogs, the desktop's default
-/// applications, the clipboard and PRIMARY selection, and the session bus. Dialogs
-/// belong to the application's main window, which raiseApplication brings forward.
+/// applications (word lists and local pages by their type, never Tallyvox itself), the
+/// clipboard and PRIMARY selection, and the session bus. Dialogs belong to the
+/// application's main window, which raiseApplication brings forward.
 class QtDesktop final : public Desktop {
 public:
-    QtDesktop() = default;
+    QtDesktop();
 
     void alert(const QString& message) override;
     void stopAlert(const QString& message, const QString& explanation) override;
@@ -25,6 +27,9 @@ public:
     void setClipboardText(const QString& text) override;
     QList<PasteboardItem> readSelection(SelectionSource source) override;
     void filesChanged(const QStringList& paths) override;
+
+private:
+    ApplicationChooser m_applications;
 };
 
 /// Tells file managers that follow KDirNotify (Dolphin and the KIO file dialogs) that
