@@ -11,6 +11,7 @@ libicu-dev libplist-dev libuchardet-dev libglib2.0-dev
 libpoppler-cpp-dev libxml2-dev libarchive-dev
 clang libclang-rt-14-dev
 xvfb xauth xclip xdotool dbus dbus-x11 xdg-utils desktop-file-utils appstream
+qt6-wayland wl-clipboard sway
 dpkg-dev file help2man man-db lintian
 imagemagick poppler-utils fonts-dejavu-core python3 hyperfine time bc clang-format clang-tidy
 "

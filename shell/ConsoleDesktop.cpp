@@ -1,6 +1,7 @@
 #include "shell/ConsoleDesktop.h"
 
 #include "shell/SelectionItems.h"
+#include "shell/WaylandClipboard.h"
 #include "support/SystemLog.h"
 
 #include <QEventLoop>
@@ -120,6 +121,10 @@ void ConsoleDesktop::log(const QString& line)
 
 void ConsoleDesktop::setClipboardText(const QString& text)
 {
+    // wl-copy keeps the text offered by a process of its own: nothing to hold.
+    if (waylandClipboard::inCharge() && waylandClipboard::copyText(text)) {
+        return;
+    }
     QClipboard* board = clipboard();
     if (!board) {
         return;
@@ -153,6 +158,9 @@ void ConsoleDesktop::holdClipboard(std::chrono::milliseconds limit)
 
 QList<PasteboardItem> ConsoleDesktop::readSelection(SelectionSource source)
 {
+    if (waylandClipboard::inCharge()) {
+        return waylandClipboard::read(source);
+    }
     QClipboard* board = clipboard();
     return board ? readClipboard(*board, source) : QList<PasteboardItem>();
 }

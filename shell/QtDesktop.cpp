@@ -2,6 +2,7 @@
 
 #include "shell/ApplicationChooser.h"
 #include "shell/SelectionItems.h"
+#include "shell/WaylandClipboard.h"
 #include "support/SystemLog.h"
 
 #include <QApplication>
@@ -131,11 +132,17 @@ void QtDesktop::log(const QString& line)
 
 void QtDesktop::setClipboardText(const QString& text)
 {
+    if (waylandClipboard::inCharge() && waylandClipboard::copyText(text)) {
+        return;
+    }
     QGuiApplication::clipboard()->setMimeData(mimeDataForText(text), QClipboard::Clipboard);
 }
 
 QList<PasteboardItem> QtDesktop::readSelection(SelectionSource source)
 {
+    if (waylandClipboard::inCharge()) {
+        return waylandClipboard::read(source);
+    }
     return readClipboard(*QGuiApplication::clipboard(), source);
 }
 
