@@ -181,8 +181,11 @@ QString commandLineHelp()
         "  --stdin          read standard input for --service\n"
         "  --console        no window and no running instance: alerts are printed as lines\n"
         "                   on standard output, and files are not opened but printed as\n"
-        "                   \"open PATH\"; text put on the clipboard is held until another\n"
-        "                   program has fetched it, for at most 10 seconds\n"
+        "                   \"open PATH\"; a PATH or message holding a control character\n"
+        "                   (a line break in a file name, say) is printed quoted the\n"
+        "                   shell's way, as $'...'; text put on the clipboard is held until\n"
+        "                   another program has fetched it, for at most 10 seconds (in a\n"
+        "                   Wayland session wl-copy keeps it)\n"
         "  --save-as PATH   in console mode, the answer to any save panel (none: cancel)\n"
         "  --install-integration\n"
         "                   add Tallyvox to the context menus of Dolphin, Nautilus and Nemo\n"
@@ -220,8 +223,9 @@ QString commandLineHelp()
         "Exit status:\n"
         "  0  success, or the request was handed to the running Tallyvox\n"
         "  1  a file could not be processed or its word list not written (console mode),\n"
-        "     the running Tallyvox did not answer, or the context-menu entries could not\n"
-        "     be installed\n"
+        "     the display could not be opened to read --selection or --clipboard (console\n"
+        "     mode), the running Tallyvox did not answer, or the context-menu entries could\n"
+        "     not be installed\n"
         "  2  the command line could not be understood\n");
 }
 

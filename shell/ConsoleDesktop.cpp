@@ -10,6 +10,8 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace tallyvox {
 
 namespace {
@@ -63,6 +65,34 @@ ConsoleDesktop::ConsoleDesktop(QTextStream& out, QTextStream& err, QString saveA
       m_hold(std::make_shared<ClipboardHold>())
 {}
 
+QString consoleText(const QString& text)
+{
+    const auto isControl = [](QChar c) { return c < u' ' || (c >= u'\x7f' && c <= u'\x9f'); };
+    if (!text.startsWith(u"$'") && std::none_of(text.begin(), text.end(), isControl)) {
+        return text;
+    }
+    QString quoted = QStringLiteral("$'");
+    for (const QChar c : text) {
+        if (c == u'\\' || c == u'\'') {
+            quoted += u'\\';
+            quoted += c;
+        } else if (c == u'\n') {
+            quoted += u"\\n";
+        } else if (c == u'\r') {
+            quoted += u"\\r";
+        } else if (c == u'\t') {
+            quoted += u"\\t";
+        } else if (c <= u'\x7f' && isControl(c)) {
+            quoted += QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QLatin1Char('0'));
+        } else if (isControl(c)) {
+            quoted += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
+        } else {
+            quoted += c;
+        }
+    }
+    return quoted + u'\'';
+}
+
 void ConsoleDesktop::printLine(const QString& line)
 {
     m_out << line << '\n';
@@ -71,12 +101,12 @@ void ConsoleDesktop::printLine(const QString& line)
 
 void ConsoleDesktop::alert(const QString& message)
 {
-    printLine(message);
+    printLine(consoleText(message));
 }
 
 void ConsoleDesktop::stopAlert(const QString& message, const QString&)
 {
-    printLine(message);
+    printLine(consoleText(message));
 }
 
 QStringList ConsoleDesktop::chooseFilesToOpen(const QString&)
@@ -93,17 +123,18 @@ QString ConsoleDesktop::chooseSavePath(const QString&)
 
 void ConsoleDesktop::openInTextEditor(const QString& path)
 {
-    printLine(QStringLiteral("open ") + path);
+    printLine(QStringLiteral("open ") + consoleText(path));
 }
 
 bool ConsoleDesktop::openFile(const QString& path)
 {
-    printLine(QStringLiteral("open ") + path);
+    printLine(QStringLiteral("open ") + consoleText(path));
     return true;
 }
 
 bool ConsoleDesktop::openUrl(const QUrl& url)
 {
+    // Encoded, so it has no blanks or line breaks of its own.
     printLine(QStringLiteral("open ") + QString::fromLatin1(url.toEncoded()));
     return true;
 }

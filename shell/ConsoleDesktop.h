@@ -10,7 +10,8 @@
 namespace tallyvox {
 
 /// The desktop of console mode: alerts become lines of text, hand-offs to other
-/// applications become "open <path or URL>" lines, and the save panel answers from
+/// applications become "open <path or URL>" lines (see consoleText), and the save panel answers
+/// from
 /// --save-as. The clipboard and the selection are the real ones when the process
 /// has a display; otherwise there are none.
 class ConsoleDesktop final : public Desktop {
@@ -51,5 +52,10 @@ private:
     // Shared with the clipboard's data, which may outlive this object.
     std::shared_ptr<ClipboardHold> m_hold;
 };
+
+/// A text as console mode prints it, on one line whatever it holds: unchanged when it has
+/// no control character and does not begin with $', otherwise quoted the way the shell
+/// reads $'...', with \\, \', \n, \r, \t, \xHH and (for C1 controls) \uHHHH.
+QString consoleText(const QString& text);
 
 } // namespace tallyvox

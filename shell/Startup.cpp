@@ -14,6 +14,7 @@
 #include "shell/Integration.h"
 #include "shell/ServiceBus.h"
 #include "shell/ServiceRequests.h"
+#include "shell/WaylandClipboard.h"
 #include "support/IndexerStop.h"
 #include "support/TemporaryFolder.h"
 #include "words/WordContext.h"
@@ -107,7 +108,20 @@ FileProcessor extractWords(const WordContext& context, bool* failed = nullptr)
     };
 }
 
-// Console mode wants the clipboard only where there is a display to hold it.
+bool isSelection(ServiceSource source)
+{
+    return source == ServiceSource::Selection || source == ServiceSource::Clipboard;
+}
+
+// A console service reaches the clipboard only when it reads a selection or puts the
+// spelled-out number there.
+bool wantsClipboard(const CommandLine& commandLine)
+{
+    return !commandLine.serviceName.isEmpty() &&
+           (isSelection(commandLine.serviceSource) ||
+            ServiceModeForMessage(commandLine.serviceName) == ProcessMode::SpellOutNumber);
+}
+
 bool hasDisplay()
 {
     return !qEnvironmentVariableIsEmpty("DISPLAY") ||
@@ -115,9 +129,39 @@ bool hasDisplay()
            !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
-bool isSelection(ServiceSource source)
+// The window systems to try, in Qt's own order, with offscreen last: Qt ends the process
+// when no platform can be had, and a display that cannot be opened is to be reported here.
+QByteArray platformsToTry()
 {
-    return source == ServiceSource::Selection || source == ServiceSource::Clipboard;
+    QByteArray platforms = qgetenv("QT_QPA_PLATFORM");
+    if (platforms.isEmpty()) {
+        if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+            platforms += "wayland;";
+        }
+        if (!qEnvironmentVariableIsEmpty("DISPLAY")) {
+            platforms += "xcb;";
+        }
+    } else {
+        platforms += ';';
+    }
+    return platforms + "offscreen";
+}
+
+// The application of console mode, and whether the display it wanted could be opened. A
+// batch run has no use for a display; services get one where there is one, as the
+// windowed application would.
+std::pair<std::unique_ptr<QCoreApplication>, bool> consoleApplication(int& argc, char** argv,
+                                                                      const CommandLine& line)
+{
+    if (line.serviceName.isEmpty() || !hasDisplay()) {
+        return {std::make_unique<QCoreApplication>(argc, argv), true};
+    }
+    const QByteArray platforms = platformsToTry();
+    qputenv("QT_QPA_PLATFORM", platforms);
+    auto app = std::make_unique<QGuiApplication>(argc, argv);
+    const bool opened =
+        platforms.startsWith("offscreen") || QGuiApplication::platformName() != u"offscreen";
+    return {std::move(app), opened};
 }
 
 // The service of the command line, performed here: the process ends with it, so
@@ -144,12 +188,22 @@ int runConsoleService(ConsoleDesktop& desktop, const PreferenceStore& preference
 
 int runConsole(int argc, char** argv, const CommandLine& commandLine)
 {
-    std::unique_ptr<QCoreApplication> app = hasDisplay()
-                                                ? std::make_unique<QGuiApplication>(argc, argv)
-                                                : std::make_unique<QCoreApplication>(argc, argv);
+    const auto [app, displayOpened] = consoleApplication(argc, argv, commandLine);
     nameApplication();
     QTextStream out(stdout);
     QTextStream err(stderr);
+    // wl-clipboard needs no Qt connection to reach a Wayland session's selections.
+    if (!displayOpened && wantsClipboard(commandLine) && !waylandClipboard::inCharge()) {
+        const QString display = qEnvironmentVariable("DISPLAY");
+        err << "tallyvox: cannot open the display"
+            << (display.isEmpty() ? QString() : QStringLiteral(" ") + display) << " ("
+            << qEnvironmentVariable("QT_QPA_PLATFORM").section(u';', 0, 0) << ")";
+        if (isSelection(commandLine.serviceSource)) {
+            err << ", so there is no selection to read\n";
+            return 1;
+        }
+        err << "; the clipboard is left as it is\n";
+    }
     // Made here rather than by the factory: only console mode holds the clipboard.
     ConsoleDesktop desktop(out, err, commandLine.saveAsPath);
     PreferenceStore preferences;

@@ -1,9 +1,11 @@
 #include "shell/CommandLine.h"
+#include "shell/ConsoleDesktop.h"
 #include "shell/SelectionItems.h"
 #include "support/FilePath.h"
 #include "tests/common/TestEnvironment.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QMimeData>
 #include <QProcess>
 #include <QTest>
@@ -18,19 +20,35 @@ namespace {
 struct Run {
     int exitCode = -1;
     QStringList lines;
+    QString errors;
+    qint64 milliseconds = 0;
 };
 
-// The real program in the test's sandbox (the environment is inherited).
-Run runTallyvox(const QStringList& arguments, const QString& directory)
+// The real program in the test's sandbox (the environment is inherited, with changes:
+// an empty value removes the variable).
+Run runTallyvox(const QStringList& arguments, const QString& directory,
+                const QMap<QString, QString>& changes = {})
 {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (auto change = changes.begin(); change != changes.end(); ++change) {
+        if (change.value().isEmpty()) {
+            environment.remove(change.key());
+        } else {
+            environment.insert(change.key(), change.value());
+        }
+    }
     QProcess process;
+    process.setProcessEnvironment(environment);
     process.setWorkingDirectory(directory);
+    QElapsedTimer clock;
+    clock.start();
     process.start(QStringLiteral(TALLYVOX_BUILD_BIN_DIR "/tallyvox"), arguments);
-    if (!process.waitForFinished(30000)) {
+    if (!process.waitForFinished(30000) || process.exitStatus() != QProcess::NormalExit) {
         return {};
     }
     return {process.exitCode(),
-            QString::fromUtf8(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts)};
+            QString::fromUtf8(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts),
+            QString::fromUtf8(process.readAllStandardError()), clock.elapsed()};
 }
 
 // The fields of a parse that are set, as one line.
@@ -118,6 +136,40 @@ private slots:
         QVERIFY(itemsFromMimeData(QMimeData()).isEmpty());
     }
 
+    // One line whatever the text holds, and one that the shell reads back as the text.
+    void consoleLines_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("printed");
+        const auto plain = [](const char* name, const QString& text) {
+            QTest::newRow(name) << text << text;
+        };
+        plain("plain path", u"/home/me/Report.pdf.txt"_s);
+        plain("blanks and an apostrophe", u"/tmp/Bob's notes .txt"_s);
+        plain("backslash", u"/tmp/a\\nb"_s);
+        plain("dollar inside", u"/tmp/$'x'"_s);
+        plain("not ASCII", u"/tmp/h\u00e9llo \u65e5\u672c.txt"_s);
+        QTest::newRow("line break") << u"/tmp/two\nlines.txt"_s << u"$'/tmp/two\\nlines.txt'"_s;
+        QTest::newRow("tab, return, apostrophe, backslash")
+            << u"it's\t\r\\"_s << u"$'it\\'s\\t\\r\\\\'"_s;
+        QTest::newRow("other controls") << u"a\x1b[0m\x7f"_s << u"$'a\\x1b[0m\\x7f'"_s;
+        QTest::newRow("C1 control") << u"a\u0085b"_s << u"$'a\\u0085b'"_s;
+        // Would read as a quoted name otherwise.
+        QTest::newRow("begins like a quote") << u"$'x'"_s << u"$'$\\'x\\''"_s;
+    }
+    void consoleLines()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, printed);
+        QCOMPARE(consoleText(text), printed);
+        if (printed != text) {
+            QProcess bash;
+            bash.start(u"bash"_s, {u"-c"_s, u"printf %s "_s + printed});
+            QVERIFY(bash.waitForFinished(5000));
+            QCOMPARE(QString::fromUtf8(bash.readAllStandardOutput()), text);
+        }
+    }
+
     void realProgramHelpAndVersion()
     {
         const Run help = runTallyvox({u"--help"_s}, QDir::tempPath());
@@ -139,17 +191,28 @@ private slots:
                               u"One or more items you dropped on Tallyvox was not a file."_s}));
     }
 
+    void realProgramExtractsWordsAndHandsOverTheList_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("quote");
+        QTest::newRow("plain name") << u"notes.txt"_s << QString();
+        QTest::newRow("line break in the name") << u"notes\nof May.txt"_s << u"'"_s;
+    }
     void realProgramExtractsWordsAndHandsOverTheList()
     {
+        QFETCH(QString, name);
+        QFETCH(QString, quote);
         if (!QFile::exists(QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer"))) {
             QSKIP("the indexers are not built");
         }
         testing::TestEnvironment env;
-        env.writeFile(u"notes.txt"_s, "the cat and the hat\n");
-        const Run run = runTallyvox({u"--console"_s, u"notes.txt"_s}, env.root());
+        env.writeFile(name, "the cat and the hat\n");
+        const Run run = runTallyvox({u"--console"_s, name}, env.root());
         QCOMPARE(run.exitCode, 0);
-        const QString list = env.dataHome() + u"/Okaluna Software/Tallyvox/notes.txt.txt"_s;
-        QCOMPARE(run.lines, QStringList{u"open "_s + list});
+        const QString list = env.dataHome() + u"/Okaluna Software/Tallyvox/"_s + name + u".txt"_s;
+        const QString printed =
+            quote.isEmpty() ? list : u"$'"_s + QString(list).replace(u'\n', u"\\n"_s) + quote;
+        QCOMPARE(run.lines, QStringList{u"open "_s + printed});
         QFile file(list);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QVERIFY(file.readAll().startsWith("and (1)\n"));
@@ -185,6 +248,57 @@ private slots:
         // Qt cannot remove these with the sandbox.
         ::unlink(input.constData());
         ::unlink(list.constData());
+    }
+
+    // A display that cannot be opened is reported, never the end of the process; only
+    // what needs the selection fails for it.
+    void realProgramWithoutItsDisplay_data()
+    {
+        QTest::addColumn<QString>("display");
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("output");
+        QTest::addColumn<QString>("error");
+        const QString noSelection = u"so there is no selection to read"_s;
+        const QString leftAlone = u"the clipboard is left as it is"_s;
+        for (const QString& display : {QString(), u":97"_s}) {
+            const QByteArray none = display.isEmpty() ? "no display, " : "unreachable display, ";
+            QTest::newRow(none + "selection")
+                << display << u"--service charCount --selection"_s << 1 << QString() << noSelection;
+            QTest::newRow(none + "spelled out")
+                << display << u"--service spellOutNumber --text 7"_s << 0
+                << u"has been put on the clipboard: seven"_s << leftAlone;
+            QTest::newRow(none + "text") << display << u"--service charCount --text abc"_s << 0
+                                         << u"Character count: 3"_s << QString();
+            QTest::newRow(none + "batch")
+                << display << u"folder"_s << 0 << u"One or more items you dropped"_s << QString();
+        }
+    }
+    void realProgramWithoutItsDisplay()
+    {
+        QFETCH(QString, display);
+        QFETCH(QString, arguments);
+        QFETCH(int, exitCode);
+        QFETCH(QString, output);
+        QFETCH(QString, error);
+        testing::TestEnvironment env;
+        QDir().mkpath(env.root() + u"/folder"_s);
+        const Run run = runTallyvox(u"--console "_s.append(arguments).split(u' '), env.root(),
+                                    {{u"QT_QPA_PLATFORM"_s, u"xcb"_s},
+                                     {u"DISPLAY"_s, display},
+                                     {u"WAYLAND_DISPLAY"_s, QString()}});
+        QCOMPARE(run.exitCode, exitCode);
+        QCOMPARE(run.lines.join(u'\n').contains(output), true);
+        QVERIFY2(run.lines.isEmpty() == output.isEmpty(), qPrintable(run.lines.join(u'\n')));
+        if (error.isEmpty()) {
+            QVERIFY2(!run.errors.contains(u"tallyvox:"_s), qPrintable(run.errors));
+        } else {
+            QVERIFY2(run.errors.contains(u"tallyvox: cannot open the display"_s) &&
+                         run.errors.contains(error),
+                     qPrintable(run.errors));
+        }
+        // Nothing to hold where no clipboard was reached.
+        QVERIFY(run.milliseconds < 8000);
     }
 };
 
