@@ -3,7 +3,20 @@
 #include "shell/BatchRunner.h"
 #include "support/Desktop.h"
 
+#include <QCoreApplication>
+#include <QDir>
+
 namespace tallyvox {
+
+QUrl userGuideUrl(const QString& section)
+{
+    QUrl url = QUrl::fromLocalFile(QDir::cleanPath(QCoreApplication::applicationDirPath() +
+                                                   QStringLiteral("/" TALLYVOX_GUIDE_RELATIVE)));
+    if (!section.isEmpty()) {
+        url.setFragment(section);
+    }
+    return url;
+}
 
 Status dispatchCommand(CommandId command, std::initializer_list<CommandHandler*> chain)
 {
@@ -28,7 +41,9 @@ ApplicationCommands::ApplicationCommands(Desktop& desktop, BatchRunner& batch,
 Status ApplicationCommands::handleCommand(CommandId command)
 {
     if (command == commands::Help) {
-        m_desktop.openUrl(QUrl(QString::fromLatin1(webAddresses::help)));
+        m_desktop.openUrl(userGuideUrl());
+    } else if (command == commands::About && m_actions.showAbout) {
+        m_actions.showAbout();
     } else if (command == commands::Stop) {
         m_batch.requestCancel();
     } else if (command == commands::Ok) {
@@ -58,7 +73,7 @@ Status ApplicationCommands::handleCommand(CommandId command)
 Status HelpMenuCommands::handleCommand(CommandId command)
 {
     if (command == commands::Website) {
-        m_desktop.openUrl(QUrl(QString::fromLatin1(webAddresses::website)));
+        m_desktop.openUrl(userGuideUrl(QString::fromLatin1(webAddresses::projectSection)));
     } else if (command == commands::Store) {
         m_desktop.openUrl(QUrl(QString::fromLatin1(webAddresses::store)));
     } else {

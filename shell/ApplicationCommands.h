@@ -12,15 +12,18 @@ namespace tallyvox {
 class BatchRunner;
 class Desktop;
 
-/// The product's addresses on the web.
+/// The product's pages. There is no web site yet: 'HELP' opens the user guide installed
+/// with the program, and the website item the guide's section on the project.
 namespace webAddresses {
-/// 'HELP': the product page's help section.
-inline constexpr char help[] = "https://okaluna.example/tallyvox/help";
-/// 'WEB1': the product page on the maker's site.
-inline constexpr char website[] = "https://okaluna.example/tallyvox";
+/// 'WEB1' and the About window: the guide's section (its HTML id) on the project.
+inline constexpr char projectSection[] = "project";
 /// 'MAS1': the store page, which the desktop's software centre shows.
 inline constexpr char store[] = "appstream:com.okaluna.Tallyvox";
 } // namespace webAddresses
+
+/// The installed user guide, found relative to the program as its indexers are (the build
+/// tree mirrors that), at one of its sections when one is named.
+QUrl userGuideUrl(const QString& section = {});
 
 inline constexpr char16_t openPanelPrompt[] = u"Select one or more files to extract words from.";
 
@@ -35,9 +38,11 @@ struct ApplicationActions {
     std::function<void()> endEventLoop;
     /// Ends the indexer running now, and any later one (Quit).
     std::function<void()> stopIndexer;
+    /// Opens the About window.
+    std::function<void()> showAbout;
 };
 
-/// The application's command handler: help page, stop, OK, Open, Preferences, Quit.
+/// The application's command handler: help page, About, stop, OK, Open, Preferences, Quit.
 class ApplicationCommands final : public CommandHandler {
 public:
     ApplicationCommands(Desktop& desktop, BatchRunner& batch, ApplicationActions actions);

@@ -28,7 +28,8 @@ ApplicationShell::ApplicationShell(Desktop& desktop, PreferenceStore& preference
                                  if (indexerStop) {
                                      indexerStop->stop();
                                  }
-                             }}),
+                             },
+                             [this] { m_window.showAboutWindow(); }}),
       m_helpMenuCommands(desktop)
 {
     connect(&m_window, &MainWindow::documentsDropped, this, &ApplicationShell::openDocuments);

@@ -48,6 +48,8 @@ struct CommandId {
 
 namespace commands {
 inline constexpr CommandId Help = CommandId::fromChars("HELP");
+/// The standard About command of the original platform's application menu.
+inline constexpr CommandId About = CommandId::fromChars("abou");
 inline constexpr CommandId Stop = CommandId::fromChars("not!");
 inline constexpr CommandId Ok = CommandId::fromChars("ok  ");
 inline constexpr CommandId Open = CommandId::fromChars("open");

@@ -1,5 +1,6 @@
 #include "shell/MainWindow.h"
 
+#include "shell/AboutWindow.h"
 #include "shell/CommandBinding.h"
 #include "shell/DropTarget.h"
 #include "shell/ErrorWindow.h"
@@ -122,6 +123,16 @@ void MainWindow::showErrorWindow(const QString& text)
     m_errorWindow = new ErrorWindow(text);
     connect(m_errorWindow, &ErrorWindow::commandIssued, this, &MainWindow::errorWindowCommand);
     m_errorWindow->show();
+}
+
+void MainWindow::showAboutWindow()
+{
+    if (!m_aboutWindow) {
+        m_aboutWindow = new AboutWindow(m_desktop, this);
+    }
+    m_aboutWindow->show();
+    m_aboutWindow->raise();
+    m_aboutWindow->activateWindow();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)

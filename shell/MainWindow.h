@@ -4,6 +4,7 @@
 #include "shell/Command.h"
 #include "shell/ErrorWindow.h"
 
+#include <QDialog>
 #include <QMainWindow>
 #include <QPointer>
 
@@ -39,6 +40,10 @@ public:
     QMenu* helpMenu() const;
     /// The error window last shown, while it is open.
     ErrorWindow* errorWindow() const { return m_errorWindow; }
+    /// Opens the About window, or brings it forward.
+    void showAboutWindow();
+    /// The About window while it is open, else null.
+    QDialog* aboutWindow() const { return m_aboutWindow; }
 
     void showStatus(const QString& text, StatusTarget target) override;
     void setRunning(bool running) override;
@@ -76,6 +81,7 @@ private:
     QPushButton* m_stopButton;
     QWidget* m_highlight;
     QPointer<ErrorWindow> m_errorWindow;
+    QPointer<QDialog> m_aboutWindow;
     bool m_dragAccepted = false;
 };
 

@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
@@ -72,10 +73,25 @@ private slots:
         // The help menu's items are handled by the help menu only; the rest goes on.
         QCOMPARE(w.command("WEB1"), eventNotHandledErr);
         QCOMPARE(w.command("zzzz"), eventNotHandledErr);
-        QCOMPARE(
-            w.desktop.texts(u"openUrl"_s),
-            (QStringList{u"appstream:com.okaluna.Tallyvox"_s, u"https://okaluna.example/tallyvox"_s,
-                         u"https://okaluna.example/tallyvox/help"_s}));
+        // No web site yet: the help and the website are the installed guide and its section
+        // on the project.
+        const QStringList opened = w.desktop.texts(u"openUrl"_s);
+        QCOMPARE(opened.size(), 3);
+        QCOMPARE(opened.at(0), u"appstream:com.okaluna.Tallyvox"_s);
+        QVERIFY2(opened.at(1).startsWith(u"file:///"_s) &&
+                     opened.at(1).endsWith(u"/share/help/C/tallyvox/index.html#project"_s),
+                 qPrintable(opened.at(1)));
+        QCOMPARE(opened.at(2) + u"#project"_s, opened.at(1));
+
+        // About, from the application's chain, shows the version and links to the project.
+        QCOMPARE(w.command("abou", Origin::HelpMenu), noErr);
+        QDialog* about = w.shell.mainWindow().aboutWindow();
+        QVERIFY(about && about->isVisible());
+        QCOMPARE(about->findChild<QLabel*>(u"version"_s)->text(),
+                 QStringLiteral("Version " TALLYVOX_VERSION));
+        w.desktop.clear();
+        emit about->findChild<QLabel*>(u"projectLink"_s)->linkActivated(opened.at(1));
+        QCOMPARE(w.desktop.texts(u"openUrl"_s), QStringList{opened.at(1)});
     }
 
     void openRunsTheChosenFilesAfterTheCommand()

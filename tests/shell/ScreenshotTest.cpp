@@ -44,7 +44,7 @@ QString shoot(const QString& title, const QString& file)
 void press(const QString& window, const QString& keys)
 {
     run(u"xdotool"_s, {u"windowfocus"_s, u"--sync"_s, window});
-    run(u"xdotool"_s, {u"key"_s, keys});
+    run(u"xdotool"_s, QStringList{u"key"_s} + keys.split(u' '));
 }
 
 // With no window manager a key can arrive before the window takes input: press again
@@ -101,11 +101,15 @@ private slots:
         QVERIFY(pressUntil(mainWindow, u"ctrl+comma"_s,
                            [] { return !findWindow(u"Tallyvox Preferences"_s).isEmpty(); }));
         QVERIFY(!shoot(u"Tallyvox Preferences"_s, u"preferences-window.png"_s).isEmpty());
+        // Help > About Tallyvox by its mnemonics.
+        QVERIFY(pressUntil(mainWindow, u"alt+h a"_s,
+                           [] { return !findWindow(u"About Tallyvox"_s).isEmpty(); }));
+        QVERIFY(!shoot(u"About Tallyvox"_s, u"about-window.png"_s).isEmpty());
         QVERIFY(pressUntil(mainWindow, u"ctrl+q"_s,
                            [&app] { return app.state() == QProcess::NotRunning; }));
         QCOMPARE(app.exitCode(), 0);
 
-        for (const char* name : {"main-window.png", "preferences-window.png"}) {
+        for (const char* name : {"main-window.png", "preferences-window.png", "about-window.png"}) {
             const QImage image(QStringLiteral(TALLYVOX_SCREENSHOT_DIR "/") + QLatin1String(name));
             QVERIFY2(image.width() > 200 && image.height() > 100, name);
         }
