@@ -1,6 +1,7 @@
 #include "indexer/readers/RtfReader.h"
 
 #include "indexer/readers/ReadLimits.h"
+#include "indexer/readers/Utf8.h"
 
 #include <unicode/ucnv.h>
 
@@ -10,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tallyvox::indexer::readers {
@@ -20,21 +22,51 @@ using namespace std::string_view_literals;
 
 // Destinations whose content is not document text.
 constexpr std::array skippedDestinations = {
-    "aftnsep"sv,   "aftnsepc"sv,   "atnauthor"sv,  "atnid"sv,     "author"sv,
-    "buptim"sv,    "colortbl"sv,   "comment"sv,    "creatim"sv,   "doccomm"sv,
-    "docvar"sv,    "falt"sv,       "fldinst"sv,    "filetbl"sv,   "ftnsep"sv,
-    "ftnsepc"sv,   "generator"sv,  "info"sv,       "keywords"sv,  "listoverridetable"sv,
-    "listtable"sv, "listtext"sv,   "nonshppict"sv, "objdata"sv,   "operator"sv,
-    "pict"sv,      "pntext"sv,     "pntxta"sv,     "pntxtb"sv,    "printim"sv,
-    "private"sv,   "revtbl"sv,     "revtim"sv,     "rsidtbl"sv,   "sn"sv,
-    "sp"sv,        "stylesheet"sv, "subject"sv,    "sv"sv,        "tc"sv,
-    "template"sv,  "title"sv,      "txe"sv,        "userprops"sv, "xe"sv,
+    "aftnsep"sv,   "aftnsepc"sv,  "atnauthor"sv,  "atnid"sv,    "author"sv,
+    "buptim"sv,    "colortbl"sv,  "comment"sv,    "creatim"sv,  "doccomm"sv,
+    "docvar"sv,    "falt"sv,      "fldinst"sv,    "filetbl"sv,  "ftnsep"sv,
+    "ftnsepc"sv,   "generator"sv, "info"sv,       "keywords"sv, "listoverridetable"sv,
+    "listtable"sv, "listtext"sv,  "nonshppict"sv, "objdata"sv,  "operator"sv,
+    "pict"sv,      "pntext"sv,    "pntxta"sv,     "pntxtb"sv,   "printim"sv,
+    "private"sv,   "revtbl"sv,    "revtim"sv,     "rsidtbl"sv,  "shprslt"sv,
+    "sn"sv,        "sp"sv,        "stylesheet"sv, "subject"sv,  "sv"sv,
+    "tc"sv,        "template"sv,  "title"sv,      "txe"sv,      "userprops"sv,
+    "xe"sv,
 };
 
 // Destinations that are text of their own, set apart from the text around them.
 constexpr std::array separateDestinations = {
-    "annotation"sv, "footer"sv, "footerf"sv, "footerl"sv, "footerr"sv,
-    "footnote"sv,   "header"sv, "headerf"sv, "headerl"sv, "headerr"sv,
+    "annotation"sv, "footer"sv,  "footerf"sv, "footerl"sv, "footerr"sv, "footnote"sv,
+    "header"sv,     "headerf"sv, "headerl"sv, "headerr"sv, "shptxt"sv,
+};
+
+// Destinations whose text is read in place: field results, and a shape's instructions,
+// which hold its text box (shptxt).
+constexpr std::array keptDestinations = {"fldrslt"sv, "shpinst"sv};
+
+struct NamedCharacter {
+    std::string_view name;
+    char32_t c;
+};
+
+constexpr std::array namedCharacters = {
+    NamedCharacter{"emdash", 0x2014},    NamedCharacter{"endash", 0x2013},
+    NamedCharacter{"bullet", 0x2022},    NamedCharacter{"lquote", 0x2018},
+    NamedCharacter{"rquote", 0x2019},    NamedCharacter{"ldblquote", 0x201C},
+    NamedCharacter{"rdblquote", 0x201D}, NamedCharacter{"emspace", ' '},
+    NamedCharacter{"enspace", ' '},      NamedCharacter{"qmspace", ' '},
+};
+
+struct NamedCodepage {
+    std::string_view name;
+    int codepage;
+};
+
+constexpr std::array documentCodepages = {
+    NamedCodepage{"ansi", 1252},
+    NamedCodepage{"mac", 10000},
+    NamedCodepage{"pc", 437},
+    NamedCodepage{"pca", 850},
 };
 
 constexpr std::array separators = {
@@ -87,25 +119,6 @@ int codepageForCharset(int charset)
     }
 }
 
-void appendUtf8(std::string& out, char32_t c)
-{
-    if (c < 0x80) {
-        out.push_back(static_cast<char>(c));
-    } else if (c < 0x800) {
-        out.push_back(static_cast<char>(0xC0 | (c >> 6)));
-        out.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-    } else if (c < 0x10000) {
-        out.push_back(static_cast<char>(0xE0 | (c >> 12)));
-        out.push_back(static_cast<char>(0x80 | ((c >> 6) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-    } else {
-        out.push_back(static_cast<char>(0xF0 | (c >> 18)));
-        out.push_back(static_cast<char>(0x80 | ((c >> 12) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | ((c >> 6) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-    }
-}
-
 struct ConverterCloser {
     void operator()(UConverter* c) const { ucnv_close(c); }
 };
@@ -126,6 +139,7 @@ public:
                     ++m_excessDepth;
                 }
                 m_skipCount = 0;
+                m_ignorableNext = false;
                 break;
             case '}':
                 endGroup();
@@ -226,6 +240,7 @@ private:
     {
         flushBytes();
         m_skipCount = 0;
+        m_ignorableNext = false;
         if (m_excessDepth > 0) {
             --m_excessDepth;
             return;
@@ -301,7 +316,7 @@ private:
             return;
         }
         case '*':
-            m_state.destination = Destination::Skip;
+            m_ignorableNext = true;
             return;
         case '\\':
         case '{':
@@ -329,6 +344,8 @@ private:
 
     void handleWord(std::string_view name, bool hasParameter, int parameter)
     {
+        // \* asks to skip the group unless its destination is known.
+        const bool ignorable = std::exchange(m_ignorableNext, false);
         if (m_state.destination == Destination::FontTable) {
             fontTableWord(name, hasParameter, parameter);
             return;
@@ -339,32 +356,56 @@ private:
             }
             return;
         }
-        if (consumeFallback()) {
+        if (consumeFallback() || destinationWord(name)) {
             return;
         }
+        if (ignorable) {
+            m_state.destination = Destination::Skip;
+        } else if (!characterWord(name)) {
+            stateWord(name, hasParameter, parameter);
+        }
+    }
+
+    // A destination this reader knows; false for every other word.
+    bool destinationWord(std::string_view name)
+    {
+        if (name == "fonttbl") {
+            m_state.destination = Destination::FontTable;
+        } else if (contains(skippedDestinations, name)) {
+            m_state.destination = Destination::Skip;
+        } else if (contains(separateDestinations, name)) {
+            boundary();
+            m_state.separate = true;
+        } else {
+            return contains(keptDestinations, name);
+        }
+        return true;
+    }
+
+    // A word that stands for a character or a break.
+    bool characterWord(std::string_view name)
+    {
+        if (contains(separators, name)) {
+            boundary();
+            return true;
+        }
+        for (const NamedCharacter& named : namedCharacters) {
+            if (named.name == name) {
+                character(named.c);
+                return true;
+            }
+        }
+        return false;
+    }
+
+    // Words that change how the text that follows is read.
+    void stateWord(std::string_view name, bool hasParameter, int parameter)
+    {
         if (name == "uc") {
             m_state.unicodeSkip = std::clamp(parameter, 0, 16);
         } else if (name == "bin") {
             for (long n = std::max(parameter, 0); n > 0 && get() >= 0; --n) {
             }
-        } else if (contains(separators, name)) {
-            boundary();
-        } else if (name == "emdash") {
-            character(0x2014);
-        } else if (name == "endash") {
-            character(0x2013);
-        } else if (name == "bullet") {
-            character(0x2022);
-        } else if (name == "lquote") {
-            character(0x2018);
-        } else if (name == "rquote") {
-            character(0x2019);
-        } else if (name == "ldblquote") {
-            character(0x201C);
-        } else if (name == "rdblquote") {
-            character(0x201D);
-        } else if (name == "emspace" || name == "enspace" || name == "qmspace") {
-            character(' ');
         } else if (name == "v") {
             flushBytes();
             m_state.hidden = !hasParameter || parameter != 0;
@@ -372,23 +413,14 @@ private:
             flushBytes();
             const auto font = m_fontCodepage.find(parameter);
             m_state.codepage = font == m_fontCodepage.end() ? 0 : font->second;
-        } else if (name == "ansi") {
-            m_documentCodepage = 1252;
-        } else if (name == "mac") {
-            m_documentCodepage = 10000;
-        } else if (name == "pc") {
-            m_documentCodepage = 437;
-        } else if (name == "pca") {
-            m_documentCodepage = 850;
         } else if (name == "ansicpg" && parameter > 0) {
             m_documentCodepage = parameter;
-        } else if (name == "fonttbl") {
-            m_state.destination = Destination::FontTable;
-        } else if (contains(skippedDestinations, name)) {
-            m_state.destination = Destination::Skip;
-        } else if (contains(separateDestinations, name)) {
-            boundary();
-            m_state.separate = true;
+        } else {
+            for (const NamedCodepage& named : documentCodepages) {
+                if (named.name == name) {
+                    m_documentCodepage = named.codepage;
+                }
+            }
         }
     }
 
@@ -410,19 +442,10 @@ private:
 
     void unicode(int parameter)
     {
-        char32_t c = static_cast<char32_t>(parameter < 0 ? parameter + 65536 : parameter) & 0xFFFF;
-        if (c >= 0xD800 && c <= 0xDBFF) {
-            m_highSurrogate = c;
-        } else {
-            if (c >= 0xDC00 && c <= 0xDFFF) {
-                c = m_highSurrogate != 0
-                        ? 0x10000 + ((m_highSurrogate - 0xD800) << 10) + (c - 0xDC00)
-                        : 0xFFFD;
-            }
-            m_highSurrogate = 0;
-            if (c != 0) {
-                character(c);
-            }
+        const char32_t c = m_surrogates.join(
+            static_cast<char32_t>(parameter < 0 ? parameter + 65536 : parameter) & 0xFFFF);
+        if (c != 0) {
+            character(c);
         }
         m_skipCount = m_state.unicodeSkip;
     }
@@ -493,7 +516,8 @@ private:
     std::vector<State> m_stack;
     std::size_t m_excessDepth = 0;
     int m_skipCount = 0;
-    char32_t m_highSurrogate = 0;
+    SurrogateJoiner m_surrogates;
+    bool m_ignorableNext = false;
 
     int m_documentCodepage = 1252;
     int m_fontBeingDefined = 0;

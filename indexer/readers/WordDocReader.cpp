@@ -1,5 +1,7 @@
 #include "indexer/readers/WordDocReader.h"
 
+#include "indexer/readers/Utf8.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <functional>
@@ -12,7 +14,6 @@ namespace tallyvox::indexer::readers {
 namespace {
 
 constexpr std::uint32_t endOfChain = 0xFFFFFFFE;
-constexpr std::uint32_t noStream = 0xFFFFFFFF;
 
 std::uint32_t le16(std::string_view b, std::size_t at)
 {
@@ -189,17 +190,12 @@ public:
     WordText(const WordText&) = delete;
     WordText& operator=(const WordText&) = delete;
 
-    void put(std::uint32_t c)
+    void put(std::uint32_t unit)
     {
-        if (c >= 0xD800 && c <= 0xDBFF) {
-            m_high = c;
-            return;
-        }
-        if (c >= 0xDC00 && c <= 0xDFFF && m_high != 0) {
-            c = 0x10000 + ((m_high - 0xD800) << 10) + (c - 0xDC00);
-        }
-        m_high = 0;
+        char32_t c = m_surrogates.join(unit);
         switch (c) {
+        case 0: // a high surrogate waiting for its pair, or NUL
+            return;
         case 0x13: // field begin: its code follows
             m_fields.push_back(true);
             ++m_inCode;
@@ -235,23 +231,9 @@ public:
     }
 
 private:
-    void append(std::uint32_t c)
+    void append(char32_t c)
     {
-        if (c < 0x80) {
-            m_text.push_back(static_cast<char>(c));
-        } else if (c < 0x800) {
-            m_text.push_back(static_cast<char>(0xC0 | (c >> 6)));
-            m_text.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-        } else if (c < 0x10000) {
-            m_text.push_back(static_cast<char>(0xE0 | (c >> 12)));
-            m_text.push_back(static_cast<char>(0x80 | ((c >> 6) & 0x3F)));
-            m_text.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-        } else {
-            m_text.push_back(static_cast<char>(0xF0 | (c >> 18)));
-            m_text.push_back(static_cast<char>(0x80 | ((c >> 12) & 0x3F)));
-            m_text.push_back(static_cast<char>(0x80 | ((c >> 6) & 0x3F)));
-            m_text.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-        }
+        appendUtf8(m_text, c);
         if (m_text.size() >= 65536) {
             flush();
         }
@@ -269,7 +251,7 @@ private:
     std::string m_text;
     std::vector<bool> m_fields; // per open field: still in its code
     int m_inCode = 0;
-    std::uint32_t m_high = 0;
+    SurrogateJoiner m_surrogates;
 };
 
 // Windows-1252 for bytes 0x80-0x9F; the rest of a compressed piece is Latin-1.

@@ -40,6 +40,20 @@ private slots:
             "{\\rtf1 see {\\field{\\*\\fldinst HYPERLINK \"x\"}{\\fldrslt here}}.}", "see here.");
         row("hidden text", "{\\rtf1 shown{\\v hidden} \\v no\\v0 yes}", "shown yes");
         row("footnote apart", "{\\rtf1 word{\\footnote note}end}", "word|note|end");
+        // Destinations marked ignorable (\\*) are read when this reader knows them as text.
+        row("pandoc footnote",
+            "{\\rtf1 word{\\super\\chftn}{\\*\\footnote\\chftn\\~\\plain\\pard note text}end}",
+            "word|\u00a0note text|end");
+        row("annotation",
+            "{\\rtf1 text{\\*\\atnid J}{\\*\\atnauthor John}\\chatn{\\*\\annotation{\\*\\atndate 1}"
+            "\\pard remark}more}",
+            "text|remark|more");
+        row("headers and footers", "{\\rtf1{\\headerl left}{\\footer foot}body}", "left|foot|body");
+        row("text box, not its copy for old readers",
+            "{\\rtf1 a{\\shp{\\*\\shpinst{\\sp{\\sn fillColor}{\\sv 1}}{\\shptxt boxed}}"
+            "{\\shprslt{\\*\\do\\dptxbxtext old}}}b}",
+            "a|boxed|b");
+        row("unknown ignorable skipped", "{\\rtf1 a{\\*\\bkmkstart x}b{\\*\\unknown{y}}c}", "abc");
         row("binary data skipped", "{\\rtf1 a{\\pict\\bin4 }}}}}b}", "ab");
         row("specials", "{\\rtf1 don\\rquote t\\emdash ok\\~x}", "don’t—ok\u00a0x");
         row("optional hyphen joins", "{\\rtf1 hy\\-phen}", "hyphen");
