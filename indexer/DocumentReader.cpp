@@ -1,6 +1,7 @@
 #include "indexer/DocumentReader.h"
 
 #include "indexer/TextReader.h"
+#include "indexer/readers/CutReport.h"
 #include "indexer/readers/DocumentFormats.h"
 
 namespace tallyvox::indexer {
@@ -27,14 +28,18 @@ constexpr Reader documentReaders[] = {
 
 } // namespace
 
-bool readDocument(const std::string& path, TextSink& sink)
+DocumentRead readDocument(const std::string& path, TextSink& sink)
 {
+    const readers::CutReport report;
+    DocumentRead result;
     for (const Reader& reader : documentReaders) {
         if (reader.accepts(path)) {
-            return reader.read(path, sink);
+            result.readable = reader.read(path, sink);
+            break;
         }
     }
-    return false;
+    result.cuts = report.reasons();
+    return result;
 }
 
 } // namespace tallyvox::indexer

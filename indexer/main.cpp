@@ -1,6 +1,7 @@
 // SearchKitIndexer and SearchKitIndexer32: count the words of the file named by the one
-// argument and leave the table as the result file in the temporary folder. The exit status
-// is for people; the application only looks at the result file.
+// argument and leave the table as the result file in the temporary folder.
+// Exit status: 0 the table is complete; 3 the table was written but is partial, and one
+// line on standard error says why; 1 no table could be written; 2 a usage error.
 
 #include "indexer/DocumentReader.h"
 #include "indexer/ResourceLimits.h"
@@ -10,6 +11,23 @@
 
 #include <cstdio>
 #include <exception>
+#include <string>
+
+namespace {
+
+constexpr int partialTable = 3;
+
+// One line naming the file and every reason its table is partial.
+void reportCuts(const char* program, const char* path, const std::vector<std::string>& cuts)
+{
+    std::string line;
+    for (const std::string& cut : cuts) {
+        line += (line.empty() ? "" : "; ") + cut;
+    }
+    std::fprintf(stderr, "%s: %s: partial word table: %s\n", program, path, line.c_str());
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
@@ -28,9 +46,16 @@ int main(int argc, char** argv)
         WordCounter counter;
         // An unreadable file still gets a fresh result, an empty one, so no earlier
         // result is mistaken for it.
-        readDocument(argv[1], counter);
+        const DocumentRead read = readDocument(argv[1], counter);
         const WordMap words = counter.finish();
-        return writeResultFile(folder, words) ? 0 : 1;
+        if (!writeResultFile(folder, words)) {
+            return 1;
+        }
+        if (!read.cuts.empty()) {
+            reportCuts(argv[0], argv[1], read.cuts);
+            return partialTable;
+        }
+        return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;

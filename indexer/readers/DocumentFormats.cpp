@@ -1,13 +1,20 @@
 #include "indexer/readers/DocumentFormats.h"
 
+#include "indexer/readers/BinarySignature.h"
 #include "indexer/readers/ByteSource.h"
 #include "indexer/readers/ContainerReader.h"
+#include "indexer/readers/CutReport.h"
 #include "indexer/readers/HtmlReader.h"
 #include "indexer/readers/PdfReader.h"
 #include "indexer/readers/ReadLimits.h"
 #include "indexer/readers/RtfReader.h"
 #include "indexer/readers/WordDocReader.h"
 #include "indexer/readers/XmlReader.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
@@ -75,6 +82,52 @@ bool looksLikeHtml(const std::string& lowered)
     return false;
 }
 
+struct Mapping {
+    void* data = MAP_FAILED;
+    std::size_t size = 0;
+    Mapping(const Mapping&) = delete;
+    Mapping& operator=(const Mapping&) = delete;
+    Mapping(int fd, std::size_t bytes) : size(bytes)
+    {
+        if (bytes > 0) {
+            data = ::mmap(nullptr, bytes, PROT_READ, MAP_PRIVATE, fd, 0);
+        }
+    }
+    ~Mapping()
+    {
+        if (data != MAP_FAILED) {
+            ::munmap(data, size);
+        }
+    }
+};
+
+// The compound file is read through a mapping: the reader follows sector chains all
+// over it, and only the streams it needs are copied.
+void readWordFile(const std::string& path, TextSink& sink)
+{
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) {
+        return;
+    }
+    struct stat info {};
+    if (::fstat(fd, &info) != 0 || info.st_size <= 0) {
+        ::close(fd);
+        return;
+    }
+    const auto size = static_cast<std::uint64_t>(info.st_size);
+    if (size > ReadLimits::maxWordFileBytes) {
+        ::close(fd);
+        CutReport::note("Word 97: files over " +
+                        std::to_string(ReadLimits::maxWordFileBytes >> 20) + " MiB are not read");
+        return;
+    }
+    const Mapping file(fd, static_cast<std::size_t>(size));
+    ::close(fd);
+    if (file.data != MAP_FAILED) {
+        readWordDocument({static_cast<const char*>(file.data), file.size}, sink);
+    }
+}
+
 } // namespace
 
 DocumentKind documentKind(const std::string& path)
@@ -86,17 +139,18 @@ DocumentKind documentKind(const std::string& path)
                    : DocumentKind::PlainText;
     }
     const std::string bytes = head(path, 1024);
-    if (bytes.find("%PDF-") != std::string::npos) {
+    switch (binaryKind(bytes)) {
+    case BinaryKind::Pdf:
         return DocumentKind::Pdf;
+    case BinaryKind::Zip:
+        return DocumentKind::Container;
+    case BinaryKind::Compound:
+        return DocumentKind::WordBinary;
+    case BinaryKind::None:
+        break;
     }
     if (bytes.substr(0, 5) == "{\\rtf") {
         return DocumentKind::Rtf;
-    }
-    if (bytes.substr(0, 4) == "PK\x03\x04" || bytes.substr(0, 4) == "PK\x05\x06") {
-        return DocumentKind::Container;
-    }
-    if (bytes.substr(0, 8) == "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1") {
-        return DocumentKind::WordBinary;
     }
     std::string lowered;
     if (!looksLikeMarkup(bytes, lowered)) {
@@ -138,15 +192,9 @@ bool readDocument(const std::string& path, TextSink& sink)
         readContainer(zip, sink);
         return true;
     }
-    case DocumentKind::WordBinary: {
-        bool truncated = false;
-        const std::string file =
-            readAll(fileSource(path), ReadLimits::maxWordFileBytes, &truncated);
-        if (!truncated) {
-            readWordDocument(file, sink);
-        }
+    case DocumentKind::WordBinary:
+        readWordFile(path, sink);
         return true; // other compound files (spreadsheets, slides) are binary: no text
-    }
     case DocumentKind::Html:
         readHtml(fileSource(path), sink);
         return true;
