@@ -15,6 +15,10 @@ public:
     void text(std::string_view utf8) override { m_text.append(utf8); }
     void boundary() override { m_breaks.push_back(m_text.size()); }
 
+    bool empty() const { return m_text.empty(); }
+    /// Bytes of text held.
+    std::size_t size() const { return m_text.size(); }
+
     /// Delivers everything held, in the order it came.
     void replay(TextSink& sink) const
     {

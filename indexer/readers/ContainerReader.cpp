@@ -1,12 +1,15 @@
 #include "indexer/readers/ContainerReader.h"
 
 #include "indexer/readers/BufferedSink.h"
+#include "indexer/readers/CutReport.h"
 #include "indexer/readers/HtmlReader.h"
 #include "indexer/readers/MarkupParser.h"
+#include "indexer/readers/NumberFormat.h"
 #include "indexer/readers/ReadLimits.h"
 
 #include <algorithm>
 #include <charconv>
+#include <deque>
 #include <map>
 #include <set>
 #include <string>
@@ -181,18 +184,75 @@ private:
     int m_skip = 0;
 };
 
-// Cells with text: shared strings by index, inline strings and formula results. Numbers
-// are left out: what is stored (date serials, unrounded values) is not what is shown.
+// How numbers show: the number format of each cell style (cellXfs, by index), and the
+// workbook's date system.
+class CellStyles : public MarkupHandler {
+public:
+    void startElement(std::string_view name, const MarkupAttributes& attributes) override
+    {
+        if (name == "numFmt") {
+            int id = -1;
+            if (parseNumber(attributes.value("numFmtId"), id)) {
+                m_customFormats[id] = attributes.value("formatCode");
+            }
+        } else if (name == "cellXfs") {
+            ++m_inCellFormats;
+        } else if (name == "xf" && m_inCellFormats > 0) {
+            int id = 0;
+            parseNumber(attributes.value("numFmtId"), id);
+            m_styleFormats.push_back(id);
+        } else if (name == "workbookPr") {
+            const std::string_view value = attributes.value("date1904");
+            date1904 = value == "1" || value == "true";
+        }
+    }
+    void endElement(std::string_view name) override
+    {
+        if (name == "cellXfs") {
+            m_inCellFormats -= m_inCellFormats > 0 ? 1 : 0;
+        }
+    }
+    void characters(std::string_view) override {}
+
+    /// The format code of a cell style; General for an unknown style, empty for a built-in
+    /// format not rendered here.
+    std::string_view formatCode(std::string_view style) const
+    {
+        std::size_t index = 0;
+        const int id =
+            parseNumber(style, index) && index < m_styleFormats.size() ? m_styleFormats[index] : 0;
+        const auto custom = m_customFormats.find(id);
+        return custom != m_customFormats.end() ? std::string_view(custom->second)
+                                               : builtinNumberFormat(id);
+    }
+
+    bool date1904 = false;
+
+private:
+    template <typename Number>
+    static bool parseNumber(std::string_view text, Number& out)
+    {
+        return std::from_chars(text.data(), text.data() + text.size(), out).ec == std::errc();
+    }
+
+    std::map<int, std::string> m_customFormats;
+    std::vector<int> m_styleFormats;
+    int m_inCellFormats = 0;
+};
+
+// Each cell as it shows: shared strings by index, inline strings and formula strings;
+// numbers in their cell's number format, else as stored; booleans and errors as shown.
 class SheetCells : public MarkupHandler {
 public:
-    SheetCells(const std::vector<std::string>& shared, TextSink& sink)
-        : m_shared(shared), m_sink(sink)
+    SheetCells(const std::vector<std::string>& shared, const CellStyles& styles, TextSink& sink)
+        : m_shared(shared), m_styles(styles), m_sink(sink)
     {}
 
     void startElement(std::string_view name, const MarkupAttributes& attributes) override
     {
         if (name == "c") {
             m_type = attributes.value("t");
+            m_style = attributes.value("s");
             m_value.clear();
         } else if (name == "v" || name == "t") {
             ++m_collect;
@@ -229,15 +289,33 @@ private:
             if (ec == std::errc() && index < m_shared.size()) {
                 m_sink.text(m_shared[index]);
             }
-        } else if (m_type == "inlineStr" || m_type == "str") {
-            m_sink.text(m_value);
+        } else if (m_type.empty() || m_type == "n") {
+            m_sink.text(shownNumber());
+        } else if (m_type == "b") {
+            m_sink.text(m_value == "1" ? "TRUE" : m_value == "0" ? "FALSE" : "");
+        } else {
+            m_sink.text(m_value); // inlineStr, str, e (the error shown), d (an ISO date)
         }
         m_sink.boundary();
     }
 
+    std::string shownNumber() const
+    {
+        double value = 0;
+        const char* end = m_value.data() + m_value.size();
+        const auto [ptr, ec] = std::from_chars(m_value.data(), end, value);
+        if (ec != std::errc() || ptr != end) {
+            return m_value;
+        }
+        return formatNumber(value, m_styles.formatCode(m_style), m_styles.date1904)
+            .value_or(m_value);
+    }
+
     const std::vector<std::string>& m_shared;
+    const CellStyles& m_styles;
     TextSink& m_sink;
     std::string m_type;
+    std::string m_style;
     std::string m_value;
     int m_collect = 0;
     int m_skip = 0;
@@ -290,15 +368,18 @@ void readSpreadsheet(ZipArchive& zip, const std::string& main, TextSink& sink)
 {
     const std::string dir = directoryOf(main);
     SharedStrings shared;
+    CellStyles styles;
     zip.forEach([&](const std::string& name, const ByteSource& data) {
         if (name == dir + "sharedStrings.xml") {
             parseXml(data, shared);
+        } else if (name == dir + "styles.xml" || name == main) {
+            parseXml(data, styles);
         }
     });
     zip.forEach([&](const std::string& name, const ByteSource& data) {
         if (startsWith(name, dir + "worksheets/") && endsWith(name, ".xml") &&
             name.find("/_rels/") == std::string::npos) {
-            SheetCells handler(shared.strings, sink);
+            SheetCells handler(shared.strings, styles, sink);
             streamPart(data, handler, sink);
         }
     });
@@ -358,72 +439,147 @@ void readOoxml(ZipArchive& zip, TextSink& sink)
 
 // --- OpenDocument ---------------------------------------------------------------------
 
+// Text inside office:body, and in the master pages' headers and footers (styles.xml, or
+// the same document when flat). Repeated cells and rows count once per repetition, up to
+// ReadLimits::maxRepeatedText bytes in all.
 class OdfText : public MarkupHandler {
 public:
     explicit OdfText(TextSink& sink) : m_sink(sink) {}
 
-    void startElement(std::string_view name, const MarkupAttributes&) override
+    void startElement(std::string_view name, const MarkupAttributes& attributes) override
     {
-        if (name == "body") {
-            ++m_inBody;
-        } else if (m_inBody == 0) {
+        if (isRegion(name)) {
+            ++m_inRegion;
+            // A header or footer switched off is not printed.
+            m_skip += attributes.value("display") == "false" ? 1 : 0;
+        } else if (m_inRegion == 0) {
             return;
         } else if (isSkipped(name)) {
             ++m_skip;
+        } else if (name == "table-row" || name == "table-cell" || name == "covered-table-cell") {
+            startRepeat(attributes.value(name == "table-row" ? "number-rows-repeated"
+                                                             : "number-columns-repeated"));
+        } else if (name == "annotation") {
+            // Its author and date sit outside its paragraphs.
+            m_annotationParagraphs.push_back(m_inParagraph);
+            m_inParagraph = 0;
+            sink().boundary();
         } else if (name == "p" || name == "h") {
-            m_sink.boundary();
+            sink().boundary();
             ++m_inParagraph;
         } else if (name == "s") {
-            m_sink.text(" ");
+            sink().text(" ");
         } else if (name == "tab" || name == "line-break") {
-            m_sink.boundary();
+            sink().boundary();
         }
     }
 
     void endElement(std::string_view name) override
     {
-        if (name == "body") {
-            m_inBody -= m_inBody > 0 ? 1 : 0;
-        } else if (m_inBody == 0) {
+        if (isRegion(name)) {
+            m_inRegion -= m_inRegion > 0 ? 1 : 0;
+            m_skip = m_inRegion == 0 ? 0 : m_skip;
+        } else if (m_inRegion == 0) {
             return;
         } else if (isSkipped(name)) {
             m_skip -= m_skip > 0 ? 1 : 0;
+        } else if (name == "table-row" || name == "table-cell" || name == "covered-table-cell") {
+            sink().boundary();
+            endRepeat();
+        } else if (name == "annotation" && !m_annotationParagraphs.empty()) {
+            sink().boundary();
+            m_inParagraph = m_annotationParagraphs.back();
+            m_annotationParagraphs.pop_back();
         } else if (name == "p" || name == "h") {
-            m_sink.boundary();
+            sink().boundary();
             m_inParagraph -= m_inParagraph > 0 ? 1 : 0;
-        } else if (name == "table-cell" || name == "list-item" || name == "note-body" ||
-                   name == "annotation" || name == "frame") {
-            m_sink.boundary();
+        } else if (name == "list-item" || name == "note-body" || name == "frame") {
+            sink().boundary();
         }
     }
 
     void characters(std::string_view utf8) override
     {
-        if (m_inBody > 0 && m_inParagraph > 0 && m_skip == 0) {
-            m_sink.text(utf8);
+        if (m_inRegion > 0 && m_inParagraph > 0 && m_skip == 0) {
+            sink().text(utf8);
         }
     }
 
 private:
-    // Note numbers are generated, deleted text is history, and page numbers differ per page
-    // (in presentations only a placeholder is stored).
+    struct Repeat {
+        explicit Repeat(std::uint64_t n) : times(n) {}
+        std::uint64_t times;
+        BufferedSink text;
+    };
+
+    TextSink& sink() { return m_repeats.empty() ? m_sink : m_repeats.back().text; }
+
+    // Where the innermost repeat's copies go.
+    TextSink& outerSink()
+    {
+        return m_repeats.size() < 2 ? m_sink : m_repeats[m_repeats.size() - 2].text;
+    }
+
+    void startRepeat(std::string_view count)
+    {
+        std::uint64_t times = 1;
+        std::from_chars(count.data(), count.data() + count.size(), times);
+        m_repeats.emplace_back(std::max<std::uint64_t>(times, 1));
+    }
+
+    void endRepeat()
+    {
+        if (m_repeats.empty()) {
+            return;
+        }
+        const Repeat& repeat = m_repeats.back();
+        TextSink& out = outerSink();
+        repeat.text.replay(out);
+        // Empty cells repeated to the sheet's edge are the common case: nothing to copy.
+        for (std::uint64_t n = 1; n < repeat.times && !repeat.text.empty(); ++n) {
+            if (m_repeatedBytes + repeat.text.size() > ReadLimits::maxRepeatedText) {
+                CutReport::note("OpenDocument: repeated cells beyond " +
+                                std::to_string(ReadLimits::maxRepeatedText >> 20) +
+                                " MiB of text were counted once");
+                break;
+            }
+            m_repeatedBytes += repeat.text.size();
+            repeat.text.replay(out);
+        }
+        m_repeats.pop_back();
+    }
+
+    static bool isRegion(std::string_view name)
+    {
+        return name == "body" || name == "header" || name == "footer" || name == "header-left" ||
+               name == "footer-left" || name == "header-first" || name == "footer-first";
+    }
+
+    // Note numbers are generated, deleted text is history, and page numbers and sheet
+    // names differ per page (only a placeholder is stored).
     static bool isSkipped(std::string_view name)
     {
         return name == "note-citation" || name == "tracked-changes" || name == "page-number" ||
-               name == "page-count";
+               name == "page-count" || name == "sheet-name";
     }
 
     TextSink& m_sink;
-    int m_inBody = 0;
+    std::deque<Repeat> m_repeats;
+    std::vector<int> m_annotationParagraphs;
+    std::uint64_t m_repeatedBytes = 0;
+    int m_inRegion = 0;
     int m_inParagraph = 0;
     int m_skip = 0;
 };
 
 void readOdf(ZipArchive& zip, TextSink& sink)
 {
+    // One handler for both parts, so that the budget for repeated text is the document's.
+    OdfText handler(sink);
     zip.forEach([&](const std::string& name, const ByteSource& data) {
-        if (name == "content.xml") {
-            readOdfBody(data, sink);
+        if (name == "content.xml" || name == "styles.xml") {
+            parseXml(data, handler);
+            sink.boundary();
         }
     });
 }

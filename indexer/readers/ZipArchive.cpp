@@ -1,12 +1,15 @@
 #include "indexer/readers/ZipArchive.h"
 
+#include "indexer/readers/CutReport.h"
 #include "indexer/readers/ReadLimits.h"
 
 #include <archive.h>
 #include <archive_entry.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
+#include <string>
 
 namespace tallyvox::indexer::readers {
 
@@ -19,17 +22,28 @@ using ArchivePtr = std::unique_ptr<archive, ArchiveCloser>;
 
 } // namespace
 
+std::uint64_t ZipArchive::budgetFor(std::uint64_t compressedBytes)
+{
+    const std::uint64_t ratio =
+        compressedBytes > ReadLimits::maxInflatedBytes / ReadLimits::maxInflationRatio
+            ? ReadLimits::maxInflatedBytes
+            : compressedBytes * ReadLimits::maxInflationRatio;
+    return std::clamp(ratio, ReadLimits::minInflatedBytes, ReadLimits::maxInflatedBytes);
+}
+
 ZipArchive ZipArchive::fromFile(std::string path)
 {
+    std::error_code ec;
+    const std::uintmax_t size = std::filesystem::file_size(path, ec);
     ZipArchive zip(std::move(path), {});
-    zip.m_budget = ReadLimits::maxInflatedBytes;
+    zip.m_budget = budgetFor(ec ? 0 : size);
     return zip;
 }
 
 ZipArchive ZipArchive::fromMemory(std::string_view bytes)
 {
     ZipArchive zip({}, bytes);
-    zip.m_budget = ReadLimits::maxInflatedBytes;
+    zip.m_budget = budgetFor(bytes.size());
     return zip;
 }
 
@@ -47,9 +61,14 @@ void ZipArchive::forEach(
         return;
     }
     archive_entry* entry = nullptr;
-    for (std::size_t seen = 0; seen < ReadLimits::maxContainerEntries && !budgetSpent(); ++seen) {
+    for (std::size_t seen = 0; !budgetSpent(); ++seen) {
         const int status = archive_read_next_header(a.get(), &entry);
         if (status == ARCHIVE_EOF || status == ARCHIVE_FATAL) {
+            break;
+        }
+        if (seen == ReadLimits::maxContainerEntries) {
+            CutReport::note("zip: entries beyond the first " +
+                            std::to_string(ReadLimits::maxContainerEntries) + " were not read");
             break;
         }
         const char* name = archive_entry_pathname(entry);
@@ -60,6 +79,9 @@ void ZipArchive::forEach(
             const std::uint64_t left = m_budget - std::min(m_budget, m_inflated);
             const auto want = static_cast<std::size_t>(std::min<std::uint64_t>(cap, left));
             if (want == 0) {
+                CutReport::note("zip: inflating stopped at " + std::to_string(m_budget >> 20) +
+                                " MiB, " + std::to_string(ReadLimits::maxInflationRatio) +
+                                " times the file's size");
                 return 0;
             }
             const la_ssize_t n = archive_read_data(raw, buf, want);

@@ -12,7 +12,9 @@
 namespace tallyvox::indexer::readers {
 
 /// Read-only access to a zip container, within ReadLimits: at most maxContainerEntries
-/// entries are seen per pass, and all passes together inflate at most maxInflatedBytes.
+/// entries are seen per pass, and all passes together inflate at most budgetFor(the
+/// container's size) bytes. Entries are streamed, never inflated whole. Reaching either
+/// limit is noted in the CutReport.
 class ZipArchive {
 public:
     /// The container at path.
@@ -32,6 +34,9 @@ public:
     /// Whether some reading stopped at the inflation budget.
     bool budgetSpent() const { return m_inflated >= m_budget; }
 
+    /// The inflation budget of a container of compressedBytes.
+    static std::uint64_t budgetFor(std::uint64_t compressedBytes);
+
 private:
     ZipArchive(std::string path, std::string_view bytes) : m_path(std::move(path)), m_bytes(bytes)
     {}
@@ -39,7 +44,7 @@ private:
     std::string m_path;
     std::string_view m_bytes;
     std::uint64_t m_inflated = 0;
-    std::uint64_t m_budget;
+    std::uint64_t m_budget = 0;
 };
 
 } // namespace tallyvox::indexer::readers
