@@ -1,5 +1,6 @@
 #include "indexer/readers/HtmlReader.h"
 
+#include "indexer/readers/MarkupFilter.h"
 #include "indexer/readers/MarkupParser.h"
 
 #include <algorithm>
@@ -11,15 +12,6 @@ namespace tallyvox::indexer::readers {
 namespace {
 
 using namespace std::string_view_literals;
-
-// Elements that flow inside a line: text on both sides may form one word.
-constexpr std::array inlineElements = {
-    "a"sv,    "abbr"sv,  "acronym"sv, "b"sv,     "bdi"sv,  "bdo"sv,    "big"sv,    "cite"sv,
-    "code"sv, "data"sv,  "del"sv,     "dfn"sv,   "em"sv,   "font"sv,   "i"sv,      "ins"sv,
-    "kbd"sv,  "label"sv, "mark"sv,    "nobr"sv,  "q"sv,    "rb"sv,     "rp"sv,     "rt"sv,
-    "ruby"sv, "s"sv,     "samp"sv,    "small"sv, "span"sv, "strike"sv, "strong"sv, "sub"sv,
-    "sup"sv,  "time"sv,  "tt"sv,      "u"sv,     "var"sv,  "wbr"sv,
-};
 
 // Elements whose content is never shown as text.
 constexpr std::array hiddenElements = {
@@ -40,7 +32,7 @@ public:
     {
         if (contains(hiddenElements, name)) {
             ++m_hidden;
-        } else if (!contains(inlineElements, name)) {
+        } else if (!isInlineHtmlElement(name)) {
             m_sink.boundary();
         }
     }
@@ -49,7 +41,7 @@ public:
     {
         if (contains(hiddenElements, name)) {
             m_hidden -= m_hidden > 0 ? 1 : 0;
-        } else if (!contains(inlineElements, name)) {
+        } else if (!isInlineHtmlElement(name)) {
             m_sink.boundary();
         }
     }

@@ -1,5 +1,7 @@
 #include "indexer/readers/MarkupParser.h"
 
+#include "indexer/readers/CutReport.h"
+#include "indexer/readers/MarkupFilter.h"
 #include "indexer/readers/ReadLimits.h"
 
 #include <libxml/HTMLparser.h>
@@ -9,6 +11,7 @@
 #include <libxml/parserInternals.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <cstring>
 #include <mutex>
@@ -43,50 +46,73 @@ void initLibxml()
     });
 }
 
-// The encoding to impose on HTML that declares none (no byte-order mark, no charset, no
-// XML declaration): UTF-8 when the start is valid UTF-8, else Windows-1252 as browsers do.
-const char* undeclaredEncoding(std::string_view start)
+bool hasByteOrderMark(std::string_view start)
 {
-    if (start.substr(0, 2) == "\xFF\xFE" || start.substr(0, 2) == "\xFE\xFF" ||
-        start.substr(0, 3) == "\xEF\xBB\xBF") {
-        return nullptr;
-    }
+    return start.substr(0, 2) == "\xFF\xFE" || start.substr(0, 2) == "\xFE\xFF" ||
+           start.substr(0, 3) == "\xEF\xBB\xBF";
+}
+
+bool declaresCharset(std::string_view start)
+{
     std::string lowered(start.substr(0, 4096));
     for (char& c : lowered) {
         c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     }
-    if (lowered.find("charset") != std::string::npos ||
-        lowered.find("encoding=") != std::string::npos) {
-        return nullptr;
+    return lowered.find("charset") != std::string::npos ||
+           lowered.find("encoding=") != std::string::npos;
+}
+
+// The length of the UTF-8 sequence a lead byte starts, or 0 when it starts none.
+std::size_t sequenceLength(unsigned char c)
+{
+    if (c < 0x80) {
+        return 1;
     }
+    if ((c >> 5) == 6) {
+        return 2;
+    }
+    if ((c >> 4) == 14) {
+        return 3;
+    }
+    return (c >> 3) == 30 ? 4 : 0;
+}
+
+// Whether start is UTF-8, up to a sequence cut by its end.
+bool isUtf8(std::string_view start)
+{
     for (std::size_t i = 0; i < start.size();) {
-        const auto c = static_cast<unsigned char>(start[i]);
-        const std::size_t len = c < 0x80         ? 1
-                                : (c >> 5) == 6  ? 2
-                                : (c >> 4) == 14 ? 3
-                                : (c >> 3) == 30 ? 4
-                                                 : 0;
+        const std::size_t len = sequenceLength(static_cast<unsigned char>(start[i]));
         if (len == 0) {
-            return "windows-1252";
+            return false;
         }
         if (i + len > start.size()) {
             break; // cut by the chunk, not invalid
         }
         for (std::size_t k = 1; k < len; ++k) {
             if ((static_cast<unsigned char>(start[i + k]) & 0xC0) != 0x80) {
-                return "windows-1252";
+                return false;
             }
         }
         i += len;
     }
-    return "UTF-8";
+    return true;
+}
+
+// The encoding to impose on HTML that declares none (no byte-order mark, no charset, no
+// XML declaration): UTF-8 when the start is valid UTF-8, else Windows-1252 as browsers do.
+const char* undeclaredEncoding(std::string_view start)
+{
+    if (hasByteOrderMark(start) || declaresCharset(start)) {
+        return nullptr;
+    }
+    return isUtf8(start) ? "UTF-8" : "windows-1252";
 }
 
 } // namespace
 
 std::string_view MarkupAttributes::value(std::string_view localName) const
 {
-    for (int i = 0; i < m_count; ++i) {
+    for (std::size_t i = 0; i < static_cast<std::size_t>(m_count); ++i) {
         const unsigned char** a = m_namespaced + 5 * i;
         if (view(a[0]) == localName) {
             return {reinterpret_cast<const char*>(a[3]), static_cast<std::size_t>(a[4] - a[3])};
@@ -119,6 +145,7 @@ public:
                         const xmlChar**, int nbAttributes, int, const xmlChar** attributes)
     {
         auto* p = self_(self);
+        p->m_maxDepth = std::max(p->m_maxDepth, ++p->m_depth);
         MarkupAttributes attrs;
         attrs.m_namespaced = attributes;
         attrs.m_count = nbAttributes;
@@ -130,6 +157,7 @@ public:
     static void endNs(void* self, const xmlChar* localname, const xmlChar*, const xmlChar*)
     {
         auto* p = self_(self);
+        p->m_depth -= p->m_depth > 0 ? 1 : 0;
         p->m_handler.endElement(view(localname));
         p->checkStop();
     }
@@ -137,11 +165,6 @@ public:
     static void startHtml(void* self, const xmlChar* name, const xmlChar** attributes)
     {
         auto* p = self_(self);
-        if (++p->m_depth > ReadLimits::maxHtmlDepth) {
-            // libxml2 rescans its open-element stack on stray end tags, so unbounded
-            // nesting would make a small file cost quadratic time.
-            p->m_handler.stop();
-        }
         MarkupAttributes attrs;
         attrs.m_pairs = attributes;
         p->m_handler.startElement(view(name), attrs);
@@ -151,9 +174,6 @@ public:
     static void endHtml(void* self, const xmlChar* name)
     {
         auto* p = self_(self);
-        if (p->m_depth > 0) {
-            --p->m_depth;
-        }
         p->m_handler.endElement(view(name));
         p->checkStop();
     }
@@ -187,9 +207,10 @@ public:
     template <typename ParseChunk>
     void feed(const ByteSource& source, ParseChunk parseChunk)
     {
-        char buf[65536];
+        std::array<char, 65536> storage{};
+        char* buf = storage.data();
         for (;;) {
-            const std::size_t n = source(buf, sizeof buf);
+            const std::size_t n = source(buf, storage.size());
             if (m_handler.stopped()) {
                 break;
             }
@@ -211,6 +232,7 @@ public:
     MarkupHandler& m_handler;
     xmlParserCtxtPtr m_ctxt = nullptr;
     std::size_t m_depth = 0;
+    std::size_t m_maxDepth = 0;
     bool m_sawRoot = false;
 };
 
@@ -262,9 +284,18 @@ bool parseXml(const ByteSource& source, MarkupHandler& handler)
     parser.m_ctxt->_private = &parser;
     xmlCtxtUseOptions(parser.m_ctxt, XML_PARSE_NONET | XML_PARSE_RECOVER | XML_PARSE_NOERROR |
                                          XML_PARSE_NOWARNING);
-    parser.feed(source, [&parser](const char* data, int size, int terminate) {
+    MarkupFilter filter(source, false);
+    const ByteSource filtered = [&filter](char* buf, std::size_t cap) {
+        return filter.read(buf, cap);
+    };
+    parser.feed(filtered, [&parser](const char* data, int size, int terminate) {
         xmlParseChunk(parser.m_ctxt, data, size, terminate);
     });
+    // libxml2 stops for good past its depth limit.
+    if (parser.m_maxDepth >= xmlParserMaxDepth && !handler.stopped()) {
+        CutReport::note("XML: elements nested deeper than " + std::to_string(xmlParserMaxDepth) +
+                        " levels ended the part");
+    }
     xmlFreeParserCtxt(parser.m_ctxt);
     return parser.m_sawRoot;
 }
@@ -280,18 +311,15 @@ void parseHtml(const ByteSource& source, MarkupHandler& handler)
     keepTextOnly(sax);
 
     // libxml2 would take undeclared text for Latin-1; look at the start first.
+    MarkupFilter filter(source, true);
     std::string first(65536, '\0');
-    first.resize(source(first.data(), first.size()));
-    const ByteSource rest = [&first, &source](char* buf, std::size_t cap) -> std::size_t {
-        if (first.empty()) {
-            return source(buf, cap);
-        }
-        const std::size_t n = std::min(cap, first.size());
-        std::memcpy(buf, first.data(), n);
-        first.erase(0, n);
-        return n;
-    };
+    first.resize(filter.read(first.data(), first.size()));
     const char* fallback = undeclaredEncoding(first);
+    const ByteSource again = memorySource(first);
+    const ByteSource rest = [&again, &filter](char* buf, std::size_t cap) {
+        const std::size_t n = again(buf, cap);
+        return n > 0 ? n : filter.read(buf, cap);
+    };
 
     MarkupParser parser(handler);
     parser.m_ctxt =
