@@ -32,7 +32,7 @@ asan-test:
 bench: build
 	bench/run.sh $(BUILD)
 
-# Each fuzz target for FUZZ_SECONDS on its seed corpus (clang + libFuzzer, outside CMake).
+# Each fuzz target for FUZZ_SECONDS on its seed corpus (a clang build with TALLYVOX_FUZZ).
 fuzz: deps
 	tests/fuzz/run.sh $(FUZZ_SECONDS)
 
