@@ -144,20 +144,8 @@ void MarkupFilter::put(char c)
         openTag(c);
         return;
     case State::StartName:
-        if (isSpace(c) || c == '/' || c == '>') {
-            startNameEnds(c);
-        } else if (m_name.size() < 64) {
-            m_name.push_back(m_html ? lower(c) : c);
-        } else {
-            startNameEnds(c); // a name this long is no element anyone nests
-        }
-        return;
     case State::EndName:
-        if (isSpace(c) || c == '>' || m_name.size() >= 64) {
-            endNameEnds(c);
-        } else {
-            m_name.push_back(m_html ? lower(c) : c);
-        }
+        nameChar(c);
         return;
     case State::InTag:
         inTag(c);
@@ -170,6 +158,20 @@ void MarkupFilter::put(char c)
             m_state = State::Text;
         }
         return;
+    }
+}
+
+// A tag's name is held back until it ends; a name this long is no element anyone nests.
+void MarkupFilter::nameChar(char c)
+{
+    const bool ends =
+        isSpace(c) || c == '>' || m_name.size() >= 64 || (m_state == State::StartName && c == '/');
+    if (!ends) {
+        m_name.push_back(m_html ? lower(c) : c);
+    } else if (m_state == State::StartName) {
+        startNameEnds(c);
+    } else {
+        endNameEnds(c);
     }
 }
 

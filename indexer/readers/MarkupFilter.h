@@ -36,6 +36,7 @@ private:
     void flushPending();
     void put(char c);
     void openTag(char c);
+    void nameChar(char c);
     void startNameEnds(char c);
     void endNameEnds(char c);
     void inTag(char c);

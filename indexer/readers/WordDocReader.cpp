@@ -356,8 +356,8 @@ bool readWordDocument(std::string_view file, TextSink& sink)
     if (!table) {
         return true;
     }
-    readPieces(*word, *table, le32(*word, pairsAt + 33 * 8), le32(*word, pairsAt + 33 * 8 + 4),
-               characters, out);
+    readPieces(*word, *table, le32(*word, pairsAt + std::size_t{33} * 8),
+               le32(*word, pairsAt + std::size_t{33} * 8 + 4), characters, out);
     return true;
 }
 

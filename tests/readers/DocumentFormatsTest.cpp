@@ -91,7 +91,8 @@ private slots:
         QTest::addColumn<QString>("document");
         QTest::addColumn<QString>("source");
         QTest::addColumn<QStringList>("notDelivered"); // "+word": delivered, not in the source
-        const auto row = [](const char* document, const char* source, QStringList notDelivered) {
+        const auto row = [](const char* document, const char* source,
+                            const QStringList& notDelivered) {
             QTest::newRow(document)
                 << QString::fromLatin1(document) << QString::fromLatin1(source) << notDelivered;
         };
