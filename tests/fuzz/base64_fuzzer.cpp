@@ -33,15 +33,17 @@ std::ptrdiff_t expectedDecodedLength(const unsigned char* data, std::size_t size
     }
     const auto groups = static_cast<std::ptrdiff_t>(values / 4);
     const auto rest = static_cast<std::ptrdiff_t>(values % 4);
-    if (rest > 0)
+    if (rest > 0) {
         return 3 * groups + rest - 1;
+    }
     return 3 * groups - (lastValueEnd < size ? 1 : 0);
 }
 
 void check(bool condition)
 {
-    if (!condition)
+    if (!condition) {
         std::abort();
+    }
 }
 
 void checkDecode(const unsigned char* data, std::size_t size)
