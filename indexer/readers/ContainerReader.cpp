@@ -293,8 +293,12 @@ private:
             m_sink.text(shownNumber());
         } else if (m_type == "b") {
             m_sink.text(m_value == "1" ? "TRUE" : m_value == "0" ? "FALSE" : "");
+        } else if (m_type == "d") {
+            // An ISO 8601 date (strict files): the date and the time apart, not "14T09".
+            std::replace(m_value.begin(), m_value.end(), 'T', ' ');
+            m_sink.text(m_value);
         } else {
-            m_sink.text(m_value); // inlineStr, str, e (the error shown), d (an ISO date)
+            m_sink.text(m_value); // inlineStr, str, e (the error shown)
         }
         m_sink.boundary();
     }

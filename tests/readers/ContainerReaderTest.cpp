@@ -117,22 +117,25 @@ private slots:
                                                   "</w:r></w:p></w:comment></w:comments>"}})
             << QByteArray("main|boxed|7|head|foot|end|remark");
         QTest::newRow("xlsx numbers as their cells show them")
-            << makeZip({{"[Content_Types].xml", "<Types/>"},
-                        {"xl/workbook.xml", "<workbook><workbookPr date1904=\"0\"/></workbook>"},
-                        {"xl/styles.xml",
-                         "<styleSheet><numFmts><numFmt numFmtId=\"164\" formatCode=\"0.0%\"/>"
-                         "<numFmt numFmtId=\"165\" formatCode=\"[&lt;1]0;0\"/></numFmts>"
-                         "<cellStyleXfs><xf numFmtId=\"4\"/></cellStyleXfs><cellXfs><xf/>"
-                         "<xf numFmtId=\"14\"/><xf numFmtId=\"4\"/><xf numFmtId=\"164\"/>"
-                         "<xf numFmtId=\"12\"/><xf numFmtId=\"165\"/></cellXfs></styleSheet>"},
-                        {"xl/worksheets/sheet1.xml",
-                         "<worksheet><sheetData><row><c><v>3.1415926535897931</v></c>"
-                         "<c s=\"1\"><v>45365</v></c><c s=\"2\"><v>1234.5</v></c><c s=\"3\">"
-                         "<v>0.256</v></c><c s=\"4\"><v>0.5</v></c><c s=\"5\"><v>0.25</v></c>"
-                         "<c s=\"9\" t=\"n\"><v>12</v></c><c t=\"b\"><v>1</v></c><c t=\"e\">"
-                         "<v>#N/A</v></c><c><f>A1*2</f><v>6</v></c></row></sheetData>"
-                         "</worksheet>"}})
-            << QByteArray("3.141592654|3/14/2024|1,234.50|25.6%|0.5|0.25|12|TRUE|#N/A|6");
+            << makeZip(
+                   {{"[Content_Types].xml", "<Types/>"},
+                    {"xl/workbook.xml", "<workbook><workbookPr date1904=\"0\"/></workbook>"},
+                    {"xl/styles.xml",
+                     "<styleSheet><numFmts><numFmt numFmtId=\"164\" formatCode=\"0.0%\"/>"
+                     "<numFmt numFmtId=\"165\" formatCode=\"[&lt;1]0;0\"/></numFmts>"
+                     "<cellStyleXfs><xf numFmtId=\"4\"/></cellStyleXfs><cellXfs><xf/>"
+                     "<xf numFmtId=\"14\"/><xf numFmtId=\"4\"/><xf numFmtId=\"164\"/>"
+                     "<xf numFmtId=\"12\"/><xf numFmtId=\"165\"/></cellXfs></styleSheet>"},
+                    {"xl/worksheets/sheet1.xml",
+                     "<worksheet><sheetData><row><c><v>3.1415926535897931</v></c>"
+                     "<c s=\"1\"><v>45365</v></c><c s=\"2\"><v>1234.5</v></c><c s=\"3\">"
+                     "<v>0.256</v></c><c s=\"4\"><v>0.5</v></c><c s=\"5\"><v>0.25</v></c>"
+                     "<c s=\"9\" t=\"n\"><v>12</v></c><c t=\"b\"><v>1</v></c><c t=\"e\">"
+                     "<v>#N/A</v></c><c><f>A1*2</f><v>6</v></c><c t=\"d\"><v>2024-03-14T09:30:00"
+                     "</v></c></row></sheetData>"
+                     "</worksheet>"}})
+            << QByteArray("3.141592654|3/14/2024|1,234.50|25.6%|0.5|0.25|12|TRUE|#N/A|6|"
+                          "2024-03-14 09:30:00");
         QTest::newRow("ods repeats, annotations, headers")
             << makeZip(
                    {{"mimetype", "application/vnd.oasis.opendocument.spreadsheet"},
