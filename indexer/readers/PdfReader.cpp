@@ -10,12 +10,14 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <chrono>
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -127,6 +129,8 @@ public:
         }
         m_child = ::fork();
         if (m_child == 0) {
+            // Dies with the indexer, whoever ends it.
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
             ::close(fds[0]);
             extractPages(path, first, fds[1]);
             ::_exit(0);
@@ -163,7 +167,7 @@ public:
         // Loading may take longer than a page.
         Header header{};
         std::uint32_t page = m_first;
-        auto deadline = std::min(m_stop, Clock::now() + pageTime() * 4);
+        auto deadline = std::min(m_stop, Clock::now() + pageTime() * 2);
         for (;;) {
             const Got got =
                 readAll(m_fd, reinterpret_cast<char*>(&header), sizeof header, deadline);
@@ -210,7 +214,12 @@ private:
 
 void readPdf(const std::string& path, TextSink& sink)
 {
-    const auto stop = Clock::now() + std::chrono::seconds(ReadLimits::maxPdfSeconds);
+    std::error_code ec;
+    const std::uintmax_t bytes = std::filesystem::file_size(path, ec);
+    const auto seconds = std::chrono::seconds(
+        ReadLimits::minPdfSeconds +
+        static_cast<std::int64_t>((ec ? 0 : bytes) / ReadLimits::pdfBytesPerSecond));
+    const auto stop = Clock::now() + seconds;
     std::uint32_t next = 0;
     // A page that fails or takes too long is left out, and a new child goes on after it.
     for (int attempt = 0; attempt < 16; ++attempt) {
@@ -227,8 +236,8 @@ void readPdf(const std::string& path, TextSink& sink)
         const std::string page =
             "PDF: page " + std::to_string(reached + 1) + " of " + std::to_string(*pages);
         if (Clock::now() >= stop) {
-            CutReport::note(page + ": reading stopped after " +
-                            std::to_string(ReadLimits::maxPdfSeconds) + " s");
+            CutReport::note(page + ": reading stopped after " + std::to_string(seconds.count()) +
+                            " s");
             return;
         }
         CutReport::note(page + (late ? " took longer than " +

@@ -32,9 +32,14 @@ struct ReadLimits {
     static constexpr std::uint64_t maxRepeatedText = 64ull << 20;
     /// Legacy Word files are mapped into memory whole, so they have a size limit.
     static constexpr std::uint64_t maxWordFileBytes = 1ull << 30;
-    /// Wall-clock seconds for the text of one PDF page, and for a whole PDF.
+    /// Wall-clock seconds for the text of one PDF page (twice that for the first, which
+    /// includes loading the document).
     static constexpr int maxPdfPageSeconds = 5;
-    static constexpr int maxPdfSeconds = 100;
+    /// Wall-clock seconds for a whole PDF: 20, plus one per 10 MiB of file. That stays
+    /// inside the application's limit for the indexer (30 s plus 1 s per 10 MiB of input),
+    /// so that the partial table is still written when this one acts.
+    static constexpr int minPdfSeconds = 20;
+    static constexpr std::uint64_t pdfBytesPerSecond = 10ull << 20;
 };
 
 } // namespace tallyvox::indexer::readers
