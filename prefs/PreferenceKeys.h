@@ -22,6 +22,18 @@ enum class LineStyle : qint32 {
     Comma = 5,
 };
 
+/// "ListFormat": the word list as the design's text or as a table for spreadsheets. Unlike
+/// the pop-ups above it counts from 0; a value that names no format means the text.
+enum class ListFormat : qint32 { Text = 0, Csv = 1, Tsv = 2 };
+
+/// The format a stored "ListFormat" number names.
+constexpr ListFormat listFormatOf(qint32 stored)
+{
+    return stored == static_cast<qint32>(ListFormat::Csv)   ? ListFormat::Csv
+           : stored == static_cast<qint32>(ListFormat::Tsv) ? ListFormat::Tsv
+                                                            : ListFormat::Text;
+}
+
 namespace prefs {
 
 /// A stored switch: its key and the value used when it is missing or not a boolean.
@@ -35,6 +47,19 @@ struct BoolKey {
 struct NumberKey {
     const char* name;
     qint32 fallback;
+};
+
+/// A stored 32-bit integer: its key and the value used when it is missing, not a whole
+/// number, or beyond 32 bits.
+struct IntegerKey {
+    const char* name;
+    qint32 fallback;
+};
+
+/// A stored string: its key and the value used when it is missing or not a string.
+struct StringKey {
+    const char* name;
+    const char* fallback;
 };
 
 /// A stored 16-bit number that names one of Choice's values.
@@ -54,6 +79,17 @@ inline constexpr ChoiceKey<tallyvox::SeparateBy> SeparateBy{"SeparateBy",
 inline constexpr ChoiceKey<tallyvox::LineStyle> LineStyle{"LineStyle",
                                                           tallyvox::LineStyle::LineFeed};
 inline constexpr const char* WindowBounds = "WindowBounds";
+
+// The word-list options, beyond the design's settings. Each default leaves the list
+// exactly as the settings above make it (docs/word-list-options.md).
+inline constexpr BoolKey FoldCase{"FoldCase", false};
+inline constexpr BoolKey DictionaryOrder{"DictionaryOrder", false};
+inline constexpr IntegerKey MinimumCount{"MinimumCount", 1};
+inline constexpr StringKey StopListPath{"StopListPath", ""};
+inline constexpr BoolKey CombineFiles{"CombineFiles", false};
+inline constexpr IntegerKey ListFormat{"ListFormat",
+                                       static_cast<qint32>(tallyvox::ListFormat::Text)};
+inline constexpr BoolKey IncludeTotals{"IncludeTotals", false};
 
 } // namespace prefs
 } // namespace tallyvox

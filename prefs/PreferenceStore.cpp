@@ -11,6 +11,7 @@
 #include <plist/plist.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <memory>
 
@@ -95,6 +96,34 @@ bool writeItem(const QString& path, const char* key, plist_t item)
     return file.commit();
 }
 
+bool isNumber(plist_t node)
+{
+    return node &&
+           (plist_get_node_type(node) == PLIST_UINT || plist_get_node_type(node) == PLIST_REAL);
+}
+
+// A number node's value when it is a whole number from low to high.
+std::optional<qint64> wholeNumberWithin(plist_t node, qint64 low, qint64 high)
+{
+    if (plist_get_node_type(node) == PLIST_UINT) {
+        uint64_t raw = 0;
+        plist_get_uint_val(node, &raw);
+        // Negative values are stored as the two's complement that the format uses.
+        const auto value = static_cast<qint64>(raw);
+        if (value < low || value > high) {
+            return std::nullopt;
+        }
+        return value;
+    }
+    double value = 0;
+    plist_get_real_val(node, &value);
+    if (!(value >= static_cast<double>(low) && value <= static_cast<double>(high)) ||
+        std::trunc(value) != value) {
+        return std::nullopt;
+    }
+    return static_cast<qint64>(value);
+}
+
 } // namespace
 
 QString PreferenceStore::defaultPath()
@@ -121,37 +150,41 @@ qint32 PreferenceStore::readNumber(const prefs::NumberKey& key) const
 {
     const PlistPtr dict = readDictionary(m_path);
     plist_t node = dict ? plist_dict_get_item(dict.get(), key.name) : nullptr;
-    if (!node) {
+    if (!isNumber(node)) {
         return key.fallback;
     }
-
     // A number that does not convert to 16 bits without loss reads as 1, whatever
     // the key's own default: that is what the conversion failure gives.
     constexpr qint32 conversionFailure = 1;
-    switch (plist_get_node_type(node)) {
-    case PLIST_UINT: {
-        uint64_t raw = 0;
-        plist_get_uint_val(node, &raw);
-        const auto value = static_cast<qint64>(raw);
-        if (value < std::numeric_limits<qint16>::min() ||
-            value > std::numeric_limits<qint16>::max()) {
-            return conversionFailure;
-        }
-        return static_cast<qint16>(value);
-    }
-    case PLIST_REAL: {
-        double value = 0;
-        plist_get_real_val(node, &value);
-        if (!(value >= std::numeric_limits<qint16>::min() &&
-              value <= std::numeric_limits<qint16>::max()) ||
-            std::trunc(value) != value) {
-            return conversionFailure;
-        }
-        return static_cast<qint16>(value);
-    }
-    default:
+    return static_cast<qint32>(wholeNumberWithin(node, std::numeric_limits<qint16>::min(),
+                                                 std::numeric_limits<qint16>::max())
+                                   .value_or(conversionFailure));
+}
+
+qint32 PreferenceStore::readInteger(const prefs::IntegerKey& key) const
+{
+    const PlistPtr dict = readDictionary(m_path);
+    plist_t node = dict ? plist_dict_get_item(dict.get(), key.name) : nullptr;
+    if (!isNumber(node)) {
         return key.fallback;
     }
+    return static_cast<qint32>(wholeNumberWithin(node, std::numeric_limits<qint32>::min(),
+                                                 std::numeric_limits<qint32>::max())
+                                   .value_or(key.fallback));
+}
+
+QString PreferenceStore::readString(const prefs::StringKey& key) const
+{
+    const PlistPtr dict = readDictionary(m_path);
+    plist_t node = dict ? plist_dict_get_item(dict.get(), key.name) : nullptr;
+    if (!node || plist_get_node_type(node) != PLIST_STRING) {
+        return QString::fromUtf8(key.fallback);
+    }
+    char* text = nullptr;
+    plist_get_string_val(node, &text);
+    QString result = QString::fromUtf8(text);
+    std::free(text);
+    return result;
 }
 
 std::optional<QByteArray> PreferenceStore::readData(const char* key) const
@@ -179,6 +212,17 @@ bool PreferenceStore::writeNumber(const prefs::NumberKey& key, qint16 value)
     // Negative values are stored as the two's complement that the format uses.
     return writeItem(m_path, key.name,
                      plist_new_uint(static_cast<uint64_t>(static_cast<qint64>(value))));
+}
+
+bool PreferenceStore::writeInteger(const prefs::IntegerKey& key, qint32 value)
+{
+    return writeItem(m_path, key.name,
+                     plist_new_uint(static_cast<uint64_t>(static_cast<qint64>(value))));
+}
+
+bool PreferenceStore::writeString(const prefs::StringKey& key, const QString& value)
+{
+    return writeItem(m_path, key.name, plist_new_string(value.toUtf8().constData()));
 }
 
 bool PreferenceStore::writeData(const char* key, const QByteArray& value)

@@ -36,6 +36,8 @@ public:
     {
         return static_cast<Choice>(readNumber(key.number()));
     }
+    qint32 readInteger(const prefs::IntegerKey& key) const;
+    QString readString(const prefs::StringKey& key) const;
     /// The stored data of a key, or nothing when it is missing or not data.
     std::optional<QByteArray> readData(const char* key) const;
 
@@ -54,6 +56,8 @@ public:
         return writeNumber(key.number(), static_cast<qint16>(value));
     }
     bool writeData(const char* key, const QByteArray& value);
+    bool writeInteger(const prefs::IntegerKey& key, qint32 value);
+    bool writeString(const prefs::StringKey& key, const QString& value);
 
     /// The stored main-window bounds, or nothing unless they are exactly 8 bytes of data.
     std::optional<QRect> readWindowBounds() const;

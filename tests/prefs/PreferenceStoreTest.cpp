@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QTest>
 
+#include <limits>
+
 using namespace tallyvox;
 using namespace Qt::StringLiterals;
 
@@ -199,6 +201,68 @@ private slots:
         PreferenceStore store;
         QVERIFY(store.writeWindowBounds(QRect(1, 2, 3, 4)));
         QVERIFY(!QFile::exists(env.root() + u'/' + plistPath + u".bad"_s));
+    }
+
+    // The word-list options as one line, in the order of their keys.
+    static QString wordListOptions(const PreferenceStore& store)
+    {
+        return u"%1 %2 %3 [%4] %5 %6 %7"_s.arg(store.readBool(prefs::FoldCase))
+            .arg(store.readBool(prefs::DictionaryOrder))
+            .arg(store.readInteger(prefs::MinimumCount))
+            .arg(store.readString(prefs::StopListPath))
+            .arg(store.readBool(prefs::CombineFiles))
+            .arg(store.readInteger(prefs::ListFormat))
+            .arg(store.readBool(prefs::IncludeTotals));
+    }
+
+    void wordListOptionsOfOtherTypesReadAsDefaults_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* name, const char* key, const char* xml,
+                            const QString& expected) {
+            QTest::newRow(name) << plistWith(key, xml) << expected;
+        };
+        const QString defaults = u"0 0 1 [] 0 0 0"_s;
+        row("nothing stored", "Other", "<true/>", defaults);
+        row("switch as number", "FoldCase", "<integer>1</integer>", defaults);
+        row("switch as string", "CombineFiles", "<string>true</string>", defaults);
+        row("integer as string", "MinimumCount", "<string>5</string>", defaults);
+        row("integer beyond 32 bits", "MinimumCount", "<integer>4294967296</integer>", defaults);
+        row("fractional real", "ListFormat", "<real>1.5</real>", defaults);
+        row("string as number", "StopListPath", "<integer>3</integer>", defaults);
+        // Beyond 16 bits is fine here, and a negative or unnamed value is kept as it is.
+        row("integer beyond 16 bits", "MinimumCount", "<integer>70000</integer>",
+            u"0 0 70000 [] 0 0 0"_s);
+        row("negative integer", "MinimumCount", "<integer>-3</integer>", u"0 0 -3 [] 0 0 0"_s);
+        row("whole real", "ListFormat", "<real>2</real>", u"0 0 1 [] 0 2 0"_s);
+        row("unnamed format", "ListFormat", "<integer>9</integer>", u"0 0 1 [] 0 9 0"_s);
+        row("path", "StopListPath", "<string>/tmp/stop w\u00f6rds.txt</string>",
+            u"0 0 1 [/tmp/stop w\u00f6rds.txt] 0 0 0"_s);
+    }
+    void wordListOptionsOfOtherTypesReadAsDefaults()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, expected);
+        testing::TestEnvironment env;
+        env.writeFile(plistPath, file);
+        QCOMPARE(wordListOptions(PreferenceStore()), expected);
+    }
+
+    void wordListOptionsAreWrittenBesideTheDesignsSettings()
+    {
+        testing::TestEnvironment env;
+        PreferenceStore writer;
+        const PreferenceStore reader;
+        QVERIFY(writer.writeChoice(prefs::SortBy, SortBy::ByFrequency));
+        QVERIFY(writer.writeBool(prefs::FoldCase, true));
+        QVERIFY(writer.writeInteger(prefs::MinimumCount, std::numeric_limits<qint32>::max()));
+        QVERIFY(writer.writeString(prefs::StopListPath, u"/home/me/stop w\u00f6rter.txt"_s));
+        QVERIFY(writer.writeInteger(prefs::ListFormat, -1));
+        QCOMPARE(wordListOptions(reader),
+                 u"1 0 2147483647 [/home/me/stop w\u00f6rter.txt] 0 -1 0"_s);
+        QCOMPARE(listFormatOf(reader.readInteger(prefs::ListFormat)), ListFormat::Text);
+        QCOMPARE(settings(reader), (QList<int>{0, 1, 2, 1, 1}));
     }
 
     void windowBoundsAreEightBigEndianBytes()
