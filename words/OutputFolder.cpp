@@ -89,6 +89,33 @@ bool writeAll(int fd, const QByteArray& bytes)
     return true;
 }
 
+// A new, empty file of that name in folder, replacing (by deleting) any item of that name.
+Status createFileIn(const FileRef& folder, const QString& fileName, std::optional<FileRef>& outFile)
+{
+    if (!isSingleName(fileName)) {
+        return paramErr;
+    }
+
+    const QString path = childPath(folder, fileName);
+    const QByteArray encoded = encodePath(path);
+    Status status = lookUp(path);
+    // An old list is replaced, never appended to: delete it first.
+    if (status == noErr) {
+        status = std::remove(encoded.constData()) == 0 ? noErr : statusFromErrno(errno);
+    }
+    if (status == noErr || status == fnfErr) {
+        const int fd = ::open(encoded.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (fd < 0) {
+            status = statusFromErrno(errno);
+        } else {
+            ::close(fd);
+            outFile = FileRef::fromPath(path);
+            status = outFile ? noErr : fnfErr;
+        }
+    }
+    return status;
+}
+
 } // namespace
 
 bool FindOrCreateMakerFolder(std::optional<FileRef>& outFolder)
@@ -143,32 +170,33 @@ Status FindOrCreateOutputFolder(std::optional<FileRef>& outFolder)
 Status CreateOutputFile(const QString& fileName, std::optional<FileRef>& outFile)
 {
     std::optional<FileRef> folder;
-    Status status = FindOrCreateOutputFolder(folder);
+    const Status status = FindOrCreateOutputFolder(folder);
     if (status != noErr) {
         return status;
     }
-    if (!isSingleName(fileName)) {
-        return paramErr;
-    }
+    return createFileIn(*folder, fileName, outFile);
+}
 
-    const QString path = childPath(*folder, fileName);
-    const QByteArray encoded = encodePath(path);
+Status createCombinedListFile(const QString& fileName, std::optional<FileRef>& outFile)
+{
+    std::optional<FileRef> output;
+    Status status = FindOrCreateOutputFolder(output);
+    if (status != noErr) {
+        return status;
+    }
+    const QString path = childPath(*output, QLatin1String(combinedListFolder));
     status = lookUp(path);
-    // An old list is replaced, never appended to: delete it first.
-    if (status == noErr) {
-        status = std::remove(encoded.constData()) == 0 ? noErr : statusFromErrno(errno);
+    if (status == fnfErr) {
+        status = makeDirectory(path);
     }
-    if (status == noErr || status == fnfErr) {
-        const int fd = ::open(encoded.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (fd < 0) {
-            status = statusFromErrno(errno);
-        } else {
-            ::close(fd);
-            outFile = FileRef::fromPath(path);
-            status = outFile ? noErr : fnfErr;
-        }
+    if (status != noErr) {
+        return status;
     }
-    return status;
+    const std::optional<FileRef> folder = FileRef::fromPath(path);
+    if (!folder) {
+        return fnfErr;
+    }
+    return createFileIn(*folder, fileName, outFile);
 }
 
 Status replaceFileContents(const FileRef& file, const QByteArray& bytes)

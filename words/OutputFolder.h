@@ -24,6 +24,14 @@ Status FindOrCreateOutputFolder(std::optional<FileRef>& outFolder);
 /// that name. When the old item cannot be deleted, its status is returned and it stays.
 Status CreateOutputFile(const QString& fileName, std::optional<FileRef>& outFile);
 
+/// The folder of the lists of several files, inside the output folder. Its name has no
+/// extension, while every file's own list ends in ".txt", ".csv" or ".tsv", so it is never
+/// the name of one.
+inline constexpr char combinedListFolder[] = "Combined";
+
+/// Like CreateOutputFile, in combinedListFolder, which is made when missing.
+Status createCombinedListFile(const QString& fileName, std::optional<FileRef>& outFile);
+
 /// Replaces the content of file by bytes whole or not at all: they go to a new file beside
 /// it, which is then renamed over it. On failure (a full disk) the file keeps what it had.
 Status replaceFileContents(const FileRef& file, const QByteArray& bytes);

@@ -9,6 +9,7 @@ namespace tallyvox {
 class Desktop;
 class IndexerStop;
 class PreferenceStore;
+class WordListRun;
 
 /// The wall-clock time an indexer run may take before the allowance for the file's size.
 inline constexpr std::chrono::milliseconds defaultIndexerTimeBase{30'000};
@@ -25,6 +26,10 @@ struct WordContext {
     IndexerStop* stop = nullptr;
     /// Each run may take this long, plus one second per 10 MiB of input, before it is ended.
     std::chrono::milliseconds indexerTimeBase = defaultIndexerTimeBase;
+    /// The batch run in progress, which may combine its files' lists and reports a stop
+    /// list that cannot be read once; none for a service request, whose one list is a run
+    /// of its own.
+    WordListRun* run = nullptr;
 };
 
 /// libexec/tallyvox beside the running program's bin/ folder, in the build tree as installed.

@@ -3,10 +3,50 @@
 #include "prefs/PreferenceStore.h"
 #include "support/Desktop.h"
 #include "words/CountFormatter.h"
+#include "words/DictionaryOrder.h"
 #include "words/IndexerClient.h"
+#include "words/ListFormats.h"
 #include "words/WordOrdering.h"
+#include "words/WordTableShaping.h"
 
 namespace tallyvox {
+
+namespace {
+
+bool endsLines(LineStyle lineStyle)
+{
+    return lineStyle == LineStyle::LineFeed || lineStyle == LineStyle::CarriageReturn ||
+           lineStyle == LineStyle::CarriageReturnLineFeed;
+}
+
+// The totals go on a line of their own, ended as the list's lines are; a list whose words
+// are not on lines gets line feeds around it.
+void appendTotalsLine(QString& text, const ListTotals& totals, LineStyle lineStyle)
+{
+    if (endsLines(lineStyle)) {
+        text += totalsLine(totals);
+        AppendLineSeparator(text, lineStyle);
+    } else {
+        text += QLatin1Char('\n') + totalsLine(totals) + QLatin1Char('\n');
+    }
+}
+
+// The design's text: word, count, separator, for every word.
+QString renderText(const QStringList& words, const QList<qint64>* counts, LineStyle lineStyle,
+                   SeparateBy separateBy, const CountFormatter& locale)
+{
+    QString result;
+    for (qsizetype i = 0; i < words.size(); ++i) {
+        result += words.at(i);
+        if (counts) {
+            AppendFrequency(result, *counts, separateBy, locale, i);
+        }
+        AppendLineSeparator(result, lineStyle);
+    }
+    return result;
+}
+
+} // namespace
 
 std::optional<QString> FormatCount(qint32 value, const CountFormatter& locale)
 {
@@ -66,36 +106,62 @@ void AppendLineSeparator(QString& text, LineStyle lineStyle)
 }
 
 std::optional<QString> RenderWordList(const WordContext& context, const FileRef& file,
-                                      LineStyle lineStyle, SeparateBy separateBy, bool alphabetical)
+                                      LineStyle lineStyle, SeparateBy separateBy, bool alphabetical,
+                                      const WordListOptions& options)
 {
-    const WordTable table = BuildWordTable(context, file);
+    WordTable table = BuildWordTable(context, file);
+    const std::optional<QString> name = CopyFileName(file);
+    const QString subject = name ? QLatin1Char('"') + *name + QLatin1Char('"') : QString();
+    return renderWordTable(context, std::move(table), subject, lineStyle, separateBy, alphabetical,
+                           options);
+}
+
+std::optional<QString> renderWordTable(const WordContext& context, WordTable table,
+                                       const QString& subject, LineStyle lineStyle,
+                                       SeparateBy separateBy, bool alphabetical,
+                                       const WordListOptions& options)
+{
+    shapeWordTable(table, options);
+    std::optional<DictionaryOrder> dictionary;
+    if (options.dictionaryOrder) {
+        dictionary.emplace(collationLocaleOfEnvironment());
+    }
     std::optional<QStringList> words;
     std::optional<QList<qint64>> counts;
-    OrderWords(context.preferences, table, words, counts, alphabetical);
+    OrderWords(context.preferences, table, words, counts, alphabetical,
+               dictionary ? &*dictionary : nullptr);
 
     // The logged number is the total of the counts, so 0 when frequencies are off.
-    if (const std::optional<QString> name = CopyFileName(file)) {
-        context.desktop.log(QStringLiteral("There are %1 words in \"%2\"")
+    if (!subject.isEmpty()) {
+        context.desktop.log(QStringLiteral("There are %1 words in %2")
                                 .arg(static_cast<qint32>(SumCounts(counts)))
-                                .arg(*name));
+                                .arg(subject));
     }
     if (!words) {
         return std::nullopt;
     }
 
-    QString result;
-    const CountFormatter locale;
-    if (!locale.isValid()) {
+    const bool showCounts = context.preferences.GetIncludeFrequency() && counts.has_value();
+    const QList<qint64>* shownCounts = showCounts ? &*counts : nullptr;
+    if (options.listFormat != ListFormat::Text) {
+        QString result = renderTabularList(options.listFormat, *words, shownCounts);
+        if (options.includeTotals && options.listFormat == ListFormat::Tsv) {
+            result += totalsLine(totalsOf(table)) + QLatin1Char('\n');
+        } else if (options.includeTotals && !subject.isEmpty()) {
+            // A CSV row of totals would be read as a word.
+            context.desktop.log(
+                QStringLiteral("Totals of %1: %2").arg(subject, describeTotals(totalsOf(table))));
+        }
         return result;
     }
 
-    const bool showCounts = context.preferences.GetIncludeFrequency() && counts.has_value();
-    for (qsizetype i = 0; i < words->size(); ++i) {
-        result += words->at(i);
-        if (showCounts) {
-            AppendFrequency(result, *counts, separateBy, locale, i);
-        }
-        AppendLineSeparator(result, lineStyle);
+    const CountFormatter locale;
+    if (!locale.isValid()) {
+        return QString();
+    }
+    QString result = renderText(*words, shownCounts, lineStyle, separateBy, locale);
+    if (options.includeTotals) {
+        appendTotalsLine(result, totalsOf(table), lineStyle);
     }
     return result;
 }

@@ -1,6 +1,7 @@
 #include "words/WordOrdering.h"
 
 #include "prefs/PreferenceStore.h"
+#include "words/DictionaryOrder.h"
 
 #include <algorithm>
 #include <utility>
@@ -53,6 +54,39 @@ void sortAlphabetically(std::vector<std::pair<QString, qint64>>& entries)
     entries = std::move(sorted);
 }
 
+// The dictionary's order, falling counts first when not alphabetical. Each word's sort key
+// is made once, before the sort.
+void sortByDictionary(std::vector<std::pair<QString, qint64>>& entries,
+                      const DictionaryOrder& dictionary, bool alphabetical)
+{
+    struct Keyed {
+        QByteArray key;
+        qint64 count;
+        quint32 index;
+    };
+    std::vector<Keyed> keyed;
+    keyed.reserve(entries.size());
+    for (size_t i = 0; i < entries.size(); ++i) {
+        keyed.push_back(
+            {dictionary.sortKey(entries[i].first), entries[i].second, static_cast<quint32>(i)});
+    }
+    std::sort(keyed.begin(), keyed.end(), [&entries, alphabetical](const Keyed& x, const Keyed& y) {
+        if (!alphabetical && x.count != y.count) {
+            return x.count > y.count;
+        }
+        if (x.key != y.key) {
+            return x.key < y.key;
+        }
+        return CompareWordsAlphabetically(entries[x.index].first, entries[y.index].first) < 0;
+    });
+    std::vector<std::pair<QString, qint64>> sorted;
+    sorted.reserve(entries.size());
+    for (const Keyed& k : keyed) {
+        sorted.push_back(std::move(entries[k.index]));
+    }
+    entries = std::move(sorted);
+}
+
 } // namespace
 
 int CompareWordsAlphabetically(const QString& a, const QString& b)
@@ -75,7 +109,7 @@ int CompareWordsByCount(const QString& a, const QString& b, const WordTable& tab
 
 void OrderWords(const PreferenceStore& preferences, const WordTable& table,
                 std::optional<QStringList>& outWords, std::optional<QList<qint64>>& outCounts,
-                bool alphabetical)
+                bool alphabetical, const DictionaryOrder* dictionary)
 {
     outCounts.reset();
     if (table.isEmpty()) {
@@ -90,7 +124,9 @@ void OrderWords(const PreferenceStore& preferences, const WordTable& table,
         entries.emplace_back(it.key(), it.value());
     }
 
-    if (alphabetical) {
+    if (dictionary && dictionary->isValid()) {
+        sortByDictionary(entries, *dictionary, alphabetical);
+    } else if (alphabetical) {
         sortAlphabetically(entries);
     } else {
         std::sort(entries.begin(), entries.end(), [](const auto& x, const auto& y) {

@@ -4,6 +4,7 @@
 #include "tests/common/TestEnvironment.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QTest>
 
@@ -152,6 +153,54 @@ private slots:
         for (const QString& folder : folders) {
             QCOMPARE(folder, folder.toUpper());
         }
+    }
+
+    // The word list of a service follows the word-list options (a request is a run of its
+    // own: one list, so at most one stop-list alert); the two counts do not.
+    void wordListOptionsReachTheWordListOnly_data()
+    {
+        QTest::addColumn<QByteArray>("service");
+        QTest::addColumn<QStringList>("expected");
+        QTest::addColumn<QByteArray>("list");
+        const QString missing =
+            QStringLiteral("alert The stop list \"%1\" cannot be read, so the word lists are made "
+                           "without it.");
+        QTest::newRow("tallyvox") << QByteArray("tallyvox")
+                                  << QStringList{missing,
+                                                 QStringLiteral("editor TallyvoxData.txt.tsv")}
+                                  << QByteArray("word\tcount\nTHE\t3\ncat\t1\n"
+                                                "# 4 words, 2 distinct words, type/token ratio "
+                                                "0.5000\n");
+        QTest::newRow("wordCount")
+            << QByteArray("wordCount") << QStringList{QStringLiteral("alert Word count: 4")}
+            << QByteArray();
+        QTest::newRow("charCount")
+            << QByteArray("charCount") << QStringList{QStringLiteral("alert Character count: 15")}
+            << QByteArray();
+    }
+    void wordListOptionsReachTheWordListOnly()
+    {
+        QFETCH(QByteArray, service);
+        QFETCH(QStringList, expected);
+        QFETCH(QByteArray, list);
+        testing::TestEnvironment env;
+        testing::RecordingDesktop desktop;
+        PreferenceStore preferences;
+        const QString stopList = env.root() + QStringLiteral("/no stop list");
+        QVERIFY(preferences.writeBool(prefs::FoldCase, true));
+        QVERIFY(preferences.writeBool(prefs::CombineFiles, true));
+        QVERIFY(preferences.writeBool(prefs::IncludeTotals, true));
+        QVERIFY(preferences.writeInteger(prefs::ListFormat, 2));
+        QVERIFY(preferences.writeString(prefs::StopListPath, stopList));
+        const ServiceContext context{
+            {desktop, preferences, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR), env.tempFolder()},
+            {}};
+        HandleServicePerform(context, request(service.constData(), text("The the THE cat")));
+        QCOMPARE(outcome(desktop),
+                 QStringList(expected).replaceInStrings(QStringLiteral("%1"), stopList));
+        QFile written(env.dataHome() +
+                      QStringLiteral("/Okaluna Software/Tallyvox/TallyvoxData.txt.tsv"));
+        QCOMPARE(written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray(), list);
     }
 };
 

@@ -1,0 +1,229 @@
+#include "words/ListFormats.h"
+#include "prefs/PreferenceStore.h"
+#include "tests/common/RecordingDesktop.h"
+#include "tests/common/TestEnvironment.h"
+#include "words/WordListRenderer.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTest>
+
+using namespace tallyvox;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Words the indexer does make (3,000 and a Hebrew acronym with its quote), and words no
+// document should give, which the formats must carry all the same.
+const WordTable awkwardWords{
+    {u"3,000"_s, 4},       {u"\u05e6\u05d4\"\u05dc"_s, 3},
+    {u"say \"hi\""_s, 2},  {u"two\nlines"_s, 1},
+    {u"cr\rlf\r\n"_s, 1},  {u"tab\there"_s, 1},
+    {u"back\\slash"_s, 1}, {u"plain"_s, 5},
+    {u"\u00fcber"_s, 6},   {u"odd"_s, unreadableCount},
+};
+
+struct World {
+    testing::TestEnvironment env;
+    testing::RecordingDesktop desktop;
+    PreferenceStore prefs;
+    WordContext context{desktop, prefs, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
+                        env.tempFolder()};
+
+    /// The list of table as the store's settings and options make it.
+    QString render(const WordTable& table, const WordListOptions& options)
+    {
+        return renderWordTable(context, table, u"\"list\""_s, prefs.GetLineStyle(),
+                               prefs.GetSeparateBy(), prefs.GetSortBy() == SortBy::Alphabetical,
+                               options)
+            .value_or(u"<nothing>"_s);
+    }
+};
+
+// The rows of a CSV file as Python's csv module reads them.
+QJsonArray rowsReadByPython(const QString& path)
+{
+    QProcess python;
+    python.start(u"python3"_s, {u"-c"_s,
+                                u"import csv, json, sys\n"
+                                u"with open(sys.argv[1], newline='', encoding='utf-8') as f:\n"
+                                u"    print(json.dumps(list(csv.reader(f, strict=True))))\n"_s,
+                                path});
+    if (!python.waitForFinished(10000) || python.exitCode() != 0) {
+        return {};
+    }
+    return QJsonDocument::fromJson(python.readAllStandardOutput()).array();
+}
+
+} // namespace
+
+class ListFormatsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    // Every option at its default, however it got there, leaves the design's list.
+    void defaultOptionsGiveTheDesignsListExactly_data()
+    {
+        QTest::addColumn<QByteArray>("key");
+        QTest::addColumn<QVariant>("stored");
+        QTest::newRow("nothing stored") << QByteArray() << QVariant();
+        QTest::newRow("FoldCase off") << "FoldCase"_ba << QVariant(false);
+        QTest::newRow("DictionaryOrder off") << "DictionaryOrder"_ba << QVariant(false);
+        QTest::newRow("MinimumCount 1") << "MinimumCount"_ba << QVariant(1);
+        QTest::newRow("MinimumCount 0") << "MinimumCount"_ba << QVariant(0);
+        QTest::newRow("no stop list") << "StopListPath"_ba << QVariant(QString());
+        QTest::newRow("ListFormat 0") << "ListFormat"_ba << QVariant(0);
+        QTest::newRow("ListFormat naming no format") << "ListFormat"_ba << QVariant(7);
+        QTest::newRow("IncludeTotals off") << "IncludeTotals"_ba << QVariant(false);
+    }
+    void defaultOptionsGiveTheDesignsListExactly()
+    {
+        QFETCH(QByteArray, key);
+        QFETCH(QVariant, stored);
+        World w;
+        if (stored.typeId() == QMetaType::Bool) {
+            QVERIFY(w.prefs.writeBool({key.constData(), false}, stored.toBool()));
+        } else if (stored.typeId() == QMetaType::Int) {
+            QVERIFY(w.prefs.writeInteger({key.constData(), 0}, stored.toInt()));
+        } else if (stored.typeId() == QMetaType::QString) {
+            QVERIFY(w.prefs.writeString({key.constData(), ""}, stored.toString()));
+        }
+        const WordTable tricky{
+            {u"Zebra"_s, 1}, {u"apple"_s, 3},  {u"Apple"_s, 2},  {u"10"_s, 1},
+            {u"9"_s, 1},     {u"THE"_s, 1},    {u"The"_s, 4},    {u"the"_s, 1234567},
+            {u"SS"_s, 1},    {u"\u00df"_s, 1}, {u"\u00e9"_s, 2}, {u"e\u0301"_s, 1},
+            {u"3,000"_s, 2}, {u"x\"y"_s, 1},   {u"nil"_s, 0},    {u"odd"_s, unreadableCount},
+        };
+        QCOMPARE(w.render(tricky, WordListOptions::read(w.prefs)),
+                 u"10 (1)\n3,000 (2)\n9 (1)\nApple (2)\nSS (1)\nTHE (1)\nThe (4)\nZebra (1)\n"
+                 u"apple (3)\ne\u0301 (1)\nnil (0)\nodd\nthe (1234567)\nx\"y (1)\n\u00df (1)\n"
+                 u"\u00e9 (2)\n"_s);
+        QCOMPARE(w.desktop.logLines(), QStringList{u"There are 1234588 words in \"list\""_s});
+    }
+
+    void csvIsReadBackByPython_data()
+    {
+        QTest::addColumn<bool>("frequency");
+        QTest::addColumn<int>("separateBy"); // does not touch CSV
+        QTest::newRow("with counts") << true << 1;
+        QTest::newRow("without counts") << false << 3;
+    }
+    void csvIsReadBackByPython()
+    {
+        QFETCH(bool, frequency);
+        QFETCH(int, separateBy);
+        if (QStandardPaths::findExecutable(u"python3"_s).isEmpty()) {
+            QSKIP("python3 is needed");
+        }
+        World w;
+        w.prefs.writeBool(prefs::IncludeFrequency, frequency);
+        w.prefs.writeChoice(prefs::SeparateBy, static_cast<qint16>(separateBy));
+        w.prefs.writeChoice(prefs::LineStyle, LineStyle::Space);
+        WordListOptions options;
+        options.listFormat = ListFormat::Csv;
+        options.includeTotals = true; // to the log, not a row
+        const QByteArray bytes = w.render(awkwardWords, options).toUtf8();
+        QVERIFY(bytes.startsWith(frequency ? "word,count\r\n" : "word\r\n"));
+        QVERIFY(bytes.endsWith("\r\n"));
+
+        QJsonArray expected{frequency ? QJsonArray{u"word"_s, u"count"_s} : QJsonArray{u"word"_s}};
+        QStringList words(awkwardWords.keyBegin(), awkwardWords.keyEnd());
+        words.sort();
+        for (const QString& word : words) {
+            const qint64 count = awkwardWords.value(word);
+            const QString field = count == unreadableCount ? QString() : QString::number(count);
+            expected.append(frequency ? QJsonArray{word, field} : QJsonArray{word});
+        }
+        QCOMPARE(rowsReadByPython(w.env.writeFile(u"list.csv"_s, bytes)), expected);
+        QCOMPARE(w.desktop.logLines().last(),
+                 u"Totals of \"list\": 24 words, 10 distinct words, type/token ratio 0.4167"_s);
+    }
+
+    void fieldsOfEachFormat_data()
+    {
+        QTest::addColumn<QString>("word");
+        QTest::addColumn<QString>("csv");
+        QTest::addColumn<QString>("tsv");
+        QTest::newRow("plain") << u"word"_s << u"word"_s << u"word"_s;
+        QTest::newRow("comma") << u"3,000"_s << u"\"3,000\""_s << u"3,000"_s;
+        QTest::newRow("quote") << u"a\"b"_s << u"\"a\"\"b\""_s << u"a\"b"_s;
+        QTest::newRow("line break") << u"a\r\nb"_s << u"\"a\r\nb\""_s << u"a\\r\\nb"_s;
+        QTest::newRow("tab and backslash") << u"a\t\\b"_s << u"a\t\\b"_s << u"a\\t\\\\b"_s;
+        QTest::newRow("blanks kept") << u" a "_s << u" a "_s << u" a "_s;
+    }
+    void fieldsOfEachFormat()
+    {
+        QFETCH(QString, word);
+        QFETCH(QString, csv);
+        QFETCH(QString, tsv);
+        QCOMPARE(csvField(word), csv);
+        QCOMPARE(tsvField(word), tsv);
+    }
+
+    // The totals line stands on a line of its own at the end, also where the words are
+    // not on lines; the text's counts follow the locale, the totals are plain ASCII.
+    void totalsEndTheList_data()
+    {
+        QTest::addColumn<int>("format");
+        QTest::addColumn<int>("lineStyle");
+        QTest::addColumn<bool>("frequency");
+        QTest::addColumn<QString>("expected");
+        const QString totals = u"# 6 words, 3 distinct words, type/token ratio 0.5000"_s;
+        QTest::newRow("text, LF") << 0 << 1 << true
+                                  << u"cat (2)\ndog (1)\nthe (3)\n"_s + totals + u"\n"_s;
+        QTest::newRow("text, CR LF")
+            << 0 << 3 << true << u"cat (2)\r\ndog (1)\r\nthe (3)\r\n"_s + totals + u"\r\n"_s;
+        QTest::newRow("text, spaces")
+            << 0 << 4 << true << u"cat (2) dog (1) the (3) \n"_s + totals + u"\n"_s;
+        QTest::newRow("text, nothing between")
+            << 0 << 0 << false << u"catdogthe\n"_s + totals + u"\n"_s;
+        QTest::newRow("TSV") << 2 << 3 << true
+                             << u"word\tcount\ncat\t2\ndog\t1\nthe\t3\n"_s + totals + u"\n"_s;
+        QTest::newRow("TSV without counts")
+            << 2 << 1 << false << u"word\ncat\ndog\nthe\n"_s + totals + u"\n"_s;
+        QTest::newRow("CSV") << 1 << 1 << true << u"word,count\r\ncat,2\r\ndog,1\r\nthe,3\r\n"_s;
+    }
+    void totalsEndTheList()
+    {
+        QFETCH(int, format);
+        QFETCH(int, lineStyle);
+        QFETCH(bool, frequency);
+        QFETCH(QString, expected);
+        World w;
+        w.prefs.writeChoice(prefs::LineStyle, static_cast<qint16>(lineStyle));
+        w.prefs.writeBool(prefs::IncludeFrequency, frequency);
+        WordListOptions options;
+        options.listFormat = static_cast<ListFormat>(format);
+        options.includeTotals = true;
+        const WordTable table{{u"the"_s, 3}, {u"cat"_s, 2}, {u"dog"_s, 1}};
+        QCOMPARE(w.render(table, options), expected);
+    }
+
+    void totalsOfAnyList_data()
+    {
+        QTest::addColumn<QString>("words"); // counts, one a word; "u": no integer
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("one word") << u"7"_s
+                                  << u"7 words, 1 distinct words, type/token ratio 0.1429"_s;
+        QTest::newRow("counts beyond 32 bits are not written, nor added")
+            << u"3 u 8589934592"_s << u"3 words, 3 distinct words, type/token ratio 1.0000"_s;
+        QTest::newRow("nothing to divide by")
+            << u"0"_s << u"0 words, 1 distinct words, type/token ratio 0.0000"_s;
+    }
+    void totalsOfAnyList()
+    {
+        QFETCH(QString, words);
+        QFETCH(QString, expected);
+        WordTable table;
+        for (const QString& count : words.split(u' ')) {
+            table.insert(u"w"_s + QString::number(table.size()),
+                         count == u"u"_s ? unreadableCount : count.toLongLong());
+        }
+        QCOMPARE(describeTotals(totalsOf(table)), expected);
+    }
+};
+
+QTEST_GUILESS_MAIN(ListFormatsTest)
+#include "ListFormatsTest.moc"

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "prefs/PreferenceKeys.h"
+#include "words/WordTable.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace tallyvox {
+
+// The word list as a table for spreadsheets and programs ("ListFormat" 1 and 2), and the
+// totals line ("IncludeTotals"). Numbers here are ASCII digits whatever the locale, so that
+// every program reads them; the design's text keeps the locale's digits for its counts.
+
+/// One CSV field (RFC 4180): in double quotes, with each quote doubled, when it holds a
+/// comma, a double quote, a CR or an LF; else as it is.
+QString csvField(const QString& text);
+
+/// One TSV field: a backslash, tab, CR or LF is written \\, \t, \r or \n, so no word can
+/// break a row or a column.
+QString tsvField(const QString& text);
+
+/// The list as CSV (header "word,count", CR LF after every row) or TSV (header
+/// "word<TAB>count", LF after every row). The count column is there only when counts is
+/// given; a count that does not fit 32 bits leaves its field empty.
+QString renderTabularList(ListFormat format, const QStringList& words, const QList<qint64>* counts);
+
+/// What the totals line says about a list.
+struct ListTotals {
+    /// The occurrences of the list's words: the counts it writes, added up.
+    qint64 words = 0;
+    qint64 distinctWords = 0;
+};
+
+/// The totals of a table as its list is written.
+ListTotals totalsOf(const WordTable& table);
+
+/// "12 words, 3 distinct words, type/token ratio 0.2500": the ratio is the distinct words
+/// over the words, with four decimals and a point (0 for a list whose words count 0).
+QString describeTotals(const ListTotals& totals);
+
+/// The totals line of the text and TSV lists, without its line end: "# " and the
+/// description. No word begins with "#" (the indexer never makes one), so a reader finds it
+/// as the last line that does.
+QString totalsLine(const ListTotals& totals);
+
+} // namespace tallyvox

@@ -1,0 +1,32 @@
+#include "words/WordListOptions.h"
+
+#include "prefs/PreferenceStore.h"
+
+namespace tallyvox {
+
+WordListOptions WordListOptions::read(const PreferenceStore& store)
+{
+    WordListOptions options;
+    options.foldCase = store.readBool(prefs::FoldCase);
+    options.dictionaryOrder = store.readBool(prefs::DictionaryOrder);
+    options.minimumCount = store.readInteger(prefs::MinimumCount);
+    options.stopListPath = store.readString(prefs::StopListPath);
+    options.listFormat = listFormatOf(store.readInteger(prefs::ListFormat));
+    options.includeTotals = store.readBool(prefs::IncludeTotals);
+    return options;
+}
+
+QString listExtension(ListFormat format)
+{
+    switch (format) {
+    case ListFormat::Csv:
+        return QStringLiteral(".csv");
+    case ListFormat::Tsv:
+        return QStringLiteral(".tsv");
+    case ListFormat::Text:
+        break;
+    }
+    return QStringLiteral(".txt");
+}
+
+} // namespace tallyvox

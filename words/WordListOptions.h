@@ -1,0 +1,43 @@
+#pragma once
+
+#include "prefs/PreferenceKeys.h"
+
+#include <QSet>
+#include <QString>
+
+namespace tallyvox {
+
+class PreferenceStore;
+
+/// The word-list options of one list (all but "CombineFiles", which is the batch run's), read from
+/// the store at the moment the list is made, so that the whole pipeline takes its choices from one
+/// place. Default-constructed, every option is off and the list is exactly what the design's
+/// settings make.
+struct WordListOptions {
+    /// Words that differ only in case are one entry (ICU full case folding).
+    bool foldCase = false;
+    /// Alphabetical order, and ties of the frequency order, by the locale's collation.
+    bool dictionaryOrder = false;
+    /// Words counted fewer times are left out; 1 or less leaves every word in.
+    qint32 minimumCount = 1;
+    /// The stop list's file as the user gave it; empty for none.
+    QString stopListPath;
+    /// The words of that file (folded when foldCase is on), filled in by whoever reads it;
+    /// empty when there is none or it could not be read.
+    QSet<QString> stopWords;
+    ListFormat listFormat = ListFormat::Text;
+    /// The list ends with a line of totals (the CSV's totals go to the log instead).
+    bool includeTotals = false;
+
+    /// The options as stored now; stopWords is left empty.
+    static WordListOptions read(const PreferenceStore& store);
+
+    /// True when nothing about the words themselves changes: no folding, no stop words,
+    /// no minimum above 1.
+    bool keepsEveryWord() const { return !foldCase && stopWords.isEmpty() && minimumCount <= 1; }
+};
+
+/// The ending of a list's file name: ".txt", ".csv" or ".tsv".
+QString listExtension(ListFormat format);
+
+} // namespace tallyvox

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "words/WordListOptions.h"
+#include "words/WordTable.h"
+
+#include <QSet>
+#include <QString>
+
+namespace tallyvox {
+
+// What the word-list options do to a table before it is ordered. Everything here runs once
+// per distinct word of the table (or of the stop list), never once per occurrence.
+
+/// The word under Unicode full case folding (ICU's default, the same in every locale):
+/// "THE" and "The" give "the", "ß" and "SS" give "ss", "ς" and "Σ" give "σ".
+QString foldCase(const QString& word);
+
+/// Two counts of one word added up. A count the indexer gave as no integer does not add
+/// anything; a sum beyond 64 bits stays at the largest count.
+qint64 addCounts(qint64 a, qint64 b);
+
+/// Adds every word of table to sum, for a list of several files.
+void addWordTable(WordTable& sum, const WordTable& table);
+
+/// Folds, leaves out the stop words and the words counted fewer than the minimum, in that
+/// order. Folded words become one entry written in their most frequent form (of equal
+/// counts, the smallest in code-unit order), and stop words are then compared folded. With
+/// options that keep every word the table is not touched.
+void shapeWordTable(WordTable& table, const WordListOptions& options);
+
+} // namespace tallyvox
