@@ -74,6 +74,7 @@ void BatchRunner::runBatch()
     m_running = true;
     m_cancelRequested = false;
     m_view.setRunning(true);
+    emit runStarted(m_preferences.readBool(prefs::CombineFiles));
 
     const qsizetype count = m_pending.size();
     // Computed in 16 bits as the progress control takes it; an empty list gives -1.
@@ -112,6 +113,7 @@ void BatchRunner::runBatch()
                           StatusTarget::StatusText);
         m_processor(*file);
     }
+    emit filesDone(m_quitRequested);
 
     m_view.setProgressVisible(false);
     if (error != noErr) {

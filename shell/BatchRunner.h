@@ -61,6 +61,12 @@ public:
     const QStringList& pendingDocuments() const { return m_pending; }
 
 signals:
+    /// A run begins, before its first file. combineFiles: "CombineFiles" was on as it began,
+    /// so the files' words go into one list, which the application writes at filesDone.
+    void runStarted(bool combineFiles);
+    /// The run's loop is over: every file had its turn, or the stop button or Quit
+    /// (quitting) ended it. Emitted before the run's reports.
+    void filesDone(bool quitting);
     /// A run has ended (after its reports).
     void runEnded();
     /// One second after a run with "QuitWhenDone" set.

@@ -18,6 +18,7 @@
 #include "support/IndexerStop.h"
 #include "support/TemporaryFolder.h"
 #include "words/WordContext.h"
+#include "words/WordList.h"
 
 #include <QApplication>
 #include <QDir>
@@ -91,11 +92,14 @@ std::chrono::milliseconds indexerTimeBase()
                              : defaultIndexerTimeBase;
 }
 
+// A batch's context has its run; the services' has none (each request is a run of its own).
 WordContext wordContext(Desktop& desktop, const PreferenceStore& preferences,
-                        const TemporaryFolderLease& temporary, IndexerStop* stop = nullptr)
+                        const TemporaryFolderLease& temporary, IndexerStop* stop = nullptr,
+                        WordListRun* run = nullptr)
 {
-    return WordContext{desktop,          preferences, defaultIndexerDirectory(),
-                       temporary.path(), stop,        indexerTimeBase()};
+    return WordContext{
+        desktop,           preferences, defaultIndexerDirectory(), temporary.path(), stop,
+        indexerTimeBase(), run};
 }
 
 // Notes in failed whether a word list could not be written.
@@ -106,6 +110,21 @@ FileProcessor extractWords(const WordContext& context, bool* failed = nullptr)
             *failed = true;
         }
     };
+}
+
+// The run's bounds reach its word lists: a list of all its files when "CombineFiles" is on.
+// Notes in failed whether that list could not be written.
+void connectWordListRun(BatchRunner& batch, WordListRun& run, const WordContext& context,
+                        bool* failed = nullptr)
+{
+    QObject::connect(&batch, &BatchRunner::runStarted, &batch,
+                     [&run](bool combineFiles) { run.begin(combineFiles); });
+    QObject::connect(&batch, &BatchRunner::filesDone, &batch,
+                     [&run, &context, failed](bool quitting) {
+                         if (run.finish(context, quitting) != noErr && failed) {
+                             *failed = true;
+                         }
+                     });
 }
 
 bool isSelection(ServiceSource source)
@@ -212,10 +231,12 @@ int runConsole(int argc, char** argv, const CommandLine& commandLine)
     if (!commandLine.serviceName.isEmpty()) {
         return runConsoleService(desktop, preferences, temporary, commandLine, err);
     }
-    const WordContext context = wordContext(desktop, preferences, temporary);
+    WordListRun listRun;
+    const WordContext context = wordContext(desktop, preferences, temporary, nullptr, &listRun);
     ConsoleView view(desktop);
     bool listFailed = false;
     BatchRunner batch(view, desktop, preferences, extractWords(context, &listFailed));
+    connectWordListRun(batch, listRun, context, &listFailed);
     // No window to wait for: the run's end is the end of the process.
     QObject::connect(&batch, &BatchRunner::runEnded, app.get(), &QCoreApplication::quit);
     batch.queueDocuments(commandLine.files);
@@ -288,7 +309,11 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
     const TemporaryFolderLease temporary;
     IndexerStop indexerStop;
     const WordContext context = wordContext(*desktop, preferences, temporary, &indexerStop);
-    ApplicationShell shell(*desktop, preferences, extractWords(context), &indexerStop);
+    WordListRun listRun;
+    const WordContext batchContext =
+        wordContext(*desktop, preferences, temporary, &indexerStop, &listRun);
+    ApplicationShell shell(*desktop, preferences, extractWords(batchContext), &indexerStop);
+    connectWordListRun(shell.batch(), listRun, batchContext);
     QObject::connect(&shell, &ApplicationShell::eventLoopEndRequested, &app,
                      &QCoreApplication::quit);
     ShellDocumentHandler documents(shell);

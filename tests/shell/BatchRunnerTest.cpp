@@ -172,6 +172,62 @@ private slots:
         QCOMPARE(w.processed.size(), quit ? 0 : 1);
     }
 
+    // The run tells the application where its files begin and end, so that it can write one
+    // list of them all: "CombineFiles" as read when the run starts, and whether Quit ended
+    // it, before the reports.
+    void runsAreBracketedForTheirWordLists_data()
+    {
+        QTest::addColumn<QString>("names");
+        QTest::addColumn<bool>("combine");
+        QTest::addColumn<QString>("interrupt"); // "stop" or "quit" during f2
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("three files, combined")
+            << u"f1 f2 f3"_s << true << QString()
+            << u"started:true|File: f1|File: f2|File: f3|done:false|progress:0"_s;
+        QTest::newRow("a file and a folder") << u"f1 D/"_s << false << QString()
+                                             << u"started:false|File: f1|done:false|progress:0"_s;
+        QTest::newRow("nothing") << QString() << true << QString()
+                                 << u"started:true|done:false|progress:0"_s;
+        QTest::newRow("stopped") << u"f1 f2 f3"_s << true << u"stop"_s
+                                 << u"started:true|File: f1|File: f2|done:false|progress:0"_s;
+        QTest::newRow("quit") << u"f1 f2 f3"_s << true << u"quit"_s
+                              << u"started:true|File: f1|File: f2|done:true|progress:0"_s;
+        QTest::newRow("last item missing")
+            << u"f1 -gone"_s << true << QString()
+            << u"started:true|File: f1|done:false|progress:0|error"_s;
+    }
+    void runsAreBracketedForTheirWordLists()
+    {
+        QFETCH(QString, names);
+        QFETCH(bool, combine);
+        QFETCH(QString, interrupt);
+        QFETCH(QString, expected);
+        World w;
+        w.store.writeBool(prefs::CombineFiles, combine);
+        connect(&w.batch, &BatchRunner::runStarted, this,
+                [&w](bool combineFiles) { w.view.add(u"started"_s, combineFiles); });
+        connect(&w.batch, &BatchRunner::filesDone, this,
+                [&w](bool quitting) { w.view.add(u"done"_s, quitting); });
+        w.onFile = [&w, interrupt](const FileRef& file) {
+            if (file.name() == u"f2"_s && !interrupt.isEmpty()) {
+                interrupt == u"quit"_s ? w.batch.requestQuit() : w.batch.requestCancel();
+            }
+        };
+        w.runToEnd(w.make(names));
+        QStringList sequence;
+        for (const QString& line : std::as_const(w.view.lines)) {
+            for (const QString& kind : {u"started:"_s, u"done:"_s, u"progress:0"_s, u"error:"_s}) {
+                if (line.startsWith(kind)) {
+                    sequence.append(kind == u"error:"_s ? u"error"_s : line);
+                }
+            }
+            if (line.startsWith(u"status1:File: "_s)) {
+                sequence.append(line.mid(8));
+            }
+        }
+        QCOMPARE(sequence.join(u'|'), expected);
+    }
+
     // Lists arriving before the run starts replace each other; those arriving during it
     // are held until it ends.
     void arrivals()

@@ -1,3 +1,4 @@
+#include "prefs/PreferenceStore.h"
 #include "shell/CommandLine.h"
 #include "shell/ConsoleDesktop.h"
 #include "shell/SelectionItems.h"
@@ -175,6 +176,11 @@ private slots:
         const Run help = runTallyvox({u"--help"_s}, QDir::tempPath());
         QCOMPARE(help.exitCode, 0);
         QVERIFY(help.lines.first().startsWith(u"Usage: tallyvox"_s));
+        // The settings file's keys, so that the manual page lists them too.
+        for (const char* key : {"FoldCase", "DictionaryOrder", "MinimumCount", "StopListPath",
+                                "CombineFiles", "ListFormat", "IncludeTotals"}) {
+            QVERIFY2(help.lines.join(u'\n').contains(QLatin1String(key)), key);
+        }
         QCOMPARE(runTallyvox({u"--version"_s}, QDir::tempPath()).lines,
                  QStringList{QStringLiteral("Tallyvox " TALLYVOX_VERSION)});
         QCOMPARE(runTallyvox({u"--bogus"_s}, QDir::tempPath()).exitCode, 2);
@@ -216,6 +222,56 @@ private slots:
         QFile file(list);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QVERIFY(file.readAll().startsWith("and (1)\n"));
+    }
+
+    // The console's batch reads the word-list options as the window's does.
+    void realProgramCombinesTheBatch_data()
+    {
+        QTest::addColumn<QString>("files");
+        QTest::addColumn<QString>("stopList");
+        QTest::addColumn<QStringList>("lines");
+        QTest::addColumn<QByteArray>("list");
+        const QString lists = u"open ROOT/data/Okaluna Software/Tallyvox/"_s;
+        QTest::newRow("two files and a folder")
+            << u"a.txt folder b.txt"_s << QString()
+            << QStringList{lists + u"Combined/Combined word list.csv"_s,
+                           u"One or more items you dropped on Tallyvox was not a file."_s}
+            << "word,count\r\n\"3,000\",1\r\ncat,3\r\nhat,1\r\nthe,3\r\n"_ba;
+        QTest::newRow("one file is its own list")
+            << u"b.txt"_s << QString() << QStringList{lists + u"b.txt.csv"_s}
+            << "word,count\r\nCAT,2\r\nthe,1\r\n"_ba;
+        QTest::newRow("a missing stop list, said once")
+            << u"a.txt b.txt"_s << u"ROOT/none"_s
+            << QStringList{u"The stop list \"ROOT/none\" cannot be read, so the word lists are "
+                           u"made without it."_s,
+                           lists + u"Combined/Combined word list.csv"_s}
+            << "word,count\r\n\"3,000\",1\r\ncat,3\r\nhat,1\r\nthe,3\r\n"_ba;
+    }
+    void realProgramCombinesTheBatch()
+    {
+        QFETCH(QString, files);
+        QFETCH(QString, stopList);
+        QFETCH(QStringList, lines);
+        QFETCH(QByteArray, list);
+        if (!QFile::exists(QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer"))) {
+            QSKIP("the indexers are not built");
+        }
+        testing::TestEnvironment env;
+        env.writeFile(u"a.txt"_s, "The hat, the cat 3,000\n");
+        env.writeFile(u"b.txt"_s, "the cat CAT\n");
+        QDir().mkpath(env.root() + u"/folder"_s);
+        PreferenceStore store;
+        store.writeBool(prefs::CombineFiles, true);
+        store.writeBool(prefs::FoldCase, true);
+        store.writeInteger(prefs::ListFormat, static_cast<qint32>(ListFormat::Csv));
+        store.writeString(prefs::StopListPath, QString(stopList).replace(u"ROOT"_s, env.root()));
+
+        const Run run = runTallyvox(u"--console "_s.append(files).split(u' '), env.root());
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(run.lines, lines.replaceInStrings(u"ROOT"_s, env.root()));
+        QFile written(run.lines.filter(u"open "_s).first().mid(5));
+        QVERIFY(written.open(QIODevice::ReadOnly));
+        QCOMPARE(written.readAll(), list);
     }
 
     // A name that is not UTF-8, from the command line through the indexer to the list.
