@@ -145,7 +145,7 @@ void ApplicationShell::QuitWithFarewell()
 void ApplicationShell::ShowPreferencesWindow()
 {
     if (!m_preferencesWindow) {
-        m_preferencesWindow = new PreferencesWindow(m_preferences);
+        m_preferencesWindow = new PreferencesWindow(m_preferences, m_desktop);
         connect(m_preferencesWindow, &PreferencesWindow::commandIssued, this,
                 [this](CommandId command) { issueCommand(command, Origin::PreferencesWindow); });
         connect(m_preferencesWindow, &PreferencesWindow::closed, this, [this] {

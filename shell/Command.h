@@ -63,6 +63,15 @@ inline constexpr CommandId IncludeFrequency = CommandId::fromChars("IFRQ");
 inline constexpr CommandId SortBy = CommandId::fromChars("SORT");
 inline constexpr CommandId SeparateBy = CommandId::fromChars("SEPA");
 inline constexpr CommandId LineStyle = CommandId::fromChars("LINE");
+// The word-list options' controls: codes of our own, passed on like the five above.
+inline constexpr CommandId FoldCase = CommandId::fromChars("FOLD");
+inline constexpr CommandId DictionaryOrder = CommandId::fromChars("DICT");
+inline constexpr CommandId MinimumCount = CommandId::fromChars("MINC");
+inline constexpr CommandId StopListPath = CommandId::fromChars("STPL");
+inline constexpr CommandId ChooseStopList = CommandId::fromChars("STPC");
+inline constexpr CommandId CombineFiles = CommandId::fromChars("COMB");
+inline constexpr CommandId ListFormat = CommandId::fromChars("LFMT");
+inline constexpr CommandId IncludeTotals = CommandId::fromChars("TOTL");
 } // namespace commands
 
 /// The command a control carries in its "commandId" property (set in the .ui files).

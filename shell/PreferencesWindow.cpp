@@ -1,11 +1,16 @@
 #include "shell/PreferencesWindow.h"
 
 #include "prefs/PreferenceStore.h"
+#include "support/Desktop.h"
 #include "ui_PreferencesWindow.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSpinBox>
 
 #include <algorithm>
 
@@ -27,8 +32,8 @@ qint16 popUpValue(const QComboBox* popUp)
 
 } // namespace
 
-PreferencesWindow::PreferencesWindow(PreferenceStore& store, QWidget* parent)
-    : QWidget(parent, Qt::Window), m_store(store)
+PreferencesWindow::PreferencesWindow(PreferenceStore& store, Desktop& desktop, QWidget* parent)
+    : QWidget(parent, Qt::Window), m_store(store), m_desktop(desktop)
 {
     Ui::PreferencesWindow ui;
     ui.setupUi(this);
@@ -48,6 +53,33 @@ PreferencesWindow::PreferencesWindow(PreferenceStore& store, QWidget* parent)
         connect(popUp, &QComboBox::activated, this,
                 [this, popUp] { emit commandIssued(commandOf(*popUp)); });
     }
+
+    const auto box = [this](const char* id) { return findChild<QCheckBox*>(QLatin1String(id)); };
+    m_optionBoxes = {{
+        {commands::FoldCase, prefs::FoldCase, box(preferencesControls::FoldCase)},
+        {commands::DictionaryOrder, prefs::DictionaryOrder,
+         box(preferencesControls::DictionaryOrder)},
+        {commands::CombineFiles, prefs::CombineFiles, box(preferencesControls::CombineFiles)},
+        {commands::IncludeTotals, prefs::IncludeTotals, box(preferencesControls::IncludeTotals)},
+    }};
+    m_minimumCount = findChild<QSpinBox*>(QLatin1String(preferencesControls::MinimumCount));
+    m_stopListPath = findChild<QLineEdit*>(QLatin1String(preferencesControls::StopListPath));
+    m_listFormat = findChild<QComboBox*>(QLatin1String(preferencesControls::ListFormat));
+    auto* chooser = findChild<QPushButton*>(QLatin1String(preferencesControls::ChooseStopList));
+
+    // As above, only the user's changes: loading blocks the two signals that fire for any.
+    for (const OptionBox& option : m_optionBoxes) {
+        connect(option.box, &QCheckBox::clicked, this,
+                [this, option] { emit commandIssued(commandOf(*option.box)); });
+    }
+    connect(m_listFormat, &QComboBox::activated, this,
+            [this] { emit commandIssued(commandOf(*m_listFormat)); });
+    connect(m_minimumCount, &QSpinBox::valueChanged, this,
+            [this] { emit commandIssued(commandOf(*m_minimumCount)); });
+    connect(m_stopListPath, &QLineEdit::textEdited, this,
+            [this] { emit commandIssued(commandOf(*m_stopListPath)); });
+    connect(chooser, &QPushButton::clicked, this,
+            [this, chooser] { emit commandIssued(commandOf(*chooser)); });
 }
 
 PreferencesWindow::~PreferencesWindow() = default;
@@ -61,6 +93,51 @@ void PreferencesWindow::loadFromStore()
     const bool includeFrequency = m_store.GetIncludeFrequency();
     m_includeFrequency->setChecked(includeFrequency);
     m_separateBy->setEnabled(includeFrequency);
+    loadWordListOptions();
+}
+
+void PreferencesWindow::loadWordListOptions()
+{
+    for (const OptionBox& option : m_optionBoxes) {
+        option.box->setChecked(m_store.readBool(option.key));
+    }
+    const QSignalBlocker minimumBlocker(m_minimumCount);
+    // Pinned to at least 1, which keeps every word as any smaller number does.
+    m_minimumCount->setValue(m_store.readInteger(prefs::MinimumCount));
+    const QSignalBlocker pathBlocker(m_stopListPath);
+    m_stopListPath->setText(m_store.readString(prefs::StopListPath));
+    m_listFormat->setCurrentIndex(
+        static_cast<int>(listFormatOf(m_store.readInteger(prefs::ListFormat))));
+}
+
+void PreferencesWindow::applyWordListOption(CommandId command)
+{
+    for (const OptionBox& option : m_optionBoxes) {
+        if (command == option.command) {
+            m_store.writeBool(option.key, option.box->isChecked());
+            return;
+        }
+    }
+    if (command == commands::MinimumCount) {
+        m_store.writeInteger(prefs::MinimumCount, m_minimumCount->value());
+    } else if (command == commands::StopListPath) {
+        m_store.writeString(prefs::StopListPath, m_stopListPath->text());
+    } else if (command == commands::ChooseStopList) {
+        chooseStopList();
+    } else if (command == commands::ListFormat) {
+        m_store.writeInteger(prefs::ListFormat, m_listFormat->currentIndex());
+    }
+}
+
+void PreferencesWindow::chooseStopList()
+{
+    const QStringList chosen =
+        m_desktop.chooseFilesToOpen(QString::fromUtf16(chooseStopListPrompt));
+    if (chosen.isEmpty()) {
+        return;
+    }
+    m_stopListPath->setText(chosen.first());
+    m_store.writeString(prefs::StopListPath, chosen.first());
 }
 
 Status PreferencesWindow::handleCommand(CommandId command)
@@ -83,6 +160,8 @@ Status PreferencesWindow::handleCommand(CommandId command)
         hide();
         emit closed();
         return noErr;
+    } else {
+        applyWordListOption(command);
     }
     // The option commands go on to the application, which ignores them.
     return eventNotHandledErr;

@@ -1,14 +1,20 @@
 #pragma once
 
+#include "prefs/PreferenceKeys.h"
 #include "shell/Command.h"
 
 #include <QWidget>
 
+#include <array>
+
 class QCheckBox;
 class QComboBox;
+class QLineEdit;
+class QSpinBox;
 
 namespace tallyvox {
 
+class Desktop;
 class PreferenceStore;
 
 /// The controls' object names, made from their (signature, id) identifiers.
@@ -18,14 +24,28 @@ inline constexpr char SortBy[] = "SORT_0";
 inline constexpr char SeparateBy[] = "SEPA_0";
 inline constexpr char LineStyle[] = "LINE_0";
 inline constexpr char IncludeFrequency[] = "IFRQ_0";
+// The word-list options, named after their command codes the same way.
+inline constexpr char FoldCase[] = "FOLD_0";
+inline constexpr char DictionaryOrder[] = "DICT_0";
+inline constexpr char MinimumCount[] = "MINC_0";
+inline constexpr char StopListPath[] = "STPL_0";
+inline constexpr char ChooseStopList[] = "STPC_0";
+inline constexpr char CombineFiles[] = "COMB_0";
+inline constexpr char ListFormat[] = "LFMT_0";
+inline constexpr char IncludeTotals[] = "TOTL_0";
 } // namespace preferencesControls
 
-/// The modeless window editing the five user options. Each change is written to the
-/// store the moment it is made; there is nothing to apply or undo.
+/// The prompt of the open panel that chooses a stop list.
+inline constexpr char16_t chooseStopListPrompt[] = u"Choose a Stop List";
+
+/// The modeless window editing the five user options, and in a group of their own the
+/// word-list options. Each change is written to the store the moment it is made; there is
+/// nothing to apply or undo.
 class PreferencesWindow : public QWidget, public CommandHandler {
     Q_OBJECT
 public:
-    explicit PreferencesWindow(PreferenceStore& store, QWidget* parent = nullptr);
+    /// The desktop shows the open panel that chooses a stop list.
+    PreferencesWindow(PreferenceStore& store, Desktop& desktop, QWidget* parent = nullptr);
     ~PreferencesWindow() override;
 
     /// Sets every control from the store, so reopening shows what is stored now.
@@ -46,12 +66,29 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    /// A check box of the word-list options and the switch it stands for.
+    struct OptionBox {
+        CommandId command;
+        prefs::BoolKey key{};
+        QCheckBox* box = nullptr;
+    };
+
+    void loadWordListOptions();
+    /// Applies a word-list option's command; any other command does nothing here.
+    void applyWordListOption(CommandId command);
+    void chooseStopList();
+
     PreferenceStore& m_store;
+    Desktop& m_desktop;
     QCheckBox* m_quitWhenDone;
     QComboBox* m_sortBy;
     QComboBox* m_separateBy;
     QComboBox* m_lineStyle;
     QCheckBox* m_includeFrequency;
+    std::array<OptionBox, 4> m_optionBoxes;
+    QSpinBox* m_minimumCount;
+    QLineEdit* m_stopListPath;
+    QComboBox* m_listFormat;
 };
 
 } // namespace tallyvox
