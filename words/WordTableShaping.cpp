@@ -44,13 +44,13 @@ WordTable foldWordTable(const WordTable& table, const QSet<QString>& stopWords)
     QHash<QString, FoldedEntry> folded;
     folded.reserve(table.size());
     for (auto it = table.cbegin(); it != table.cend(); ++it) {
-        QString key = foldCase(it.key());
+        const QString key = foldCase(it.key());
         if (foldedStopWords.contains(key)) {
             continue;
         }
         const auto entry = folded.find(key);
         if (entry == folded.end()) {
-            folded.insert(std::move(key), FoldedEntry{it.key(), it.value(), it.value()});
+            folded.insert(key, FoldedEntry{it.key(), it.value(), it.value()});
             continue;
         }
         entry->total = addCounts(entry->total, it.value());
