@@ -97,9 +97,10 @@ WordContext wordContext(Desktop& desktop, const PreferenceStore& preferences,
                         const TemporaryFolderLease& temporary, IndexerStop* stop = nullptr,
                         WordListRun* run = nullptr)
 {
-    return WordContext{
-        desktop,           preferences, defaultIndexerDirectory(), temporary.path(), stop,
-        indexerTimeBase(), run};
+    WordContext context{desktop,          preferences, defaultIndexerDirectory(),
+                        temporary.path(), stop,        indexerTimeBase()};
+    context.run = run;
+    return context;
 }
 
 // Notes in failed whether a word list could not be written.
