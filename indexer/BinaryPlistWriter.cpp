@@ -1,7 +1,8 @@
 #include "indexer/BinaryPlistWriter.h"
 
 #include <cstdint>
-#include <string>
+#include <cstring>
+#include <memory>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -25,41 +26,57 @@ unsigned widthFor(std::uint64_t value)
     return 8;
 }
 
+// The low nibble of an integer marker for each width.
+unsigned char widthCode(unsigned width)
+{
+    return width == 1 ? 0 : width == 2 ? 1 : width == 4 ? 2 : 3;
+}
+
 class Output {
 public:
-    explicit Output(std::FILE* file) : m_file(file) { m_buffer.reserve(capacity); }
+    explicit Output(std::FILE* file) : m_file(file), m_buffer(new char[capacity]) {}
+    Output(const Output&) = delete;
+    Output& operator=(const Output&) = delete;
 
-    std::uint64_t offset() const { return m_written + m_buffer.size(); }
-    bool ok() const { return m_ok; }
+    std::uint64_t offset() const { return m_written + m_size; }
+
+    /// Room for n more bytes, which the caller writes at the pointer returned.
+    char* reserve(std::size_t n)
+    {
+        if (capacity - m_size < n) {
+            flush();
+        }
+        return m_buffer.get() + m_size;
+    }
+    void commit(std::size_t n) { m_size += n; }
 
     void byte(unsigned char b)
     {
-        m_buffer.push_back(static_cast<char>(b));
-        if (m_buffer.size() >= capacity) {
-            flush();
-        }
+        reserve(1)[0] = static_cast<char>(b);
+        commit(1);
     }
     void bytes(std::string_view data)
     {
-        m_buffer.append(data);
-        if (m_buffer.size() >= capacity) {
-            flush();
+        while (!data.empty()) {
+            const std::size_t n = data.size() < capacity ? data.size() : capacity;
+            std::memcpy(reserve(n), data.data(), n);
+            commit(n);
+            data.remove_prefix(n);
         }
     }
     void bigEndian(std::uint64_t value, unsigned width)
     {
-        for (unsigned i = width; i-- > 0;) {
-            byte(static_cast<unsigned char>(value >> (8 * i)));
+        char* out = reserve(width);
+        for (unsigned i = 0; i < width; ++i) {
+            out[i] = static_cast<char>(value >> (8 * (width - 1 - i)));
         }
+        commit(width);
     }
     // An integer object: 1, 2 and 4-byte forms are unsigned, the 8-byte form is signed.
     void integer(std::uint64_t value)
     {
         const unsigned width = widthFor(value);
-        byte(static_cast<unsigned char>(0x10 | (width == 1   ? 0
-                                                : width == 2 ? 1
-                                                : width == 4 ? 2
-                                                             : 3)));
+        byte(static_cast<unsigned char>(0x10 | widthCode(width)));
         bigEndian(value, width);
     }
     // A marker whose low nibble holds a length, or 0xF and an integer object when it is 15+.
@@ -74,19 +91,19 @@ public:
     }
     bool flush()
     {
-        if (!m_buffer.empty() &&
-            std::fwrite(m_buffer.data(), 1, m_buffer.size(), m_file) != m_buffer.size()) {
+        if (m_size > 0 && std::fwrite(m_buffer.get(), 1, m_size, m_file) != m_size) {
             m_ok = false;
         }
-        m_written += m_buffer.size();
-        m_buffer.clear();
+        m_written += m_size;
+        m_size = 0;
         return m_ok;
     }
 
 private:
     static constexpr std::size_t capacity = 1u << 20;
     std::FILE* m_file;
-    std::string m_buffer;
+    std::unique_ptr<char[]> m_buffer;
+    std::size_t m_size = 0;
     std::uint64_t m_written = 0;
     bool m_ok = true;
 };
@@ -101,74 +118,110 @@ bool isAscii(std::string_view text)
     return true;
 }
 
-// UTF-8 to UTF-16 code units; a malformed byte becomes U+FFFD.
-void toUtf16(std::string_view text, std::u16string& units)
+// The code point of the UTF-8 sequence at p, and its length; a malformed byte reads as
+// U+FFFD of length 1.
+struct CodePoint {
+    std::uint32_t value;
+    std::size_t length;
+};
+
+CodePoint decodeUtf8(const unsigned char* p, const unsigned char* end)
+{
+    const std::uint32_t lead = *p;
+    const std::size_t length = lead < 0x80    ? 1
+                               : lead >= 0xF0 ? 4
+                               : lead >= 0xE0 ? 3
+                               : lead >= 0xC0 ? 2
+                                              : 0;
+    if (length == 0 || static_cast<std::size_t>(end - p) < length) {
+        return {0xFFFD, 1};
+    }
+    std::uint32_t c = length == 1 ? lead : lead & (0xFFu >> (length + 1));
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((p[i] & 0xC0) != 0x80) {
+            return {0xFFFD, 1};
+        }
+        c = (c << 6) | (p[i] & 0x3Fu);
+    }
+    return c > 0x10FFFF ? CodePoint{0xFFFD, 1} : CodePoint{c, length};
+}
+
+// UTF-8 to UTF-16 code units.
+void toUtf16(std::string_view text, std::vector<char16_t>& units)
 {
     units.clear();
     const auto* p = reinterpret_cast<const unsigned char*>(text.data());
     const auto* end = p + text.size();
     while (p < end) {
-        std::uint32_t c = *p;
-        std::size_t length = c < 0x80 ? 1 : c >= 0xF0 ? 4 : c >= 0xE0 ? 3 : c >= 0xC0 ? 2 : 0;
-        if (length == 0 || static_cast<std::size_t>(end - p) < length) {
-            units.push_back(0xFFFD);
-            ++p;
-            continue;
-        }
-        if (length > 1) {
-            c &= 0xFFu >> (length + 1);
-            bool valid = true;
-            for (std::size_t i = 1; i < length; ++i) {
-                valid = valid && (p[i] & 0xC0) == 0x80;
-                c = (c << 6) | (p[i] & 0x3F);
-            }
-            if (!valid || c > 0x10FFFF) {
-                units.push_back(0xFFFD);
-                ++p;
-                continue;
-            }
-        }
-        if (c >= 0x10000) {
-            units.push_back(static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10)));
-            units.push_back(static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF)));
+        const CodePoint c = decodeUtf8(p, end);
+        if (c.value >= 0x10000) {
+            units.push_back(static_cast<char16_t>(0xD800 + ((c.value - 0x10000) >> 10)));
+            units.push_back(static_cast<char16_t>(0xDC00 + ((c.value - 0x10000) & 0x3FF)));
         } else {
-            units.push_back(static_cast<char16_t>(c));
+            units.push_back(static_cast<char16_t>(c.value));
         }
-        p += length;
+        p += c.length;
     }
 }
+
+// Integer objects for the distinct counts; small counts are looked up in an array.
+class CountObjects {
+public:
+    explicit CountObjects(std::uint64_t firstObject) : m_next(firstObject) {}
+
+    void note(std::uint64_t count)
+    {
+        if (count < smallLimit) {
+            if (m_small.empty()) {
+                m_small.assign(smallLimit, 0);
+            }
+            if (m_small[count] == 0) {
+                m_small[count] = m_next++;
+                m_counts.push_back(count);
+            }
+        } else if (m_large.emplace(count, m_next).second) {
+            ++m_next;
+            m_counts.push_back(count);
+        }
+    }
+    std::uint64_t objectOf(std::uint64_t count) const
+    {
+        return count < smallLimit ? m_small[count] : m_large.at(count);
+    }
+    /// The distinct counts, in the order of their objects.
+    const std::vector<std::uint64_t>& counts() const { return m_counts; }
+
+private:
+    static constexpr std::uint64_t smallLimit = 1 << 16;
+    std::vector<std::uint64_t> m_small;
+    std::unordered_map<std::uint64_t, std::uint64_t> m_large;
+    std::vector<std::uint64_t> m_counts;
+    std::uint64_t m_next;
+};
 
 } // namespace
 
 bool writeBinaryPlist(std::FILE* file, const WordMap& words)
 {
-    // Objects: 0 the dictionary, 1..n the keys, then one integer per distinct count.
+    // Objects: 0 the dictionary, 1..n the keys in UTF-16 order, then one integer per
+    // distinct count. In the file the keys come first, so that one ordered pass writes them
+    // and notes what the dictionary needs; the dictionary and the integers follow.
     const std::uint64_t n = words.size();
-    std::unordered_map<std::uint64_t, std::uint64_t> countObjects;
-    std::vector<std::uint64_t> counts;
-    words.forEach([&](std::string_view, std::uint64_t count) {
-        if (countObjects.emplace(count, 1 + n + counts.size()).second) {
-            counts.push_back(count);
-        }
-    });
-    const std::uint64_t objectCount = 1 + n + counts.size();
+    CountObjects countObjects(n + 1);
+    words.forEach([&](std::string_view, std::uint64_t count) { countObjects.note(count); });
+    const std::uint64_t objectCount = n + 1 + countObjects.counts().size();
     const unsigned refWidth = widthFor(objectCount - 1);
-    std::vector<std::uint64_t> offsets;
-    offsets.reserve(objectCount);
 
+    std::vector<std::uint64_t> offsets(objectCount);
+    std::vector<std::uint32_t> valueRefs; // object numbers stay far below 2^32
+    valueRefs.reserve(n);
     Output out(file);
     out.bytes("bplist00");
-    offsets.push_back(out.offset());
-    out.marker(0xD0, n);
-    for (std::uint64_t i = 1; i <= n; ++i) {
-        out.bigEndian(i, refWidth);
-    }
-    words.forEach([&](std::string_view, std::uint64_t count) {
-        out.bigEndian(countObjects[count], refWidth);
-    });
-    std::u16string units;
-    words.forEach([&](std::string_view word, std::uint64_t) {
-        offsets.push_back(out.offset());
+    std::vector<char16_t> units;
+    std::uint64_t key = 1;
+    words.forEachInOrder([&](std::string_view word, std::uint64_t count) {
+        offsets[key++] = out.offset();
+        valueRefs.push_back(static_cast<std::uint32_t>(countObjects.objectOf(count)));
         if (isAscii(word)) {
             out.marker(0x50, word.size());
             out.bytes(word);
@@ -177,11 +230,23 @@ bool writeBinaryPlist(std::FILE* file, const WordMap& words)
         toUtf16(word, units);
         out.marker(0x60, units.size());
         for (char16_t unit : units) {
-            out.bigEndian(unit, 2);
+            char* to = out.reserve(2);
+            to[0] = static_cast<char>(unit >> 8);
+            to[1] = static_cast<char>(unit & 0xFF);
+            out.commit(2);
         }
     });
-    for (std::uint64_t count : counts) {
-        offsets.push_back(out.offset());
+
+    offsets[0] = out.offset();
+    out.marker(0xD0, n);
+    for (std::uint64_t i = 1; i <= n; ++i) {
+        out.bigEndian(i, refWidth);
+    }
+    for (std::uint32_t ref : valueRefs) {
+        out.bigEndian(ref, refWidth);
+    }
+    for (std::uint64_t count : countObjects.counts()) {
+        offsets[key++] = out.offset();
         out.integer(count);
     }
 

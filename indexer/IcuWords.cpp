@@ -1,7 +1,6 @@
 #include "indexer/IcuWords.h"
 
 #include <stdexcept>
-#include <string>
 
 #include <unicode/brkiter.h>
 #include <unicode/bytestream.h>
@@ -26,43 +25,55 @@ IcuWords::~IcuWords()
     utext_close(&m_text);
 }
 
-void IcuWords::addNormalised(std::string_view word, WordMap& words)
+void IcuWords::setText(std::string_view utf8)
 {
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::StringPiece piece(word.data(), static_cast<int32_t>(word.size()));
-    if (m_nfc->isNormalizedUTF8(piece, status) || U_FAILURE(status)) {
-        words.add(word);
-        return;
-    }
-    std::string normalised;
-    icu::StringByteSink<std::string> sink(&normalised, static_cast<int32_t>(word.size()));
-    status = U_ZERO_ERROR;
-    m_nfc->normalizeUTF8(0, piece, sink, nullptr, status);
-    words.add(U_SUCCESS(status) ? std::string_view(normalised) : word);
-}
-
-void IcuWords::count(std::string_view utf8, WordMap& words)
-{
-    // Blocks are a few megabytes, far below ICU's 32-bit limit, but stay safe for any caller.
-    constexpr std::size_t maxPiece = 1u << 30;
-    while (utf8.size() > maxPiece) {
-        const std::size_t cut = cutNearEnd(utf8.substr(0, maxPiece));
-        count(utf8.substr(0, cut), words);
-        utf8.remove_prefix(cut);
-    }
+    m_normalised.clear();
+    m_begin = utf8.data();
     UErrorCode status = U_ZERO_ERROR;
     utext_openUTF8(&m_text, utf8.data(), static_cast<int64_t>(utf8.size()), &status);
     m_breaker->setText(&m_text, status);
-    if (U_FAILURE(status)) {
+    m_textSet = U_SUCCESS(status);
+}
+
+void IcuWords::addNormalised(const char* word, std::size_t size, WordBatch& words)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::StringPiece piece(word, static_cast<int32_t>(size));
+    if (m_nfc->isNormalizedUTF8(piece, status) || U_FAILURE(status)) {
+        words.add(word, size);
         return;
     }
-    int32_t start = m_breaker->first();
-    for (int32_t end = m_breaker->next(); end != icu::BreakIterator::DONE;
-         start = end, end = m_breaker->next()) {
+    std::string& normalised = m_normalised.emplace_back();
+    icu::StringByteSink<std::string> sink(&normalised, static_cast<int32_t>(size));
+    status = U_ZERO_ERROR;
+    m_nfc->normalizeUTF8(0, piece, sink, nullptr, status);
+    if (U_SUCCESS(status)) {
+        words.add(normalised.data(), normalised.size());
+    } else {
+        words.add(word, size);
+    }
+}
+
+void IcuWords::countRun(const char* begin, const char* end, WordBatch& words)
+{
+    if (!m_textSet) {
+        return;
+    }
+    // Moving the iterator costs far less than giving it a new text for every run. A segment
+    // that starts before the run starts at whitespace, and holds no word.
+    const auto from = static_cast<int32_t>(begin - m_begin);
+    const auto to = static_cast<int32_t>(end - m_begin);
+    int32_t start = from > 0 ? m_breaker->following(from - 1) : m_breaker->first();
+    while (start != icu::BreakIterator::DONE && start < to) {
+        const int32_t next = m_breaker->next();
+        if (next == icu::BreakIterator::DONE) {
+            break;
+        }
         const int32_t rule = m_breaker->getRuleStatus();
         if (rule >= UBRK_WORD_NUMBER && rule < UBRK_WORD_IDEO_LIMIT) {
-            addNormalised(utf8.substr(start, end - start), words);
+            addNormalised(m_begin + start, static_cast<std::size_t>(next - start), words);
         }
+        start = next;
     }
 }
 
@@ -78,6 +89,7 @@ std::size_t IcuWords::cutNearEnd(std::string_view utf8)
     UErrorCode status = U_ZERO_ERROR;
     utext_openUTF8(&m_text, tail.data(), static_cast<int64_t>(tail.size()), &status);
     m_breaker->setText(&m_text, status);
+    m_textSet = false;
     if (U_SUCCESS(status)) {
         const int32_t boundary = m_breaker->preceding(static_cast<int32_t>(tail.size() / 2 + 1));
         if (boundary > 0) {

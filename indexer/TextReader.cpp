@@ -1,6 +1,8 @@
 #include "indexer/TextReader.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <vector>
@@ -15,8 +17,12 @@ namespace tallyvox::indexer {
 
 namespace {
 
-constexpr std::size_t chunkSize = 1u << 20;
+constexpr std::size_t sampleSize = 1u << 20;
 constexpr std::size_t detectionSample = 64 * 1024;
+// UTF-8 is read in pieces as large as the counter's blocks, so that it counts them where
+// they lie; converted text goes through smaller pieces.
+constexpr std::size_t chunkSize = 4u << 20;
+constexpr std::size_t convertChunk = 1u << 20;
 
 // How much of a sample is well-formed UTF-8: multi-byte sequences and malformed bytes.
 // A sequence cut short by the end of the sample counts as neither when more text follows.
@@ -24,6 +30,44 @@ struct Utf8Survey {
     std::size_t sequences = 0;
     std::size_t errors = 0;
 };
+
+// What starts at a byte of 0x80 or more: a well-formed sequence of some length, a malformed
+// byte, or the start of a sequence that the end of the text cuts short.
+struct Sequence {
+    enum Kind { Valid, Malformed, Cut } kind;
+    std::size_t length;
+};
+
+Sequence sequenceAt(const unsigned char* p, const unsigned char* end)
+{
+    std::size_t length = 0;
+    unsigned char low = 0x80;
+    unsigned char high = 0xBF;
+    if (*p >= 0xC2 && *p <= 0xDF) {
+        length = 2;
+    } else if (*p >= 0xE0 && *p <= 0xEF) {
+        length = 3;
+        low = *p == 0xE0 ? 0xA0 : 0x80;
+        high = *p == 0xED ? 0x9F : 0xBF;
+    } else if (*p >= 0xF0 && *p <= 0xF4) {
+        length = 4;
+        low = *p == 0xF0 ? 0x90 : 0x80;
+        high = *p == 0xF4 ? 0x8F : 0xBF;
+    } else {
+        return {Sequence::Malformed, 1};
+    }
+    for (std::size_t i = 1; i < length; ++i) {
+        if (p + i == end) {
+            return {Sequence::Cut, i};
+        }
+        const unsigned char from = i == 1 ? low : 0x80;
+        const unsigned char to = i == 1 ? high : 0xBF;
+        if (p[i] < from || p[i] > to) {
+            return {Sequence::Malformed, 1};
+        }
+    }
+    return {Sequence::Valid, length};
+}
 
 Utf8Survey surveyUtf8(std::string_view text, bool complete)
 {
@@ -35,30 +79,13 @@ Utf8Survey surveyUtf8(std::string_view text, bool complete)
             ++p;
             continue;
         }
-        std::size_t length = 0;
-        unsigned char low = 0x80, high = 0xBF;
-        if (*p >= 0xC2 && *p <= 0xDF) {
-            length = 2;
-        } else if (*p >= 0xE0 && *p <= 0xEF) {
-            length = 3;
-            low = *p == 0xE0 ? 0xA0 : 0x80;
-            high = *p == 0xED ? 0x9F : 0xBF;
-        } else if (*p >= 0xF0 && *p <= 0xF4) {
-            length = 4;
-            low = *p == 0xF0 ? 0x90 : 0x80;
-            high = *p == 0xF4 ? 0x8F : 0xBF;
-        }
-        std::size_t i = 1;
-        for (; length > 0 && i < length && p + i < end; ++i) {
-            if (p[i] < (i == 1 ? low : 0x80) || p[i] > (i == 1 ? high : 0xBF)) {
-                break;
-            }
-        }
-        if (length > 0 && i == length) {
-            ++survey.sequences;
-            p += length;
-        } else if (length > 0 && p + i == end && !complete) {
+        const Sequence sequence = sequenceAt(p, end);
+        if (sequence.kind == Sequence::Cut && !complete) {
             break;
+        }
+        if (sequence.kind == Sequence::Valid) {
+            ++survey.sequences;
+            p += sequence.length;
         } else {
             ++survey.errors;
             ++p;
@@ -101,6 +128,58 @@ struct ConverterCloser {
     void operator()(UConverter* converter) const { ucnv_close(converter); }
 };
 using Converter = std::unique_ptr<UConverter, ConverterCloser>;
+
+// Hands the file on as it is, from chunk (already read) to its end.
+bool passThrough(int fd, char* buffer, std::string_view chunk, TextSink& sink)
+{
+    while (!chunk.empty()) {
+        sink.text(chunk);
+        const ssize_t n = readFully(fd, buffer, chunkSize);
+        if (n < 0) {
+            return false;
+        }
+        chunk = std::string_view(buffer, static_cast<std::size_t>(n));
+    }
+    return true;
+}
+
+// Converts the file to UTF-8 from chunk (already read) to its end, streaming through ICU's
+// pivot buffer; the converters' state carries across chunks.
+bool convert(int fd, char* buffer, std::string_view chunk, UConverter* source, UConverter* target,
+             TextSink& sink)
+{
+    std::vector<char> output(convertChunk * 2);
+    std::vector<UChar> pivot(64 * 1024);
+    UChar* pivotSource = pivot.data();
+    UChar* pivotTarget = pivot.data();
+    bool reset = true;
+    for (;;) {
+        const bool last = chunk.empty();
+        const char* from = chunk.data();
+        const char* fromEnd = from + chunk.size();
+        UErrorCode status = U_ZERO_ERROR;
+        do {
+            status = U_ZERO_ERROR;
+            char* to = output.data();
+            ucnv_convertEx(target, source, &to, output.data() + output.size(), &from, fromEnd,
+                           pivot.data(), &pivotSource, &pivotTarget, pivot.data() + pivot.size(),
+                           reset, last, &status);
+            reset = false;
+            if (to != output.data()) {
+                sink.text(
+                    std::string_view(output.data(), static_cast<std::size_t>(to - output.data())));
+            }
+        } while (status == U_BUFFER_OVERFLOW_ERROR);
+        if (U_FAILURE(status) || last) {
+            return U_SUCCESS(status);
+        }
+        const ssize_t n = readFully(fd, buffer, convertChunk);
+        if (n < 0) {
+            return false;
+        }
+        chunk = std::string_view(buffer, static_cast<std::size_t>(n));
+    }
+}
 
 } // namespace
 
@@ -158,70 +237,30 @@ bool readTextFile(const std::string& path, TextSink& sink)
     if (::fstat(fd, &info) != 0 || S_ISDIR(info.st_mode)) {
         return false;
     }
+    if (S_ISREG(info.st_mode)) {
+        sink.expectText(static_cast<std::uint64_t>(info.st_size));
+    }
 
-    std::vector<char> input(chunkSize);
-    ssize_t n = readFully(fd, input.data(), input.size());
+    // Not zeroed first: the reads fill it.
+    const std::unique_ptr<char[]> buffer(new char[chunkSize]);
+    const ssize_t n = readFully(fd, buffer.get(), chunkSize);
     if (n < 0) {
         return false;
     }
-    std::string_view chunk(input.data(), static_cast<std::size_t>(n));
-    const TextEncoding encoding = detectEncoding(chunk, static_cast<std::size_t>(n) < chunkSize);
+    std::string_view chunk(buffer.get(), static_cast<std::size_t>(n));
+    const TextEncoding encoding =
+        detectEncoding(chunk.substr(0, sampleSize), static_cast<std::size_t>(n) < sampleSize);
     chunk.remove_prefix(std::min(encoding.bomLength, chunk.size()));
 
-    Converter source;
-    Converter target;
     if (encoding.name != "UTF-8") {
         UErrorCode status = U_ZERO_ERROR;
-        source.reset(ucnv_open(encoding.name.c_str(), &status));
-        target.reset(ucnv_open("UTF-8", &status));
-        if (U_FAILURE(status)) {
-            source.reset();
+        const Converter source(ucnv_open(encoding.name.c_str(), &status));
+        const Converter target(ucnv_open("UTF-8", &status));
+        if (U_SUCCESS(status)) {
+            return convert(fd, buffer.get(), chunk, source.get(), target.get(), sink);
         }
     }
-    if (!source) {
-        while (!chunk.empty()) {
-            sink.text(chunk);
-            n = readFully(fd, input.data(), input.size());
-            if (n < 0) {
-                return false;
-            }
-            chunk = std::string_view(input.data(), static_cast<std::size_t>(n));
-        }
-        return true;
-    }
-
-    // Streaming conversion through ICU's pivot buffer; state carries across chunks.
-    std::vector<char> output(chunkSize * 2);
-    std::vector<UChar> pivot(64 * 1024);
-    UChar* pivotSource = pivot.data();
-    UChar* pivotTarget = pivot.data();
-    bool reset = true;
-    for (;;) {
-        const bool last = chunk.empty();
-        const char* from = chunk.data();
-        const char* fromEnd = from + chunk.size();
-        UErrorCode status;
-        do {
-            status = U_ZERO_ERROR;
-            char* to = output.data();
-            ucnv_convertEx(target.get(), source.get(), &to, output.data() + output.size(), &from,
-                           fromEnd, pivot.data(), &pivotSource, &pivotTarget,
-                           pivot.data() + pivot.size(), reset, last, &status);
-            reset = false;
-            if (to != output.data()) {
-                sink.text(
-                    std::string_view(output.data(), static_cast<std::size_t>(to - output.data())));
-            }
-        } while (status == U_BUFFER_OVERFLOW_ERROR);
-        if (U_FAILURE(status) || last) {
-            return U_SUCCESS(status);
-        }
-        n = readFully(fd, input.data(), input.size());
-        if (n < 0) {
-            return false;
-        }
-        chunk = std::string_view(input.data(), static_cast<std::size_t>(n));
-    }
+    return passThrough(fd, buffer.get(), chunk, sink);
 }
 
 } // namespace tallyvox::indexer

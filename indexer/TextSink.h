@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 namespace tallyvox::indexer {
@@ -16,6 +17,9 @@ public:
     virtual void text(std::string_view utf8) = 0;
     /// A hard break: text delivered after it never joins the text before into one word.
     virtual void boundary() = 0;
+    /// About how many bytes of text are to come, when the reader knows (a file's size, say),
+    /// so that the sink can size its tables once instead of growing them. Optional.
+    virtual void expectText(std::uint64_t bytes) { static_cast<void>(bytes); }
 };
 
 } // namespace tallyvox::indexer

@@ -1,239 +1,234 @@
 #include "indexer/WordCounter.h"
 
+#include "indexer/IcuWords.h"
+#include "indexer/WordScanner.h"
+
 #include <algorithm>
-#include <array>
-#include <cstdint>
-#include <cstring>
+#include <barrier>
+#include <cmath>
+#include <exception>
+#include <functional>
+#include <system_error>
 #include <thread>
+#include <vector>
 
 namespace tallyvox::indexer {
 
 namespace {
 
-// Byte classes of ICU's root word rules for ASCII (checked against ICU on varied text):
-// '@' counts as a letter; '.' and '\'' join letter-letter and digit-digit; ',' and ';' join
-// digit-digit; '_' joins anything, and a segment is a word unless it is a single '_'
-// (ICU gives "__" the letter status); any other byte breaks.
-enum Class : unsigned char { Other, Space, Letter, Digit, Underscore, MidLetterNum, MidNum, High };
+// A block smaller than this is counted by one thread: waking the other costs more.
+constexpr std::size_t splitFrom = 64 * 1024;
 
-constexpr std::array<unsigned char, 256> makeClasses()
+inline bool isSpace(char c)
 {
-    std::array<unsigned char, 256> classes{};
-    for (int c = 0; c < 256; ++c) {
-        unsigned char k = Other;
-        if ((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '@') {
-            k = Letter;
-        } else if (c >= '0' && c <= '9') {
-            k = Digit;
-        } else if (c == '_') {
-            k = Underscore;
-        } else if (c == '.' || c == '\'') {
-            k = MidLetterNum;
-        } else if (c == ',' || c == ';') {
-            k = MidNum;
-        } else if (c == ' ' || (c >= '\t' && c <= '\r')) {
-            k = Space;
-        } else if (c >= 0x80) {
-            k = High;
-        }
-        classes[c] = k;
-    }
-    return classes;
-}
-
-constexpr std::array<unsigned char, 256> classes = makeClasses();
-
-inline unsigned char classOf(char c)
-{
-    return classes[static_cast<unsigned char>(c)];
-}
-
-// Words found by the scanner wait here, so that the table can fetch their slots together.
-class Batch {
-public:
-    explicit Batch(WordMap& words) : m_words(words) {}
-    ~Batch() { flush(); }
-    Batch(const Batch&) = delete;
-    Batch& operator=(const Batch&) = delete;
-
-    void add(const char* start, const char* end)
-    {
-        m_pending[m_size++] = std::string_view(start, static_cast<std::size_t>(end - start));
-        if (m_size == capacity) {
-            flush();
-        }
-    }
-    void flush()
-    {
-        m_words.addBatch(m_pending, m_size);
-        m_size = 0;
-    }
-
-private:
-    static constexpr std::size_t capacity = 64;
-    WordMap& m_words;
-    std::string_view m_pending[capacity];
-    std::size_t m_size = 0;
-};
-
-// Past the ASCII letters and digits at p, eight bytes at a time: most of a word is letters,
-// and one step finding where they end beats a mispredicted branch per byte.
-const char* skipAlphanumeric(const char* p, const char* end)
-{
-    constexpr std::uint64_t ones = 0x0101010101010101ull;
-    constexpr std::uint64_t high = 0x8080808080808080ull;
-    for (; end - p >= 8; p += 8) {
-        std::uint64_t v;
-        std::memcpy(&v, p, 8);
-        // Every byte is below 0x80 here, so adding to a byte never carries into the next.
-        const std::uint64_t lower = v | (0x20 * ones);
-        const std::uint64_t letter =
-            (lower + (0x80 - 'a') * ones) & ~(lower + (0x80 - 'z' - 1) * ones);
-        const std::uint64_t digit = (v + (0x80 - '0') * ones) & ~(v + (0x80 - '9' - 1) * ones);
-        const std::uint64_t found = (letter | digit) & high;
-        if (found != high) {
-            return p + __builtin_ctzll(~found & high) / 8;
-        }
-    }
-    while (p < end && (classOf(*p) == Letter || classOf(*p) == Digit)) {
-        ++p;
-    }
-    return p;
-}
-
-// Words of a run of ASCII text.
-void scanAscii(const char* p, const char* end, Batch& words)
-{
-    while (p < end) {
-        unsigned char k = classOf(*p);
-        if (k != Letter && k != Digit && k != Underscore) {
-            ++p;
-            continue;
-        }
-        const char* start = p;
-        unsigned char last = k;
-        for (++p; p < end;) {
-            if (const char* q = skipAlphanumeric(p, end); q != p) {
-                last = classOf(q[-1]);
-                p = q;
-                if (p == end) {
-                    break;
-                }
-            }
-            k = classOf(*p);
-            if (k == Letter || k == Digit || k == Underscore) {
-                last = k;
-                ++p;
-            } else if ((k == MidLetterNum && p + 1 < end && (last == Letter || last == Digit) &&
-                        classOf(p[1]) == last) ||
-                       (k == MidNum && p + 1 < end && last == Digit && classOf(p[1]) == Digit)) {
-                p += 2;
-                last = classOf(p[-1]);
-            } else {
-                break;
-            }
-        }
-        if (p - start > 1 || *start != '_') {
-            words.add(start, p);
-        }
-    }
+    return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
 } // namespace
 
-struct WordCounter::Worker {
-    WordMap words;
-    IcuWords icu;
+// One counting thread's share of the work: its scanner and ICU iterator, and the words it
+// found that belong to the other thread's shard, kept until that thread takes them.
+class WordCounter::Worker final : public WordBatch {
+public:
+    Worker(WordMap& words, unsigned index) : m_words(words), m_index(index) {}
 
-    // Counts a region whose first byte is whitespace or the start of the text. ASCII text is
-    // scanned here; a whitespace-delimited run holding a byte of 0x80 or more goes to ICU
-    // whole, with the whitespace byte before it: that byte keeps a leading combining mark
-    // attached to it, as in the full text. ICU never joins anything across ASCII whitespace.
+    // Counts a region whose first byte is whitespace or the start of the text. A run that
+    // the scanner cannot take goes to ICU, which sees the whole region as context.
     void count(const char* begin, const char* end)
     {
-        Batch batch(words);
+        m_queued.clear();
+        m_region = std::string_view(begin, static_cast<std::size_t>(end - begin));
+        m_icuReady = false;
         const char* p = begin;
         while (p < end) {
-            const char* high = findHigh(p, end);
+            const char* high = WordScanner::findHigh(p, end);
             if (high == end) {
-                scanAscii(p, end, batch);
-                return;
+                WordScanner::scanAscii(p, end, *this);
+                break;
             }
             const char* runStart = high;
-            while (runStart > p && classOf(runStart[-1]) != Space) {
+            while (runStart > p && !isSpace(runStart[-1])) {
                 --runStart;
             }
-            scanAscii(p, runStart, batch);
-            const char* runEnd = skip(high, end, false);
-            // Neighbouring non-ASCII runs go to ICU together: fewer calls into it.
-            for (;;) {
-                const char* next = skip(runEnd, end, true);
-                const char* nextEnd = skip(next, end, false);
-                if (findHigh(next, nextEnd) == nextEnd) {
-                    break;
-                }
-                runEnd = nextEnd;
+            WordScanner::scanAscii(p, runStart, *this);
+            const char* runEnd = high;
+            while (runEnd < end && !isSpace(*runEnd)) {
+                ++runEnd;
             }
-            const char* icuStart = runStart > begin ? runStart - 1 : runStart;
-            icu.count(std::string_view(icuStart, static_cast<std::size_t>(runEnd - icuStart)),
-                      words);
+            if (!m_scanner.scanRun(runStart, runEnd, *this)) {
+                if (!m_icuReady) {
+                    m_icu.setText(m_region);
+                    m_icuReady = true;
+                }
+                m_icu.countRun(runStart, runEnd, *this);
+            }
             p = runEnd;
         }
+        flush();
     }
 
-    // The first byte of 0x80 or more, eight bytes at a time.
-    static const char* findHigh(const char* p, const char* end)
+    /// Adds the words another worker found for this worker's shard.
+    void takeFrom(Worker& other) { other.handTo(m_words.shard(m_index)); }
+    /// Adds the words found for another shard to it (when nobody else is using it).
+    void handTo(WordShard& shard)
     {
-        constexpr std::uint64_t highBits = 0x8080808080808080ull;
-        for (; end - p >= 8; p += 8) {
-            std::uint64_t v;
-            std::memcpy(&v, p, 8);
-            if (v & highBits) {
-                return p + __builtin_ctzll(v & highBits) / 8;
+        shard.addBatch(m_queued.data(), m_queued.size());
+        m_queued.clear();
+    }
+
+    IcuWords& icu() { return m_icu; }
+
+private:
+    void deliver(const Span* words, std::size_t n) override
+    {
+        // Hash the whole batch and start fetching the slots of this shard's words before
+        // touching any, so that their cache misses overlap.
+        HashedWord own[capacity];
+        std::uint64_t heads[capacity][2];
+        std::size_t mine = 0;
+        WordShard& shard = m_words.shard(m_index);
+        for (std::size_t i = 0; i < n; ++i) {
+            const WordKey key = keyOf(std::string_view(words[i].data, words[i].size));
+            const HashedWord word{words[i].data, static_cast<std::uint32_t>(words[i].size),
+                                  static_cast<std::uint32_t>(key.hash >> 32)};
+            if (m_words.shardOf(key.hash) != m_index) {
+                m_queued.push_back(word);
+                continue;
             }
+            shard.prefetch(word.tag);
+            own[mine] = word;
+            heads[mine][0] = key.head[0];
+            heads[mine][1] = key.head[1];
+            ++mine;
         }
-        while (p < end && static_cast<unsigned char>(*p) < 0x80) {
-            ++p;
+        for (std::size_t i = 0; i < mine; ++i) {
+            shard.add(own[i], heads[i], 1);
         }
-        return p;
     }
 
-    // Past the whitespace (or the non-whitespace) that starts at p.
-    static const char* skip(const char* p, const char* end, bool space)
+    WordMap& m_words;
+    unsigned m_index;
+    WordScanner m_scanner;
+    IcuWords m_icu;
+    std::vector<HashedWord> m_queued;
+    std::string_view m_region;
+    bool m_icuReady = false;
+};
+
+// The second thread, started once and kept: each step runs one job here and one there.
+class WordCounter::Helper {
+public:
+    Helper() : m_thread([this] { loop(); }) {}
+    ~Helper()
     {
-        while (p < end && (classOf(*p) == Space) == space) {
-            ++p;
-        }
-        return p;
+        m_stop = true;
+        m_sync.arrive_and_wait();
+        m_thread.join();
     }
+    Helper(const Helper&) = delete;
+    Helper& operator=(const Helper&) = delete;
+
+    /// Runs mine on this thread and theirs on the helper; returns when both are done, with
+    /// the first exception either threw.
+    void run(const std::function<void()>& mine, const std::function<void()>& theirs)
+    {
+        m_job = &theirs;
+        m_error = nullptr;
+        m_sync.arrive_and_wait();
+        std::exception_ptr error;
+        try {
+            mine();
+        } catch (...) {
+            error = std::current_exception();
+        }
+        m_sync.arrive_and_wait();
+        if (!error) {
+            error = m_error;
+        }
+        if (error) {
+            std::rethrow_exception(error);
+        }
+    }
+
+private:
+    void loop()
+    {
+        for (;;) {
+            m_sync.arrive_and_wait();
+            if (m_stop) {
+                return;
+            }
+            try {
+                (*m_job)();
+            } catch (...) {
+                m_error = std::current_exception();
+            }
+            m_sync.arrive_and_wait();
+        }
+    }
+
+    std::barrier<> m_sync{2};
+    const std::function<void()>* m_job = nullptr;
+    std::exception_ptr m_error;
+    bool m_stop = false;
+    std::thread m_thread; // last: it starts running at once
 };
 
 WordCounter::WordCounter() : WordCounter(Options{}) {}
 
-WordCounter::WordCounter(Options options) : m_options(options)
+WordCounter::WordCounter(Options options)
+    : m_options(options), m_words(options.threads >= 2 ? 2 : 1)
 {
     if (m_options.blockSize < 16) {
         m_options.blockSize = 16;
     }
-    m_options.threads = m_options.threads >= 2 ? 2 : 1;
+    m_options.threads = m_words.shardCount();
     for (unsigned i = 0; i < m_options.threads; ++i) {
-        m_workers[i] = std::make_unique<Worker>();
+        m_workers[i] = std::make_unique<Worker>(m_words, i);
     }
-    m_pending.reserve(m_options.blockSize + (1u << 20));
+    if (m_options.threads == 2) {
+        try {
+            m_helper = std::make_unique<Helper>();
+        } catch (const std::system_error&) {
+            // No second thread: one thread counts for both shards.
+        }
+    }
 }
 
 WordCounter::~WordCounter() = default;
 
 void WordCounter::text(std::string_view utf8)
 {
+    const std::size_t block = m_options.blockSize;
     while (!utf8.empty()) {
-        const std::size_t room = m_pending.size() < m_options.blockSize
-                                     ? m_options.blockSize - m_pending.size()
-                                     : m_options.blockSize;
-        const std::size_t n = std::min(room, utf8.size());
+        if (utf8.size() >= block && !m_pending.empty()) {
+            // Finish the run held over from before, so that the rest is counted in place.
+            const std::size_t space = utf8.substr(0, block).find_first_of(" \t\n\v\f\r");
+            if (space != std::string_view::npos && m_pending.size() + space < block) {
+                m_pending.append(utf8.substr(0, space));
+                utf8.remove_prefix(space);
+                process(true);
+            }
+        }
+        if (utf8.size() >= block && m_pending.empty()) {
+            // A whole block where it lies, up to its last whitespace, which starts the rest.
+            std::size_t space = block;
+            while (space > 0 && !isSpace(utf8[space - 1])) {
+                --space;
+            }
+            if (space > 1) {
+                countBlock(utf8.data(), utf8.data() + space - 1);
+                utf8.remove_prefix(space - 1);
+                continue;
+            }
+        }
+        const std::size_t n = std::min(block - m_pending.size(), utf8.size());
+        if (m_pending.capacity() < block) {
+            m_pending.reserve(block + (block >> 2));
+        }
         m_pending.append(utf8.substr(0, n));
         utf8.remove_prefix(n);
-        if (m_pending.size() >= m_options.blockSize) {
+        if (m_pending.size() >= block) {
             process(false);
         }
     }
@@ -241,7 +236,23 @@ void WordCounter::text(std::string_view utf8)
 
 void WordCounter::boundary()
 {
-    process(true);
+    // ICU never joins anything across a line feed, nor attaches a combining mark to one:
+    // for word boundaries it is as good as a new text.
+    if (!m_pending.empty() && !isSpace(m_pending.back())) {
+        m_pending.push_back('\n');
+    }
+}
+
+void WordCounter::expectText(std::uint64_t bytes)
+{
+    // Heaps' law, fitted to English: 100 MB hold about 450,000 distinct words, and ten times
+    // the text about four times the words. Too small a guess costs a doubling or two, too
+    // large a one touches memory that no word needs.
+    const double megabytes = static_cast<double>(bytes) / 1e6;
+    const double words = 450000.0 * std::pow(megabytes / 100.0, 0.6);
+    for (unsigned i = 0; i < m_words.shardCount(); ++i) {
+        m_words.shard(i).reserve(static_cast<std::size_t>(words / m_words.shardCount()));
+    }
 }
 
 void WordCounter::process(bool everything)
@@ -254,48 +265,46 @@ void WordCounter::process(bool everything)
         const std::size_t limit =
             m_pending.size() > m_options.blockSize ? m_pending.size() - m_options.blockSize : 0;
         std::size_t space = m_pending.size();
-        while (space > limit && classOf(data[space - 1]) != Space) {
+        while (space > limit && !isSpace(data[space - 1])) {
             --space;
         }
-        cut = space > limit && space > 1 ? space - 1 : m_workers[0]->icu.cutNearEnd(m_pending);
+        cut = space > limit && space > 1 ? space - 1 : m_workers[0]->icu().cutNearEnd(m_pending);
     }
-    std::size_t middle = cut;
-    if (m_workers[1] && cut >= 64 * 1024) {
-        middle = cut / 2;
-        while (middle < cut && classOf(data[middle]) != Space) {
+    countBlock(data, data + cut);
+    m_pending.erase(0, cut);
+}
+
+void WordCounter::countBlock(const char* begin, const char* end)
+{
+    Worker& first = *m_workers[0];
+    const char* middle = end;
+    if (m_helper && static_cast<std::size_t>(end - begin) >= splitFrom) {
+        middle = begin + (end - begin) / 2;
+        while (middle < end && !isSpace(*middle)) {
             ++middle;
         }
     }
-    if (middle < cut) {
-        std::thread second([&] { m_workers[1]->count(data + middle, data + cut); });
-        m_workers[0]->count(data, data + middle);
-        second.join();
-    } else {
-        m_workers[0]->count(data, data + cut);
+    if (middle == end) {
+        first.count(begin, end);
+        if (m_workers[1]) {
+            first.handTo(m_words.shard(1));
+        }
+        return;
     }
-    m_pending.erase(0, cut);
+    Worker& second = *m_workers[1];
+    m_helper->run([&] { first.count(begin, middle); }, [&] { second.count(middle, end); });
+    m_helper->run([&] { first.takeFrom(second); }, [&] { second.takeFrom(first); });
 }
 
 WordMap WordCounter::finish()
 {
     process(true);
-    WordMap words = std::move(m_workers[0]->words);
-    if (m_workers[1]) {
-        if (m_workers[1]->words.size() > words.size()) {
-            std::swap(words, m_workers[1]->words);
-        }
-        words.merge(std::move(m_workers[1]->words));
+    if (m_helper) {
+        m_helper->run([this] { m_words.shard(0).sort(); }, [this] { m_words.shard(1).sort(); });
+    } else {
+        m_words.sort();
     }
-    m_workers[0]->words = WordMap();
-    return words;
-}
-
-WordMap countWithIcu(std::string_view utf8)
-{
-    WordMap words;
-    IcuWords icu;
-    icu.count(utf8, words);
-    return words;
+    return std::move(m_words);
 }
 
 } // namespace tallyvox::indexer

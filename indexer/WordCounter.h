@@ -1,6 +1,5 @@
 #pragma once
 
-#include "indexer/IcuWords.h"
 #include "indexer/TextSink.h"
 #include "indexer/WordMap.h"
 
@@ -11,10 +10,11 @@
 
 namespace tallyvox::indexer {
 
-/// Counts the words of the text pushed into it, as ICU's root word rules would, but scanning
-/// runs of plain ASCII itself: ICU then only sees the whitespace-delimited runs that hold a
-/// byte of 0x80 or more. Text is buffered in blocks; each block is split at whitespace
-/// between two threads, whose tables are merged at the end.
+/// Counts the words of the text pushed into it, as ICU's root word rules would, scanning
+/// whatever it can itself (see WordScanner) and handing ICU only the runs that need it.
+/// Text is counted in blocks, each split at whitespace between two threads; a word found by
+/// one thread is counted in the table of the thread its hash assigns it to, so the tables
+/// hold disjoint words and are never merged.
 class WordCounter final : public TextSink {
 public:
     struct Options {
@@ -25,23 +25,28 @@ public:
     WordCounter();
     explicit WordCounter(Options options);
     ~WordCounter() override;
+    WordCounter(const WordCounter&) = delete;
+    WordCounter& operator=(const WordCounter&) = delete;
 
     void text(std::string_view utf8) override;
     void boundary() override;
+    void expectText(std::uint64_t bytes) override;
 
-    /// Counts whatever is still buffered and returns the table; the counter is spent after.
+    /// Counts whatever is still buffered and returns the table, sorted (WordMap::sort); the
+    /// counter is spent after.
     WordMap finish();
 
 private:
-    struct Worker;
+    class Worker;
+    class Helper;
     void process(bool everything);
+    void countBlock(const char* begin, const char* end);
 
     Options m_options;
     std::string m_pending;
+    WordMap m_words;
     std::unique_ptr<Worker> m_workers[2];
+    std::unique_ptr<Helper> m_helper; // the second thread, when there is one
 };
-
-/// The words of the given text counted by ICU alone, the reference the fast path must match.
-WordMap countWithIcu(std::string_view utf8);
 
 } // namespace tallyvox::indexer

@@ -1,13 +1,23 @@
-// The ASCII fast path and the block handling of WordCounter must give exactly what ICU alone
-// gives on the same text, however the text is cut into pieces.
+// The word counter must give exactly what ICU alone gives on the same text, however the text
+// is cut into pieces, and hand the words on in UTF-16 order. The reference here uses ICU
+// directly, sharing no code with the counter.
 
 #include "indexer/WordCounter.h"
 
+#include <QString>
 #include <QTest>
 
 #include <map>
+#include <memory>
 #include <random>
 #include <string>
+
+#include <unicode/brkiter.h>
+#include <unicode/bytestream.h>
+#include <unicode/locid.h>
+#include <unicode/normalizer2.h>
+#include <unicode/ubrk.h>
+#include <unicode/utext.h>
 
 using namespace tallyvox::indexer;
 
@@ -22,21 +32,85 @@ Counts toCounts(const WordMap& words)
     return counts;
 }
 
+// ICU's segmentation of the whole text, NFC, case kept.
+Counts countWithIcu(std::string_view utf8)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::BreakIterator> words(
+        icu::BreakIterator::createWordInstance(icu::Locale::getRoot(), status));
+    const icu::Normalizer2* nfc = icu::Normalizer2::getNFCInstance(status);
+    UText* text = utext_openUTF8(nullptr, utf8.data(), static_cast<int64_t>(utf8.size()), &status);
+    words->setText(text, status);
+    Counts counts;
+    for (int32_t start = words->first(), end = words->next(); end != icu::BreakIterator::DONE;
+         start = end, end = words->next()) {
+        const int32_t rule = words->getRuleStatus();
+        if (rule >= UBRK_WORD_NUMBER && rule < UBRK_WORD_IDEO_LIMIT) {
+            std::string word;
+            icu::StringByteSink<std::string> sink(&word);
+            nfc->normalizeUTF8(0, icu::StringPiece(utf8.data() + start, end - start), sink, nullptr,
+                               status);
+            ++counts[word];
+        }
+    }
+    utext_close(text);
+    return counts;
+}
+
+// The first words on which two tables disagree, for the failure message.
+QByteArray difference(const Counts& got, const Counts& expected)
+{
+    QByteArray out;
+    int shown = 0;
+    for (const auto& [word, n] : got) {
+        const auto it = expected.find(word);
+        if ((it == expected.end() || it->second != n) && shown++ < 8) {
+            out += "got " + QByteArray::fromStdString(word) + "=" + QByteArray::number(n) + "; ";
+        }
+    }
+    for (const auto& [word, n] : expected) {
+        const auto it = got.find(word);
+        if ((it == got.end() || it->second != n) && shown++ < 16) {
+            out += "ICU " + QByteArray::fromStdString(word) + "=" + QByteArray::number(n) + "; ";
+        }
+    }
+    return out;
+}
+
+Counts countPieces(std::string_view text, WordCounter::Options options, std::size_t piece)
+{
+    WordCounter counter(options);
+    counter.expectText(text.size());
+    for (std::size_t i = 0; i < text.size(); i += piece) {
+        counter.text(text.substr(i, piece));
+    }
+    return toCounts(counter.finish());
+}
+
 // Varied text: ASCII words and every ASCII punctuation byte, numbers, other scripts,
 // combining marks and several kinds of space, in random order.
 QByteArray variedText(qsizetype size, unsigned seed)
 {
     static const char* const pieces[] = {
-        "the",    "Word",     "don't",    "3.14",    "1,000",  "a.b",
-        "x'y",    "__init__", "_",        "__",      "@",      "me@example.org",
-        "v1.2.3", "e.g.",     "a;b",      "1;2",     "a:b",    "'",
-        "\"",     ".",        ",",        ";",       "-",      "café",
-        "naïve",  "Straße",   "Привет",   "Ελλάδα",  "日本語", "テキスト",
-        "中文",   "한국어",   "ภาษาไทย",  "שלום",    "צה\"ל",  "مرحبا",
-        "١٢٣",    "１２３",   "\u0301",   "e\u0301", "“q”",    "‘s’",
-        "—",      "…",        "\u00A0",   "\u3000",  "👍",      "©",
-        "x²",     "\xff",     "\xe2\x82", "\t",      "\n",     "\r\n",
-        "  ",
+        "the",      "Word",     "don't",    "3.14",
+        "1,000",    "a.b",      "x'y",      "__init__",
+        "_",        "__",       "@",        "me@x.org",
+        "v1.2.3",   "e.g.",     "a;b",      "1;2",
+        "a:b",      "'",        "\"",       ".",
+        ",",        ";",        "-",        "café",
+        "naïve",    "Straße",   "Привет",   "Ελλάδα",
+        "日本語",   "テキスト", "中文",     "한국어",
+        "ภาษาไทย",  "שלום",     "צה\"ל",    "مرحبا",
+        "١٢٣",      "１２３",   "\u0301",   "e\u0301",
+        "“q”",      "‘s’",      "it’s",     "l’été",
+        "—",        "…",        "\u00A0",   "\u3000",
+        "👍",        "©",        "x²",       "\xff",
+        "\xe2\x82", "\t",       "\n",       "\r\n",
+        "  ",       "Ça",       "Việt",     "ǅ",
+        "ﬁ",        "K",        "Å",        "·",
+        "a·b",      "1٫5",      "1‘2",      "a\u2027b",
+        "\u00AD",   "a\u200Db", "a\u202Fb", "‿",
+        "Ω",        "ﾟ",        "𝄞",        "\xED\xA0\x80",
     };
     constexpr std::size_t pieceCount = sizeof(pieces) / sizeof(pieces[0]);
     std::mt19937 random(seed);
@@ -53,6 +127,20 @@ QByteArray variedText(qsizetype size, unsigned seed)
     return text;
 }
 
+// Every BMP character (surrogates left out) in one context, runs apart.
+QByteArray everyCharacter(const QString& context)
+{
+    QString text;
+    for (char32_t c = 0x80; c < 0x10000; ++c) {
+        if (c >= 0xD800 && c < 0xE000) {
+            continue;
+        }
+        QString piece = context;
+        text += piece.replace(QLatin1Char('X'), QChar(static_cast<char16_t>(c))) + QLatin1Char(' ');
+    }
+    return text.toUtf8();
+}
+
 } // namespace
 
 class WordCounterTest : public QObject {
@@ -61,8 +149,11 @@ class WordCounterTest : public QObject {
 private slots:
     void agreesWithIcu_data();
     void agreesWithIcu();
-    void exactCounts();
-    void tableCountsLikeAStdMap();
+    void everyCharacterAgreesWithIcu_data();
+    void everyCharacterAgreesWithIcu();
+    void boundariesEndWords();
+    void tableCountsAndOrders_data();
+    void tableCountsAndOrders();
 };
 
 void WordCounterTest::agreesWithIcu_data()
@@ -89,14 +180,16 @@ void WordCounterTest::agreesWithIcu_data()
     row("numbers",
         "3.14 3,000 1;2 1:2 v1.2.3 10.0.0.1 1.a a.1 007 1e10 -5 +7 1'000 2.x 1,a ١٢٣ ＡＢ１２");
     row("at and underscore", "foo@bar.com @ @@ _ __ ___ __init__ a_b _1 1_ a_.b a._b _._ x_'y");
-    row("apostrophes", "don't it''s 'tis o'clock rock'n'roll x' 'y 1'2 a'1 1'a x’s ‘q’");
+    row("apostrophes", "don't it''s 'tis o'clock rock'n'roll x' 'y 1'2 a'1 1'a x’s ‘q’ l’été");
     row("hebrew with quotes", "צה\"ל ו\"ח a\"b \"שלום\" ש'\"ל");
     row("cjk and thai",
         "日本語のテキストです。中文文本，还有한국어 텍스트도 カタカナ ｶﾀｶﾅ ภาษาไทยง่าย");
+    row("latin, greek, cyrillic and their punctuation",
+        "Ça coûte très cher — “vraiment” … «non» Ελληνικά, Привет‚ мир· a·b Việt Nam ǅemal");
     row("combining marks",
         " \u0301x cafe\u0301 e\u0301cole \u0301lead a \u0301b \t\u0301c\n\u0301d a\u200db");
-    row("malformed utf-8",
-        "abc\xff\xfe def \xc3 ghi \xe2\x82 jkl caf\xc3\xa9\xff \xed\xa0\x80x 👍🏽");
+    row("malformed utf-8", "abc\xff\xfe def \xc3 ghi \xe2\x82 jkl caf\xc3\xa9\xff \xed\xa0\x80x "
+                           "👍🏽 \xc3\xa9\xc3");
     row("empty", "");
     // Long varied texts, with blocks also split between the two threads.
     for (const std::size_t blockSize : {4096, 200 * 1024}) {
@@ -104,6 +197,8 @@ void WordCounterTest::agreesWithIcu_data()
             << variedText(600 * 1024, unsigned(blockSize)) << WordCounter::Options{blockSize, 2}
             << 100001;
     }
+    QTest::newRow("varied, counted where it lies")
+        << variedText(3 << 20, 7) << WordCounter::Options{256 * 1024, 2} << (1 << 20);
     // No whitespace for far longer than a block: the counter must cut the run (memory stays
     // bounded) and, where ICU's boundaries do not depend on context, still count exactly.
     QByteArray run;
@@ -119,52 +214,104 @@ void WordCounterTest::agreesWithIcu()
     QFETCH(WordCounter::Options, options);
     QFETCH(int, piece);
     const std::string_view view(text.constData(), std::size_t(text.size()));
-    WordCounter counter(options);
-    for (std::size_t i = 0; i < view.size(); i += std::size_t(piece)) {
-        counter.text(view.substr(i, std::size_t(piece)));
+    const Counts got = countPieces(view, options, std::size_t(piece));
+    const Counts expected = countWithIcu(view);
+    QVERIFY2(got == expected, difference(got, expected).constData());
+}
+
+void WordCounterTest::everyCharacterAgreesWithIcu_data()
+{
+    // What the scanner takes from ICU's properties, checked against ICU's segmentation for
+    // every character: X is the character, next to letters, digits and joiners.
+    QTest::addColumn<QString>("context");
+    for (const char* context : {"X", "XX", "aXb", "1X2", "aX1", "_X_", "X.a", "1,X"}) {
+        QTest::newRow(context) << QString::fromLatin1(context);
     }
-    QVERIFY(toCounts(counter.finish()) == toCounts(countWithIcu(view)));
+}
+
+void WordCounterTest::everyCharacterAgreesWithIcu()
+{
+    QFETCH(QString, context);
+    const QByteArray text = everyCharacter(context);
+    const std::string_view view(text.constData(), std::size_t(text.size()));
+    const Counts got = countPieces(view, {}, view.size());
+    const Counts expected = countWithIcu(view);
+    QVERIFY2(got == expected, difference(got, expected).constData());
 }
 
 // Exact counts, not only agreement with ICU: NFC, case kept, and a boundary ends a word.
-void WordCounterTest::exactCounts()
+void WordCounterTest::boundariesEndWords()
 {
     WordCounter counter({64, 2});
     for (const std::string_view piece :
-         {"cafe\u0301 café Café CAFÉ abc", "def don", "'t 日本", "語"}) {
+         {"cafe\u0301 café Café CAFÉ abc", "def don", "'t 日本", "語", "\u0301x"}) {
         counter.text(piece);
         counter.boundary();
     }
     const Counts expected{{"café", 2}, {"Café", 1}, {"CAFÉ", 1}, {"abc", 1}, {"def", 1},
-                          {"don", 1},  {"t", 1},    {"日本", 1}, {"語", 1}};
-    QVERIFY(toCounts(counter.finish()) == expected);
+                          {"don", 1},  {"t", 1},    {"日本", 1}, {"語", 1},  {"x", 1}};
+    QCOMPARE(toCounts(counter.finish()), expected);
 }
 
-void WordCounterTest::tableCountsLikeAStdMap()
+void WordCounterTest::tableCountsAndOrders_data()
 {
-    // The ICU comparisons above share the table, so check it on its own: keys of every
-    // length around the inline limit, differing only in their last byte, through growth
-    // and a merge.
+    QTest::addColumn<int>("shards");
+    QTest::addColumn<int>("reserve"); // words the shards are sized for first, or 0
+    QTest::addColumn<bool>("sorted"); // sorted before the ordered walk
+    QTest::newRow("one shard, growing") << 1 << 0 << false;
+    QTest::newRow("two shards, sorted") << 2 << 0 << true;
+    QTest::newRow("two shards, sized first") << 2 << 100000 << true;
+}
+
+void WordCounterTest::tableCountsAndOrders()
+{
+    QFETCH(int, shards);
+    QFETCH(int, reserve);
+    QFETCH(bool, sorted);
+    // Keys of every length around the inline limit, differing only late, with letters from
+    // both sides of the UTF-16 surrogates (U+E000.. and the supplementary planes), through
+    // growth and a merge.
+    static const char* const letters[] = {"a", "b", "é", "\uE000", "\uFFFD", "𝄞", "😀", "日"};
     std::mt19937 random(11);
-    WordMap first;
-    WordMap second;
+    WordMap first{unsigned(shards)};
+    WordMap second{unsigned(shards)};
+    for (unsigned s = 0; s < first.shardCount() && reserve > 0; ++s) {
+        first.shard(s).reserve(std::size_t(reserve));
+    }
     Counts expected;
     for (int i = 0; i < 60000; ++i) {
-        std::string word(1 + random() % 40, 'a');
-        for (char& c : word) {
-            c = static_cast<char>('a' + random() % 3);
+        std::string word;
+        for (unsigned length = 1 + random() % 12; length > 0; --length) {
+            word += letters[random() % (i % 3 ? 3 : 8)];
         }
         const std::uint64_t n = 1 + random() % 3;
         (i % 2 ? first : second).add(word, n);
         expected[word] += n;
     }
     first.merge(std::move(second));
-    QVERIFY(toCounts(first) == expected);
+    if (sorted) {
+        first.sort();
+    }
+    QCOMPARE(toCounts(first), expected);
     QCOMPARE(first.size(), expected.size());
     for (const auto& [word, n] : expected) {
         QCOMPARE(first.count(word), n);
     }
     QCOMPARE(first.count("abcd"), std::uint64_t(0));
+
+    // The application compares QStrings: UTF-16 code units.
+    QString previous;
+    QString disorder;
+    std::size_t walked = 0;
+    first.forEachInOrder([&](std::string_view word, std::uint64_t) {
+        const QString current = QString::fromUtf8(word.data(), qsizetype(word.size()));
+        if (walked++ > 0 && !(previous < current) && disorder.isEmpty()) {
+            disorder = previous + QStringLiteral(" before ") + current;
+        }
+        previous = current;
+    });
+    QVERIFY2(disorder.isEmpty(), qPrintable(disorder));
+    QCOMPARE(walked, expected.size());
 }
 
 QTEST_GUILESS_MAIN(WordCounterTest)

@@ -71,6 +71,21 @@ QByteArray bigEndian(quint64 value, int width)
     return out;
 }
 
+// Where a binary list's root object starts, from its trailer and offset table.
+qsizetype topObjectOffset(const QByteArray& list)
+{
+    const auto number = [&list](qsizetype at, int width) {
+        quint64 value = 0;
+        for (int i = 0; i < width; ++i) {
+            value = (value << 8) | quint8(list[at + i]);
+        }
+        return qsizetype(value);
+    };
+    const int offsetSize = list[list.size() - 26];
+    const qsizetype top = number(list.size() - 16, 8);
+    return number(number(list.size() - 8, 8) + top * offsetSize, offsetSize);
+}
+
 QByteArray trailer(int offsetSize, int refSize, quint64 objects, quint64 top, quint64 table)
 {
     return QByteArray(6, '\0') + char(offsetSize) + char(refSize) + bigEndian(objects, 8) +
@@ -126,7 +141,7 @@ void WordTableReaderTest::parses_data()
     refuse("binary cut in the objects", good.left(good.size() / 2));
     refuse("binary cut in the trailer", good.chopped(1));
     QByteArray array = writeBinary(tableOf(u"x=1"_s));
-    array[8] = char(0xA1); // the root dictionary marker made an array's
+    array[topObjectOffset(array)] = char(0xA1); // the root dictionary marker made an array's
     refuse("binary array", array);
 
     // Hostile binary files; the fuzzer tries many more shapes.
