@@ -297,7 +297,7 @@ unsigned char WordScanner::classOf(char32_t c)
 
 bool WordScanner::scanRun(const char* begin, const char* end, WordBatch& words)
 {
-    // Strict UTF-8: anything malformed, and any character beyond the BMP, goes to ICU.
+    // Characters beyond the BMP (emoji, historic scripts, rare ideographs) go to ICU.
     const auto decode = [this, end](const char* p) -> Decoded {
         const auto b0 = static_cast<unsigned char>(p[0]);
         if (b0 < 0x80) {
@@ -317,7 +317,16 @@ bool WordScanner::scanRun(const char* begin, const char* end, WordBatch& words)
                 return {classOf(c), p + 3};
             }
         }
-        return {Complex, p + 1};
+        if (b0 >= 0xF0 && b0 <= 0xF4 && end - p >= 4) {
+            const auto b1 = static_cast<unsigned char>(p[1]);
+            const unsigned char low = b0 == 0xF0 ? 0x90 : 0x80;
+            const unsigned char high = b0 == 0xF4 ? 0x8F : 0xBF;
+            if (b1 >= low && b1 <= high && isContinuation(p[2]) && isContinuation(p[3])) {
+                return {Complex, p + 4};
+            }
+        }
+        // ICU reads a malformed byte as U+FFFD, which joins nothing.
+        return {Other, p + 1};
     };
     for (const char* p = begin; p < end;) {
         const Decoded d = decode(p);

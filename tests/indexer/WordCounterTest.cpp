@@ -197,6 +197,14 @@ void WordCounterTest::agreesWithIcu_data()
             << variedText(600 * 1024, unsigned(blockSize)) << WordCounter::Options{blockSize, 2}
             << 100001;
     }
+    QByteArray noise(64 * 1024, ' ');
+    std::mt19937 random(3);
+    for (char& c : noise) {
+        if (random() % 4 != 0) {
+            c = static_cast<char>(random());
+        }
+    }
+    QTest::newRow("random bytes") << noise << WordCounter::Options{4096, 2} << 333;
     QTest::newRow("varied, counted where it lies")
         << variedText(3 << 20, 7) << WordCounter::Options{256 * 1024, 2} << (1 << 20);
     // No whitespace for far longer than a block: the counter must cut the run (memory stays
