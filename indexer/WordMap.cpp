@@ -13,87 +13,12 @@ namespace tallyvox::indexer {
 
 namespace {
 
-constexpr std::uint64_t k0 = 0xa0761d6478bd642full;
-constexpr std::uint64_t k1 = 0xe7037ed1a0b428dbull;
 constexpr unsigned initialBits = 14;
 constexpr std::size_t arenaBlock = 1 << 20;
 constexpr std::size_t hugePage = 2u << 20;
 constexpr std::size_t releaseEvery = hugePage / 32; // slots
 
-// Multiply-fold mixing: one 128-bit multiplication spreads every input bit over the result.
-__extension__ typedef unsigned __int128 Wide;
-
-inline std::uint64_t mix(std::uint64_t a, std::uint64_t b)
-{
-    const Wide product = static_cast<Wide>(a) * b;
-    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
-}
-
-inline std::uint64_t load(const char* p)
-{
-    std::uint64_t v;
-    std::memcpy(&v, p, 8);
-    return v;
-}
-
-inline std::uint32_t load32(const char* p)
-{
-    std::uint32_t v;
-    std::memcpy(&v, p, 4);
-    return v;
-}
-
-// The key's first 16 bytes, zero-padded: the inline form of a short key. Built from a few
-// overlapping loads rather than a byte copy, which would stall the loads that follow it.
-inline void padded(const char* p, std::size_t n, std::uint64_t out[2])
-{
-    if (n >= 16) {
-        out[0] = load(p);
-        out[1] = load(p + 8);
-    } else if (n >= 8) {
-        out[0] = load(p);
-        out[1] = n == 8 ? 0 : load(p + n - 8) >> (8 * (16 - n));
-    } else if (n >= 4) {
-        const std::uint64_t tail = load32(p + n - 4); // bytes n-4 .. n-1
-        out[0] = load32(p) | ((tail >> (8 * (8 - n))) << 32);
-        out[1] = 0;
-    } else if (n > 0) {
-        const auto byte = [p](std::size_t i) {
-            return static_cast<std::uint64_t>(static_cast<unsigned char>(p[i]));
-        };
-        out[0] = byte(0) | (byte(n / 2) << (8 * (n / 2))) | (byte(n - 1) << (8 * (n - 1)));
-        out[1] = 0;
-    } else {
-        out[0] = out[1] = 0;
-    }
-}
-
-inline std::uint64_t hashOf(const char* p, std::size_t n, const std::uint64_t head[2])
-{
-    std::uint64_t h = mix(head[0] ^ k0, head[1] ^ k1 ^ n);
-    for (std::size_t i = 16; i < n; i += 16) {
-        std::uint64_t block[2] = {0, 0};
-        const std::size_t m = n - i < 16 ? n - i : 16;
-        if (m == 16) {
-            block[0] = load(p + i);
-            block[1] = load(p + i + 8);
-        } else {
-            std::memcpy(block, p + i, m);
-        }
-        h = mix(block[0] ^ k0 ^ h, block[1] ^ k1);
-    }
-    return h;
-}
-
 } // namespace
-
-WordKey keyOf(std::string_view word)
-{
-    WordKey key{};
-    padded(word.data(), word.size(), key.head);
-    key.hash = hashOf(word.data(), word.size(), key.head);
-    return key;
-}
 
 WordShard::SlotArray::SlotArray(std::size_t count) : m_bytes(count * sizeof(Slot))
 {
@@ -183,13 +108,6 @@ const char* WordShard::storeExternal(const HashedWord& word)
     return key;
 }
 
-void WordShard::add(const HashedWord& word, const std::uint64_t head[2], std::uint64_t count)
-{
-    if (word.size > 0) {
-        insert(word, head, count);
-    }
-}
-
 void WordShard::addBatch(const HashedWord* words, std::size_t n)
 {
     constexpr std::size_t batch = 64;
@@ -198,7 +116,7 @@ void WordShard::addBatch(const HashedWord* words, std::size_t n)
         const std::size_t m = n < batch ? n : batch;
         for (std::size_t i = 0; i < m; ++i) {
             prefetch(words[i].tag);
-            padded(words[i].data, words[i].size, heads[i]);
+            detail::padded(words[i].data, words[i].size, heads[i]);
         }
         for (std::size_t i = 0; i < m; ++i) {
             if (words[i].size > 0) {
@@ -290,20 +208,53 @@ void WordShard::grow()
 
 void WordShard::sort()
 {
-    m_order.clear();
-    m_order.reserve(m_size);
+    std::vector<Ordered> order;
+    order.reserve(m_size);
     for (std::size_t i = 0; i <= m_mask; ++i) {
         const Slot& slot = m_slots[i];
         if (slot.length != 0) {
-            m_order.push_back({utf16OrderPrefix(keyOf(slot)), i});
+            order.push_back({utf16OrderPrefix(keyOf(slot)), static_cast<std::uint32_t>(i)});
         }
     }
-    std::sort(m_order.begin(), m_order.end(), [this](const Ordered& a, const Ordered& b) {
-        if (a.prefix != b.prefix) {
-            return a.prefix < b.prefix;
+    // Radix sort on the eight-byte prefixes, a byte a pass from the last, skipping bytes that
+    // all entries share; then only words that share their first eight bytes are compared.
+    std::size_t counts[8][256] = {};
+    for (const Ordered& entry : order) {
+        for (unsigned digit = 0; digit < 8; ++digit) {
+            ++counts[digit][(entry.prefix >> (8 * digit)) & 0xFF];
         }
-        return compareUtf16Order(keyOf(m_slots[a.slot]), keyOf(m_slots[b.slot])) < 0;
-    });
+    }
+    std::vector<Ordered> other(order.size());
+    for (unsigned digit = 0; digit < 8 && !order.empty(); ++digit) {
+        std::size_t* count = counts[digit];
+        if (count[(order[0].prefix >> (8 * digit)) & 0xFF] == order.size()) {
+            continue;
+        }
+        std::size_t start = 0;
+        for (unsigned byte = 0; byte < 256; ++byte) {
+            start += std::exchange(count[byte], start);
+        }
+        for (const Ordered& entry : order) {
+            other[count[(entry.prefix >> (8 * digit)) & 0xFF]++] = entry;
+        }
+        order.swap(other);
+    }
+    for (std::size_t i = 0; i < order.size();) {
+        std::size_t j = i + 1;
+        while (j < order.size() && order[j].prefix == order[i].prefix) {
+            ++j;
+        }
+        if (j - i > 1) {
+            std::sort(order.begin() + static_cast<std::ptrdiff_t>(i),
+                      order.begin() + static_cast<std::ptrdiff_t>(j),
+                      [this](const Ordered& a, const Ordered& b) {
+                          return compareUtf16Order(keyOf(m_slots[a.slot]), keyOf(m_slots[b.slot])) <
+                                 0;
+                      });
+        }
+        i = j;
+    }
+    m_order = std::move(order);
     m_sortedSize = m_size;
 }
 

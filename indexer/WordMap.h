@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -18,13 +19,92 @@ struct HashedWord {
     std::uint32_t tag;
 };
 
+namespace detail {
+
+constexpr std::uint64_t k0 = 0xa0761d6478bd642full;
+constexpr std::uint64_t k1 = 0xe7037ed1a0b428dbull;
+
+// Multiply-fold mixing: one 128-bit multiplication spreads every input bit over the result.
+__extension__ typedef unsigned __int128 Wide;
+
+inline std::uint64_t mix(std::uint64_t a, std::uint64_t b)
+{
+    const Wide product = static_cast<Wide>(a) * b;
+    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
+}
+
+inline std::uint64_t load(const char* p)
+{
+    std::uint64_t v;
+    std::memcpy(&v, p, 8);
+    return v;
+}
+
+inline std::uint32_t load32(const char* p)
+{
+    std::uint32_t v;
+    std::memcpy(&v, p, 4);
+    return v;
+}
+
+// The key's first 16 bytes, zero-padded: the inline form of a short key. Built from a few
+// overlapping loads rather than a byte copy, which would stall the loads that follow it.
+inline void padded(const char* p, std::size_t n, std::uint64_t out[2])
+{
+    if (n >= 16) {
+        out[0] = load(p);
+        out[1] = load(p + 8);
+    } else if (n >= 8) {
+        out[0] = load(p);
+        out[1] = n == 8 ? 0 : load(p + n - 8) >> (8 * (16 - n));
+    } else if (n >= 4) {
+        const std::uint64_t tail = load32(p + n - 4); // bytes n-4 .. n-1
+        out[0] = load32(p) | ((tail >> (8 * (8 - n))) << 32);
+        out[1] = 0;
+    } else if (n > 0) {
+        const auto byte = [p](std::size_t i) {
+            return static_cast<std::uint64_t>(static_cast<unsigned char>(p[i]));
+        };
+        out[0] = byte(0) | (byte(n / 2) << (8 * (n / 2))) | (byte(n - 1) << (8 * (n - 1)));
+        out[1] = 0;
+    } else {
+        out[0] = out[1] = 0;
+    }
+}
+
+inline std::uint64_t hashOf(const char* p, std::size_t n, const std::uint64_t head[2])
+{
+    std::uint64_t h = mix(head[0] ^ k0, head[1] ^ k1 ^ n);
+    for (std::size_t i = 16; i < n; i += 16) {
+        std::uint64_t block[2] = {0, 0};
+        const std::size_t m = n - i < 16 ? n - i : 16;
+        if (m == 16) {
+            block[0] = load(p + i);
+            block[1] = load(p + i + 8);
+        } else {
+            std::memcpy(block, p + i, m);
+        }
+        h = mix(block[0] ^ k0 ^ h, block[1] ^ k1);
+    }
+    return h;
+}
+
+} // namespace detail
+
 /// The word's first 16 bytes, zero-padded (the key of a short word as a table keeps it), and
 /// its 64-bit hash.
 struct WordKey {
     std::uint64_t head[2];
     std::uint64_t hash;
 };
-WordKey keyOf(std::string_view word);
+
+inline WordKey keyOf(std::string_view word)
+{
+    WordKey key{};
+    detail::padded(word.data(), word.size(), key.head);
+    key.hash = detail::hashOf(word.data(), word.size(), key.head);
+    return key;
+}
 
 /// Word -> count for the words whose hash falls to it: one of a WordMap's shards. Open
 /// addressing with linear probing; words of up to 16 bytes live inside their 32-byte slot,
@@ -45,7 +125,17 @@ public:
     /// Makes room for about this many words at once, while the shard is still empty.
     void reserve(std::size_t words);
 
-    void add(const HashedWord& word, const std::uint64_t head[2], std::uint64_t count);
+    void add(const HashedWord& word, const std::uint64_t head[2], std::uint64_t count)
+    {
+        // Most words are found in their home slot: decide that here, probe on elsewhere.
+        Slot& home = m_slots[word.tag >> m_shift];
+        if (home.tag == word.tag && home.length == word.size && word.size <= inlineCapacity &&
+            home.words[0] == head[0] && home.words[1] == head[1]) {
+            home.count += count;
+        } else if (word.size > 0) {
+            insert(word, head, count);
+        }
+    }
     /// Adds one occurrence of each word. The slots of the whole batch are fetched from
     /// memory before any is touched, so that the cache misses overlap.
     void addBatch(const HashedWord* words, std::size_t n);
@@ -99,7 +189,7 @@ private:
     static_assert(sizeof(Slot) == 32);
     struct Ordered {
         std::uint64_t prefix;
-        std::size_t slot;
+        std::uint32_t slot; // tables stay below 2^32 slots
     };
 
     static std::string_view keyOf(const Slot& slot)
