@@ -24,6 +24,75 @@ inline bool isSpace(char c)
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
+// The words one thread found for the other thread's shard, kept until that thread takes them
+// after the block. Short words are tallied here, so that a common word crosses over once per
+// block with its count, not once per occurrence; the rest wait in a list.
+class Outbox {
+public:
+    Outbox() : m_slots(new Slot[slotCount]()) {}
+
+    void add(const HashedWord& word, const std::uint64_t head[2])
+    {
+        if (word.size <= 16) {
+            for (std::size_t i = word.tag >> (32 - bits);; i = (i + 1) & (slotCount - 1)) {
+                Slot& slot = m_slots[i];
+                if (slot.count == 0) {
+                    if (m_used == limit) {
+                        break;
+                    }
+                    slot = {{head[0], head[1]}, word.data, word.size, word.tag, 1};
+                    ++m_used;
+                    return;
+                }
+                if (slot.tag == word.tag && slot.size == word.size && slot.head[0] == head[0] &&
+                    slot.head[1] == head[1]) {
+                    ++slot.count;
+                    return;
+                }
+            }
+        }
+        m_list.push_back(word);
+    }
+
+    /// Adds everything to shard, and empties the outbox.
+    void handTo(WordShard& shard)
+    {
+        // The tallies lie in the order of their tags, as the shard's slots do: walking them
+        // walks the shard in order too.
+        constexpr std::size_t ahead = 16;
+        for (std::size_t i = 0; i < slotCount && m_used > 0; ++i) {
+            if (i + ahead < slotCount && m_slots[i + ahead].count != 0) {
+                shard.prefetch(m_slots[i + ahead].tag);
+            }
+            Slot& slot = m_slots[i];
+            if (slot.count != 0) {
+                shard.add({slot.data, slot.size, slot.tag}, slot.head, slot.count);
+                slot.count = 0;
+                --m_used;
+            }
+        }
+        shard.addBatch(m_list.data(), m_list.size());
+        m_list.clear();
+    }
+
+private:
+    struct Slot {
+        std::uint64_t head[2];
+        const char* data;
+        std::uint32_t size;
+        std::uint32_t tag;
+        std::uint64_t count; // 0: empty
+    };
+    // About the distinct words of one block's share: the common ones, which recur most.
+    static constexpr unsigned bits = 14;
+    static constexpr std::size_t slotCount = std::size_t{1} << bits;
+    static constexpr std::size_t limit = slotCount / 4 * 3;
+
+    std::unique_ptr<Slot[]> m_slots;
+    std::size_t m_used = 0;
+    std::vector<HashedWord> m_list;
+};
+
 } // namespace
 
 // One counting thread's share of the work: its scanner and ICU iterator, and the words it
@@ -36,7 +105,6 @@ public:
     // the scanner cannot take goes to ICU, which sees the whole region as context.
     void count(const char* begin, const char* end)
     {
-        m_queued.clear();
         m_region = std::string_view(begin, static_cast<std::size_t>(end - begin));
         m_icuReady = false;
         const char* p = begin;
@@ -68,13 +136,9 @@ public:
     }
 
     /// Adds the words another worker found for this worker's shard.
-    void takeFrom(Worker& other) { other.handTo(m_words.shard(m_index)); }
+    void takeFrom(Worker& other) { other.m_outbox.handTo(m_words.shard(m_index)); }
     /// Adds the words found for another shard to it (when nobody else is using it).
-    void handTo(WordShard& shard)
-    {
-        shard.addBatch(m_queued.data(), m_queued.size());
-        m_queued.clear();
-    }
+    void handTo(WordShard& shard) { m_outbox.handTo(shard); }
 
     IcuWords& icu() { return m_icu; }
 
@@ -92,7 +156,7 @@ private:
             const HashedWord word{words[i].data, static_cast<std::uint32_t>(words[i].size),
                                   static_cast<std::uint32_t>(key.hash >> 32)};
             if (m_words.shardOf(key.hash) != m_index) {
-                m_queued.push_back(word);
+                m_outbox.add(word, key.head);
                 continue;
             }
             shard.prefetch(word.tag);
@@ -110,7 +174,7 @@ private:
     unsigned m_index;
     WordScanner m_scanner;
     IcuWords m_icu;
-    std::vector<HashedWord> m_queued;
+    Outbox m_outbox;
     std::string_view m_region;
     bool m_icuReady = false;
 };
