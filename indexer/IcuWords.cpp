@@ -25,16 +25,6 @@ IcuWords::~IcuWords()
     utext_close(&m_text);
 }
 
-void IcuWords::setText(std::string_view utf8)
-{
-    m_normalised.clear();
-    m_begin = utf8.data();
-    UErrorCode status = U_ZERO_ERROR;
-    utext_openUTF8(&m_text, utf8.data(), static_cast<int64_t>(utf8.size()), &status);
-    m_breaker->setText(&m_text, status);
-    m_textSet = U_SUCCESS(status);
-}
-
 void IcuWords::addNormalised(const char* word, std::size_t size, WordBatch& words)
 {
     UErrorCode status = U_ZERO_ERROR;
@@ -54,26 +44,23 @@ void IcuWords::addNormalised(const char* word, std::size_t size, WordBatch& word
     }
 }
 
-void IcuWords::countRun(const char* begin, const char* end, WordBatch& words)
+void IcuWords::count(std::string_view utf8, WordBatch& words)
 {
-    if (!m_textSet) {
+    // A new text for every run costs less than moving one iterator over a whole block, whose
+    // seeks back up to a safe point and fill its cache of boundaries.
+    UErrorCode status = U_ZERO_ERROR;
+    utext_openUTF8(&m_text, utf8.data(), static_cast<int64_t>(utf8.size()), &status);
+    m_breaker->setText(&m_text, status);
+    if (U_FAILURE(status)) {
         return;
     }
-    // Moving the iterator costs far less than giving it a new text for every run. A segment
-    // that starts before the run starts at whitespace, and holds no word.
-    const auto from = static_cast<int32_t>(begin - m_begin);
-    const auto to = static_cast<int32_t>(end - m_begin);
-    int32_t start = from > 0 ? m_breaker->following(from - 1) : m_breaker->first();
-    while (start != icu::BreakIterator::DONE && start < to) {
-        const int32_t next = m_breaker->next();
-        if (next == icu::BreakIterator::DONE) {
-            break;
-        }
+    int32_t start = m_breaker->first();
+    for (int32_t end = m_breaker->next(); end != icu::BreakIterator::DONE;
+         start = end, end = m_breaker->next()) {
         const int32_t rule = m_breaker->getRuleStatus();
         if (rule >= UBRK_WORD_NUMBER && rule < UBRK_WORD_IDEO_LIMIT) {
-            addNormalised(m_begin + start, static_cast<std::size_t>(next - start), words);
+            addNormalised(utf8.data() + start, static_cast<std::size_t>(end - start), words);
         }
-        start = next;
     }
 }
 
@@ -89,7 +76,6 @@ std::size_t IcuWords::cutNearEnd(std::string_view utf8)
     UErrorCode status = U_ZERO_ERROR;
     utext_openUTF8(&m_text, tail.data(), static_cast<int64_t>(tail.size()), &status);
     m_breaker->setText(&m_text, status);
-    m_textSet = false;
     if (U_SUCCESS(status)) {
         const int32_t boundary = m_breaker->preceding(static_cast<int32_t>(tail.size() / 2 + 1));
         if (boundary > 0) {

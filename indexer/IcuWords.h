@@ -28,12 +28,12 @@ public:
     IcuWords(const IcuWords&) = delete;
     IcuWords& operator=(const IcuWords&) = delete;
 
-    /// The text that countRun() finds runs in (UTF-8, invalid bytes acting as non-letters).
-    /// It must stay in place, and so must the words handed on, until the next setText().
-    void setText(std::string_view utf8);
-    /// Hands on the words ICU finds in [begin, end), a part of the text that starts and ends
-    /// at boundaries (whitespace, or the text's edges). The rest of the text gives context.
-    void countRun(const char* begin, const char* end, WordBatch& words);
+    /// Hands on the words of a piece of UTF-8 text (invalid bytes act as non-letters). The
+    /// words point into the text, or into this object for words that NFC changed; both must
+    /// stay valid until they have been counted.
+    void count(std::string_view utf8, WordBatch& words);
+    /// Forgets the words NFC changed: the batches that pointed to them have been counted.
+    void forgetNormalised() { m_normalised.clear(); }
 
     /// A position near the end of text where ICU sees a word boundary, for cutting a run that
     /// has no whitespace at all. Never 0 unless text is empty; always on a character start.
@@ -45,9 +45,7 @@ private:
     std::unique_ptr<icu::BreakIterator> m_breaker;
     const icu::Normalizer2* m_nfc = nullptr;
     UText m_text = UTEXT_INITIALIZER;
-    const char* m_begin = nullptr;
-    bool m_textSet = false;
-    std::deque<std::string> m_normalised; // words NFC changed, alive until the next text
+    std::deque<std::string> m_normalised; // words NFC changed; a deque never moves them
 };
 
 } // namespace tallyvox::indexer

@@ -101,12 +101,10 @@ class WordCounter::Worker final : public WordBatch {
 public:
     Worker(WordMap& words, unsigned index) : m_words(words), m_index(index) {}
 
-    // Counts a region whose first byte is whitespace or the start of the text. A run that
-    // the scanner cannot take goes to ICU, which sees the whole region as context.
+    // Counts a region whose first byte is whitespace or the start of the text.
     void count(const char* begin, const char* end)
     {
-        m_region = std::string_view(begin, static_cast<std::size_t>(end - begin));
-        m_icuReady = false;
+        m_icu.forgetNormalised();
         const char* p = begin;
         while (p < end) {
             const char* high = WordScanner::findHigh(p, end);
@@ -119,18 +117,22 @@ public:
                 --runStart;
             }
             WordScanner::scanAscii(p, runStart, *this);
-            const char* runEnd = high;
-            while (runEnd < end && !isSpace(*runEnd)) {
-                ++runEnd;
+            p = skip(high, end, false);
+            if (m_scanner.scanRun(runStart, p, *this)) {
+                continue;
             }
-            if (!m_scanner.scanRun(runStart, runEnd, *this)) {
-                if (!m_icuReady) {
-                    m_icu.setText(m_region);
-                    m_icuReady = true;
+            // ICU takes this run, with the whitespace before it (a combining mark at its start
+            // belongs there), and the runs after it that need ICU too: fewer calls.
+            for (;;) {
+                const char* next = skip(p, end, true);
+                const char* nextEnd = skip(next, end, false);
+                if (next == nextEnd || !m_scanner.needsIcu(next, nextEnd)) {
+                    break;
                 }
-                m_icu.countRun(runStart, runEnd, *this);
+                p = nextEnd;
             }
-            p = runEnd;
+            const char* from = runStart > begin ? runStart - 1 : runStart;
+            m_icu.count(std::string_view(from, static_cast<std::size_t>(p - from)), *this);
         }
         flush();
     }
@@ -143,6 +145,15 @@ public:
     IcuWords& icu() { return m_icu; }
 
 private:
+    // Past the whitespace (or the non-whitespace) that starts at p.
+    static const char* skip(const char* p, const char* end, bool space)
+    {
+        while (p < end && isSpace(*p) == space) {
+            ++p;
+        }
+        return p;
+    }
+
     void deliver(const Span* words, std::size_t n) override
     {
         // Hash the whole batch and start fetching the slots of this shard's words before
@@ -175,8 +186,6 @@ private:
     WordScanner m_scanner;
     IcuWords m_icu;
     Outbox m_outbox;
-    std::string_view m_region;
-    bool m_icuReady = false;
 };
 
 // The second thread, started once and kept: each step runs one job here and one there.

@@ -120,12 +120,6 @@ inline bool isContinuation(unsigned char b)
     return (b & 0xC0) == 0x80;
 }
 
-// Decodes the character at p (p < end): its class, and the byte after it.
-struct Decoded {
-    unsigned cls;
-    const char* next;
-};
-
 // ---- ASCII stretches, 64 bytes at a time --------------------------------------------------
 
 struct ChunkMasks {
@@ -295,52 +289,62 @@ unsigned char WordScanner::classOf(char32_t c)
     return k;
 }
 
-bool WordScanner::scanRun(const char* begin, const char* end, WordBatch& words)
+// The character at p (p < end): its class, and the byte after it. Characters beyond the
+// BMP (emoji, historic scripts, rare ideographs) go to ICU.
+WordScanner::Decoded WordScanner::decode(const char* p, const char* end)
 {
-    // Characters beyond the BMP (emoji, historic scripts, rare ideographs) go to ICU.
-    const auto decode = [this, end](const char* p) -> Decoded {
-        const auto b0 = static_cast<unsigned char>(p[0]);
-        if (b0 < 0x80) {
-            return {asciiClasses[b0], p + 1};
+    const auto b0 = static_cast<unsigned char>(p[0]);
+    if (b0 < 0x80) {
+        return {asciiClasses[b0], p + 1};
+    }
+    if (b0 >= 0xC2 && b0 <= 0xDF && end - p >= 2 && isContinuation(p[1])) {
+        const char32_t c = ((b0 & 0x1Fu) << 6) | (static_cast<unsigned char>(p[1]) & 0x3Fu);
+        return {classOf(c), p + 2};
+    }
+    if (b0 >= 0xE0 && b0 <= 0xEF && end - p >= 3) {
+        const auto b1 = static_cast<unsigned char>(p[1]);
+        const auto b2 = static_cast<unsigned char>(p[2]);
+        const unsigned char low = b0 == 0xE0 ? 0xA0 : 0x80;
+        const unsigned char high = b0 == 0xED ? 0x9F : 0xBF;
+        if (b1 >= low && b1 <= high && isContinuation(b2)) {
+            const char32_t c = ((b0 & 0x0Fu) << 12) | ((b1 & 0x3Fu) << 6) | (b2 & 0x3Fu);
+            return {classOf(c), p + 3};
         }
-        if (b0 >= 0xC2 && b0 <= 0xDF && end - p >= 2 && isContinuation(p[1])) {
-            const char32_t c = ((b0 & 0x1Fu) << 6) | (static_cast<unsigned char>(p[1]) & 0x3Fu);
-            return {classOf(c), p + 2};
+    }
+    if (b0 >= 0xF0 && b0 <= 0xF4 && end - p >= 4) {
+        const auto b1 = static_cast<unsigned char>(p[1]);
+        const unsigned char low = b0 == 0xF0 ? 0x90 : 0x80;
+        const unsigned char high = b0 == 0xF4 ? 0x8F : 0xBF;
+        if (b1 >= low && b1 <= high && isContinuation(p[2]) && isContinuation(p[3])) {
+            return {Complex, p + 4};
         }
-        if (b0 >= 0xE0 && b0 <= 0xEF && end - p >= 3) {
-            const auto b1 = static_cast<unsigned char>(p[1]);
-            const auto b2 = static_cast<unsigned char>(p[2]);
-            const unsigned char low = b0 == 0xE0 ? 0xA0 : 0x80;
-            const unsigned char high = b0 == 0xED ? 0x9F : 0xBF;
-            if (b1 >= low && b1 <= high && isContinuation(b2)) {
-                const char32_t c = ((b0 & 0x0Fu) << 12) | ((b1 & 0x3Fu) << 6) | (b2 & 0x3Fu);
-                return {classOf(c), p + 3};
-            }
-        }
-        if (b0 >= 0xF0 && b0 <= 0xF4 && end - p >= 4) {
-            const auto b1 = static_cast<unsigned char>(p[1]);
-            const unsigned char low = b0 == 0xF0 ? 0x90 : 0x80;
-            const unsigned char high = b0 == 0xF4 ? 0x8F : 0xBF;
-            if (b1 >= low && b1 <= high && isContinuation(p[2]) && isContinuation(p[3])) {
-                return {Complex, p + 4};
-            }
-        }
-        // ICU reads a malformed byte as U+FFFD, which joins nothing.
-        return {Other, p + 1};
-    };
+    }
+    // ICU reads a malformed byte as U+FFFD, which joins nothing.
+    return {Other, p + 1};
+}
+
+bool WordScanner::needsIcu(const char* begin, const char* end)
+{
     for (const char* p = begin; p < end;) {
-        const Decoded d = decode(p);
+        const Decoded d = decode(p, end);
         if (d.cls == Complex) {
-            return false;
+            return true;
         }
         p = d.next;
     }
+    return false;
+}
 
+bool WordScanner::scanRun(const char* begin, const char* end, WordBatch& words)
+{
+    if (needsIcu(begin, end)) {
+        return false;
+    }
     const char* wordStart = nullptr;
     unsigned last = Other;
     bool lone = false; // the word so far is one Joiner
     for (const char* p = begin; p < end;) {
-        const Decoded d = decode(p);
+        const Decoded d = decode(p, end);
         if (isWordClass(d.cls)) {
             if (wordStart == nullptr) {
                 wordStart = p;
@@ -353,7 +357,7 @@ bool WordScanner::scanRun(const char* begin, const char* end, WordBatch& words)
             continue;
         }
         if (wordStart != nullptr && d.next < end) {
-            const Decoded after = decode(d.next);
+            const Decoded after = decode(d.next, end);
             if (joins(last, d.cls, after.cls)) {
                 last = after.cls;
                 lone = false;

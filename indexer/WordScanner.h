@@ -62,11 +62,18 @@ public:
     /// The words of one whitespace-delimited run holding bytes of 0x80 and more, or false,
     /// having found nothing, when some character of it needs ICU.
     bool scanRun(const char* begin, const char* end, WordBatch& words);
+    /// Whether some character of a run needs ICU.
+    bool needsIcu(const char* begin, const char* end);
 
     /// The first byte of 0x80 or more in [p, end), or end.
     static const char* findHigh(const char* p, const char* end);
 
 private:
+    struct Decoded {
+        unsigned cls;
+        const char* next;
+    };
+    Decoded decode(const char* p, const char* end);
     unsigned char classOf(char32_t c);
     std::unique_ptr<unsigned char[]> m_classes; // per BMP code point; 0 until looked up
 };
