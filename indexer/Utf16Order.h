@@ -13,7 +13,7 @@ namespace tallyvox::indexer {
 // them gives the order byte by byte.
 
 /// A byte as it orders in UTF-16 code-unit order.
-inline unsigned utf16OrderByte(unsigned char byte)
+constexpr unsigned utf16OrderByte(unsigned char byte)
 {
     if (byte == 0xEE || byte == 0xEF) {
         return byte + 5u; // after 0xF0..0xF4 moved down

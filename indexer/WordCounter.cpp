@@ -321,6 +321,7 @@ void WordCounter::expectText(std::uint64_t bytes)
     // Heaps' law, fitted to English: 100 MB hold about 450,000 distinct words, and ten times
     // the text about four times the words. Too small a guess costs a doubling or two, too
     // large a one touches memory that no word needs.
+    m_expected = bytes;
     const double megabytes = static_cast<double>(bytes) / 1e6;
     const double words = 450000.0 * std::pow(megabytes / 100.0, 0.6);
     for (unsigned i = 0; i < m_words.shardCount(); ++i) {
@@ -367,6 +368,47 @@ void WordCounter::countBlock(const char* begin, const char* end)
     Worker& second = *m_workers[1];
     m_helper->run([&] { first.count(begin, middle); }, [&] { second.count(middle, end); });
     m_helper->run([&] { first.takeFrom(second); }, [&] { second.takeFrom(first); });
+    m_counted += static_cast<std::uint64_t>(end - begin);
+    planGrowth();
+}
+
+void WordCounter::planGrowth()
+{
+    // Text far richer in words than the first guess (a word list, a dictionary) would double
+    // the tables again and again, each time in fresh memory. Each time the text counted has
+    // doubled, fit the growth of its vocabulary (words ~ bytes^b) and grow once to what that
+    // projects for the whole text.
+    if (m_expected == 0 || m_counted >= m_expected || m_counted * 32 < m_expected) {
+        return;
+    }
+    const std::size_t words = m_words.size();
+    if (m_sampleBytes == 0 || words <= m_sampleWords) {
+        m_sampleBytes = m_counted;
+        m_sampleWords = words;
+        return;
+    }
+    if (m_counted < 2 * m_sampleBytes) {
+        return;
+    }
+    const double exponent = std::clamp(
+        std::log(static_cast<double>(words) / static_cast<double>(m_sampleWords)) /
+            std::log(static_cast<double>(m_counted) / static_cast<double>(m_sampleBytes)),
+        0.3, 1.0);
+    const double growth =
+        std::pow(static_cast<double>(m_expected) / static_cast<double>(m_counted), exponent);
+    m_sampleBytes = m_counted;
+    m_sampleWords = words;
+    bool needed = false;
+    std::size_t projected[2] = {};
+    for (unsigned i = 0; i < m_words.shardCount(); ++i) {
+        projected[i] =
+            static_cast<std::size_t>(static_cast<double>(m_words.shard(i).size()) * growth * 1.05);
+        needed = needed || projected[i] > m_words.shard(i).capacity();
+    }
+    if (needed) {
+        m_helper->run([&] { m_words.shard(0).reserve(projected[0]); },
+                      [&] { m_words.shard(1).reserve(projected[1]); });
+    }
 }
 
 WordMap WordCounter::finish()

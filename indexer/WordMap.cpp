@@ -1,6 +1,7 @@
 #include "indexer/WordMap.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <new>
 #include <stdexcept>
@@ -61,6 +62,15 @@ void WordShard::SlotArray::swap(SlotArray& other) noexcept
     std::swap(m_released, other.m_released);
 }
 
+void WordShard::SlotArray::releaseFrom(std::size_t begin)
+{
+    static const std::size_t page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    const std::size_t from = (begin * sizeof(Slot) + page - 1) / page * page;
+    if (from < m_bytes) {
+        ::madvise(reinterpret_cast<char*>(m_slots) + from, m_bytes - from, MADV_DONTNEED);
+    }
+}
+
 void WordShard::SlotArray::releaseBefore(std::size_t end)
 {
     static const std::size_t page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
@@ -80,17 +90,16 @@ WordShard::~WordShard() = default;
 
 void WordShard::reserve(std::size_t words)
 {
+    if (m_sorted) {
+        unsort();
+    }
     unsigned bits = 32 - m_shift;
     while (bits < 32 && (std::size_t{1} << bits) / 4 * 3 < words) {
         ++bits;
     }
-    if (m_size > 0 || bits == 32 - m_shift) {
-        return;
+    if (bits > 32 - m_shift) {
+        growTo(bits);
     }
-    m_slots = SlotArray(std::size_t{1} << bits);
-    m_mask = (std::size_t{1} << bits) - 1;
-    m_shift = 32 - bits;
-    m_limit = (m_mask + 1) / 4 * 3;
 }
 
 const char* WordShard::storeExternal(const HashedWord& word)
@@ -110,6 +119,9 @@ const char* WordShard::storeExternal(const HashedWord& word)
 
 void WordShard::addBatch(const HashedWord* words, std::size_t n)
 {
+    if (m_sorted && n > 0) {
+        unsort();
+    }
     constexpr std::size_t batch = 64;
     std::uint64_t heads[batch][2];
     while (n > 0) {
@@ -164,6 +176,23 @@ std::uint64_t WordShard::count(std::string_view word, const WordKey& key) const
     if (word.empty()) {
         return 0;
     }
+    if (m_sorted) {
+        std::size_t low = 0;
+        std::size_t high = m_size;
+        while (low < high) {
+            const std::size_t middle = low + (high - low) / 2;
+            const int order = compareUtf16Order(keyOf(m_slots[middle]), word);
+            if (order == 0) {
+                return m_slots[middle].count;
+            }
+            if (order < 0) {
+                low = middle + 1;
+            } else {
+                high = middle;
+            }
+        }
+        return 0;
+    }
     const auto tag = static_cast<std::uint32_t>(key.hash >> 32);
     for (std::size_t i = tag >> m_shift;; i = (i + 1) & m_mask) {
         const Slot& slot = m_slots[i];
@@ -181,14 +210,19 @@ void WordShard::grow()
     if (m_shift == 0) {
         throw std::length_error("word table full");
     }
+    growTo(33 - m_shift);
+}
+
+void WordShard::growTo(unsigned bits)
+{
     // Homes come from the tags' top bits, so the old slots, read in order, fill the new
     // array nearly in order too: two streams through memory, no hashing.
     const std::size_t oldSize = m_mask + 1;
-    SlotArray old = std::exchange(m_slots, SlotArray(oldSize * 2));
-    m_mask = oldSize * 2 - 1;
-    --m_shift;
+    SlotArray old = std::exchange(m_slots, SlotArray(std::size_t{1} << bits));
+    m_mask = (std::size_t{1} << bits) - 1;
+    m_shift = 32 - bits;
     m_limit = (m_mask + 1) / 4 * 3;
-    for (std::size_t j = 0; j < oldSize; ++j) {
+    for (std::size_t j = 0; j < oldSize && m_size > 0; ++j) {
         if (j % releaseEvery == 0) {
             old.releaseBefore(j);
         }
@@ -202,60 +236,128 @@ void WordShard::grow()
         }
         m_slots[i] = slot; // external keys stay where they are in the arena
     }
-    m_order.clear();
-    m_sortedSize = 0;
 }
 
 void WordShard::sort()
 {
-    std::vector<Ordered> order;
-    order.reserve(m_size);
+    if (m_sorted) {
+        return;
+    }
+    // Pack the words to the front, in slot order, and give back the pages behind them.
+    std::size_t n = 0;
     for (std::size_t i = 0; i <= m_mask; ++i) {
-        const Slot& slot = m_slots[i];
-        if (slot.length != 0) {
-            order.push_back({utf16OrderPrefix(keyOf(slot)), static_cast<std::uint32_t>(i)});
+        if (m_slots[i].length != 0) {
+            m_slots[n++] = m_slots[i];
         }
     }
-    // Radix sort on the eight-byte prefixes, a byte a pass from the last, skipping bytes that
-    // all entries share; then only words that share their first eight bytes are compared.
-    std::size_t counts[8][256] = {};
-    for (const Ordered& entry : order) {
-        for (unsigned digit = 0; digit < 8; ++digit) {
-            ++counts[digit][(entry.prefix >> (8 * digit)) & 0xFF];
-        }
+    m_slots.releaseFrom(n);
+    sortSlots(&m_slots[0], n, 0);
+    m_sorted = true;
+}
+
+namespace {
+
+constexpr std::array<unsigned char, 256> makeOrderBytes()
+{
+    std::array<unsigned char, 256> bytes{};
+    for (unsigned b = 0; b < 256; ++b) {
+        bytes[b] = static_cast<unsigned char>(utf16OrderByte(static_cast<unsigned char>(b)));
     }
-    std::vector<Ordered> other(order.size());
-    for (unsigned digit = 0; digit < 8 && !order.empty(); ++digit) {
-        std::size_t* count = counts[digit];
-        if (count[(order[0].prefix >> (8 * digit)) & 0xFF] == order.size()) {
+    return bytes;
+}
+
+constexpr std::array<unsigned char, 256> orderBytes = makeOrderBytes();
+
+} // namespace
+
+unsigned WordShard::orderByte(const Slot& slot, std::size_t depth)
+{
+    // 0 past the word's end, which sorts a word before its extensions (words hold no zero).
+    if (depth >= slot.length) {
+        return 0;
+    }
+    const auto* bytes = reinterpret_cast<const unsigned char*>(
+        slot.length <= inlineCapacity ? reinterpret_cast<const char*>(slot.words) : slot.external);
+    return orderBytes[bytes[depth]];
+}
+
+void WordShard::sortSlots(Slot* slots, std::size_t n, std::size_t depth)
+{
+    // MSD radix sort in place (American flag sort): distribute by the byte at depth, then
+    // sort each bucket by the next byte; small buckets by comparison. The largest bucket is
+    // handled by the loop rather than by recursion, which bounds the depth of recursion by
+    // log n whatever the words.
+    for (;;) {
+        if (n < 48) {
+            std::sort(slots, slots + n, [depth](const Slot& a, const Slot& b) {
+                return compareUtf16Order(keyOf(a).substr(depth), keyOf(b).substr(depth)) < 0;
+            });
+            return;
+        }
+        std::size_t count[256] = {};
+        unsigned low = 255;
+        unsigned high = 0;
+        for (std::size_t i = 0; i < n; ++i) {
+            const unsigned b = orderByte(slots[i], depth);
+            ++count[b];
+            low = std::min(low, b);
+            high = std::max(high, b);
+        }
+        if (low == high) {
+            // One bucket holds them all: nothing to move at this depth.
+            ++depth;
             continue;
         }
-        std::size_t start = 0;
-        for (unsigned byte = 0; byte < 256; ++byte) {
-            start += std::exchange(count[byte], start);
+        std::size_t start[256];
+        std::size_t next[256];
+        std::size_t at = 0;
+        for (unsigned b = low; b <= high; ++b) {
+            start[b] = next[b] = at;
+            at += count[b];
         }
-        for (const Ordered& entry : order) {
-            other[count[(entry.prefix >> (8 * digit)) & 0xFF]++] = entry;
+        for (unsigned b = low; b <= high; ++b) {
+            const std::size_t end = start[b] + count[b];
+            while (next[b] < end) {
+                const unsigned target = orderByte(slots[next[b]], depth);
+                if (target == b) {
+                    ++next[b];
+                } else {
+                    std::swap(slots[next[b]], slots[next[target]++]);
+                }
+            }
         }
-        order.swap(other);
+        // Bucket 0 holds words that end here: one at most, as words are distinct.
+        unsigned largest = std::max(low, 1u);
+        for (unsigned b = largest; b <= high; ++b) {
+            if (count[b] > count[largest]) {
+                largest = b;
+            }
+        }
+        for (unsigned b = std::max(low, 1u); b <= high; ++b) {
+            if (b != largest && count[b] > 1) {
+                sortSlots(slots + start[b], count[b], depth + 1);
+            }
+        }
+        slots += start[largest];
+        n = count[largest];
+        ++depth;
     }
-    for (std::size_t i = 0; i < order.size();) {
-        std::size_t j = i + 1;
-        while (j < order.size() && order[j].prefix == order[i].prefix) {
-            ++j;
+}
+
+void WordShard::unsort()
+{
+    // Back to a hash table: the slots keep their tags, so nothing is hashed again.
+    const std::size_t n = m_size;
+    SlotArray packed = std::exchange(m_slots, SlotArray(m_mask + 1));
+    m_sorted = false;
+    for (std::size_t j = 0; j < n; ++j) {
+        const Slot& slot = packed[j];
+        std::size_t i = slot.tag >> m_shift;
+        while (m_slots[i].length != 0) {
+            i = (i + 1) & m_mask;
         }
-        if (j - i > 1) {
-            std::sort(order.begin() + static_cast<std::ptrdiff_t>(i),
-                      order.begin() + static_cast<std::ptrdiff_t>(j),
-                      [this](const Ordered& a, const Ordered& b) {
-                          return compareUtf16Order(keyOf(m_slots[a.slot]), keyOf(m_slots[b.slot])) <
-                                 0;
-                      });
-        }
-        i = j;
+        m_slots[i] = slot;
     }
-    m_order = std::move(order);
-    m_sortedSize = m_size;
 }
 
 WordMap::WordMap(unsigned shards) : m_shards(shards), m_mask(shards - 1) {}

@@ -122,11 +122,14 @@ public:
     WordShard& operator=(const WordShard&) = delete;
     ~WordShard();
 
-    /// Makes room for about this many words at once, while the shard is still empty.
+    /// Makes room for this many words at once, rather than doubling again and again.
     void reserve(std::size_t words);
 
     void add(const HashedWord& word, const std::uint64_t head[2], std::uint64_t count)
     {
+        if (m_sorted) {
+            unsort();
+        }
         // Most words are found in their home slot: decide that here, probe on elsewhere.
         Slot& home = m_slots[word.tag >> m_shift];
         if (home.tag == word.tag && home.length == word.size && word.size <= inlineCapacity &&
@@ -143,13 +146,15 @@ public:
     void prefetch(std::uint32_t tag) const { __builtin_prefetch(&m_slots[tag >> m_shift]); }
 
     std::size_t size() const { return m_size; }
+    /// How many words fit before the shard grows.
+    std::size_t capacity() const { return m_limit; }
     std::uint64_t count(std::string_view word, const WordKey& key) const;
 
     /// Calls f(std::string_view word, std::uint64_t count) for every word, in slot order.
     template <typename F>
     void forEach(F&& f) const
     {
-        for (std::size_t i = 0; i <= m_mask; ++i) {
+        for (std::size_t i = 0; i < (m_sorted ? m_size : m_mask + 1); ++i) {
             const Slot& slot = m_slots[i];
             if (slot.length != 0) {
                 f(keyOf(slot), slot.count);
@@ -157,23 +162,17 @@ public:
         }
     }
 
-    /// Puts the words in UTF-16 code-unit order (see Utf16Order.h), for entry(). Words added
-    /// afterwards are not in that order until sort() is called again.
+    /// Puts the words in UTF-16 code-unit order (see Utf16Order.h), for entry(): the slots
+    /// are packed to the front of the table and sorted where they are, so that the words can
+    /// then be read in order as one stream. Adding a word afterwards rebuilds the table.
     void sort();
-    bool isSorted() const { return m_sortedSize == m_size; }
-    /// The i-th word in order after sort(), with its count and order prefix.
+    bool isSorted() const { return m_sorted; }
+    /// The i-th word in order after sort(), with its count.
     struct Entry {
         std::string_view word;
         std::uint64_t count;
-        std::uint64_t prefix;
     };
-    Entry entry(std::size_t i) const
-    {
-        const Slot& slot = m_slots[m_order[i].slot];
-        return {keyOf(slot), slot.count, m_order[i].prefix};
-    }
-    /// Starts fetching the slot of the i-th word in order.
-    void prefetchEntry(std::size_t i) const { __builtin_prefetch(&m_slots[m_order[i].slot]); }
+    Entry entry(std::size_t i) const { return {keyOf(m_slots[i]), m_slots[i].count}; }
 
 private:
     static constexpr std::size_t inlineCapacity = 16;
@@ -187,10 +186,6 @@ private:
         };
     };
     static_assert(sizeof(Slot) == 32);
-    struct Ordered {
-        std::uint64_t prefix;
-        std::uint32_t slot; // tables stay below 2^32 slots
-    };
 
     static std::string_view keyOf(const Slot& slot)
     {
@@ -201,6 +196,10 @@ private:
     void insert(const HashedWord& word, const std::uint64_t head[2], std::uint64_t count);
     const char* storeExternal(const HashedWord& word);
     void grow();
+    void growTo(unsigned bits);
+    void unsort();
+    static void sortSlots(Slot* slots, std::size_t n, std::size_t depth);
+    static unsigned orderByte(const Slot& slot, std::size_t depth);
 
     // Zeroed slots in pages of their own.
     class SlotArray {
@@ -219,6 +218,8 @@ private:
         Slot& operator[](std::size_t i) const { return m_slots[i]; }
         /// Gives back the whole pages of slots [0, end); they read as empty afterwards.
         void releaseBefore(std::size_t end);
+        /// Gives back the whole pages from slot begin on; they read as empty afterwards.
+        void releaseFrom(std::size_t begin);
 
     private:
         void swap(SlotArray& other) noexcept;
@@ -235,8 +236,7 @@ private:
     std::vector<std::unique_ptr<char[]>> m_arena;
     std::size_t m_arenaLeft = 0;
     char* m_arenaNext = nullptr;
-    std::vector<Ordered> m_order;
-    std::size_t m_sortedSize = 0;
+    bool m_sorted = false; // the words are packed in order at the front, not hashed
 };
 
 /// Word -> count, the table of one document. The words are split between shards by their
@@ -313,18 +313,13 @@ void WordMap::forEachInOrder(F&& f) const
                 continue;
             }
             const WordShard::Entry candidate = shards[s]->entry(next[s]);
-            if (best < 0 || candidate.prefix < bestEntry.prefix ||
-                (candidate.prefix == bestEntry.prefix &&
-                 compareUtf16Order(candidate.word, bestEntry.word) < 0)) {
+            if (best < 0 || compareUtf16Order(candidate.word, bestEntry.word) < 0) {
                 best = static_cast<int>(s);
                 bestEntry = candidate;
             }
         }
         if (best < 0) {
             return;
-        }
-        if (next[best] + 8 < shards[best]->size()) {
-            shards[best]->prefetchEntry(next[best] + 8);
         }
         ++next[best];
         f(bestEntry.word, bestEntry.count);
