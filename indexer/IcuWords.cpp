@@ -67,7 +67,7 @@ void IcuWords::count(std::string_view utf8, WordBatch& words)
 std::size_t IcuWords::cutNearEnd(std::string_view utf8)
 {
     // Look at the last 64 KB only: enough context for ICU's dictionaries, bounded cost.
-    constexpr std::size_t window = 64 * 1024;
+    constexpr std::size_t window = std::size_t{64} * 1024;
     std::size_t from = utf8.size() > window ? utf8.size() - window : 0;
     while (from > 0 && (static_cast<unsigned char>(utf8[from]) & 0xC0) == 0x80) {
         --from;

@@ -18,7 +18,7 @@ namespace tallyvox::indexer {
 namespace {
 
 constexpr std::size_t sampleSize = 1u << 20;
-constexpr std::size_t detectionSample = 64 * 1024;
+constexpr std::size_t detectionSample = std::size_t{64} * 1024;
 // UTF-8 is read in pieces as large as the counter's blocks, so that it counts them where
 // they lie; converted text goes through smaller pieces.
 constexpr std::size_t chunkSize = 4u << 20;
@@ -149,7 +149,7 @@ bool convert(int fd, char* buffer, std::string_view chunk, UConverter* source, U
              TextSink& sink)
 {
     std::vector<char> output(convertChunk * 2);
-    std::vector<UChar> pivot(64 * 1024);
+    std::vector<UChar> pivot(std::size_t{64} * 1024);
     UChar* pivotSource = pivot.data();
     UChar* pivotTarget = pivot.data();
     bool reset = true;

@@ -17,7 +17,7 @@ namespace tallyvox::indexer {
 namespace {
 
 // A block smaller than this is counted by one thread: waking the other costs more.
-constexpr std::size_t splitFrom = 64 * 1024;
+constexpr std::size_t splitFrom = std::size_t{64} * 1024;
 
 inline bool isSpace(char c)
 {

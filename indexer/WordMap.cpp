@@ -281,59 +281,64 @@ unsigned WordShard::orderByte(const Slot& slot, std::size_t depth)
     return orderBytes[bytes[depth]];
 }
 
+WordShard::ByteRange WordShard::countBytes(const Slot* slots, std::size_t n, std::size_t depth,
+                                           std::size_t count[256])
+{
+    ByteRange range{255, 0};
+    for (std::size_t i = 0; i < n; ++i) {
+        const unsigned b = orderByte(slots[i], depth);
+        ++count[b];
+        range.low = std::min(range.low, b);
+        range.high = std::max(range.high, b);
+    }
+    return range;
+}
+
+void WordShard::distribute(Slot* slots, std::size_t depth, ByteRange range,
+                           const std::size_t count[256], std::size_t start[256])
+{
+    // Each slot is swapped straight into its bucket's next free place (American flag sort).
+    std::size_t next[256];
+    std::size_t at = 0;
+    for (unsigned b = range.low; b <= range.high; ++b) {
+        start[b] = next[b] = at;
+        at += count[b];
+    }
+    for (unsigned b = range.low; b <= range.high; ++b) {
+        const std::size_t end = start[b] + count[b];
+        while (next[b] < end) {
+            const unsigned target = orderByte(slots[next[b]], depth);
+            if (target == b) {
+                ++next[b];
+            } else {
+                std::swap(slots[next[b]], slots[next[target]++]);
+            }
+        }
+    }
+}
+
 void WordShard::sortSlots(Slot* slots, std::size_t n, std::size_t depth)
 {
-    // MSD radix sort in place (American flag sort): distribute by the byte at depth, then
-    // sort each bucket by the next byte; small buckets by comparison. The largest bucket is
-    // handled by the loop rather than by recursion, which bounds the depth of recursion by
-    // log n whatever the words.
-    for (;;) {
-        if (n < 48) {
-            std::sort(slots, slots + n, [depth](const Slot& a, const Slot& b) {
-                return compareUtf16Order(keyOf(a).substr(depth), keyOf(b).substr(depth)) < 0;
-            });
-            return;
-        }
+    // MSD radix sort in place: distribute by the byte at depth, then sort each bucket by the
+    // next byte; small buckets by comparison. The largest bucket is handled by the loop
+    // rather than by recursion, which bounds the depth of recursion by log n whatever the
+    // words.
+    while (n >= 48) {
         std::size_t count[256] = {};
-        unsigned low = 255;
-        unsigned high = 0;
-        for (std::size_t i = 0; i < n; ++i) {
-            const unsigned b = orderByte(slots[i], depth);
-            ++count[b];
-            low = std::min(low, b);
-            high = std::max(high, b);
-        }
-        if (low == high) {
-            // One bucket holds them all: nothing to move at this depth.
-            ++depth;
+        const ByteRange range = countBytes(slots, n, depth, count);
+        if (range.low == range.high) {
+            ++depth; // one bucket holds them all: nothing to move at this depth
             continue;
         }
         std::size_t start[256];
-        std::size_t next[256];
-        std::size_t at = 0;
-        for (unsigned b = low; b <= high; ++b) {
-            start[b] = next[b] = at;
-            at += count[b];
-        }
-        for (unsigned b = low; b <= high; ++b) {
-            const std::size_t end = start[b] + count[b];
-            while (next[b] < end) {
-                const unsigned target = orderByte(slots[next[b]], depth);
-                if (target == b) {
-                    ++next[b];
-                } else {
-                    std::swap(slots[next[b]], slots[next[target]++]);
-                }
-            }
-        }
+        distribute(slots, depth, range, count, start);
         // Bucket 0 holds words that end here: one at most, as words are distinct.
-        unsigned largest = std::max(low, 1u);
-        for (unsigned b = largest; b <= high; ++b) {
-            if (count[b] > count[largest]) {
-                largest = b;
-            }
+        const unsigned first = std::max(range.low, 1u);
+        unsigned largest = first;
+        for (unsigned b = first; b <= range.high; ++b) {
+            largest = count[b] > count[largest] ? b : largest;
         }
-        for (unsigned b = std::max(low, 1u); b <= high; ++b) {
+        for (unsigned b = first; b <= range.high; ++b) {
             if (b != largest && count[b] > 1) {
                 sortSlots(slots + start[b], count[b], depth + 1);
             }
@@ -342,6 +347,9 @@ void WordShard::sortSlots(Slot* slots, std::size_t n, std::size_t depth)
         n = count[largest];
         ++depth;
     }
+    std::sort(slots, slots + n, [depth](const Slot& a, const Slot& b) {
+        return compareUtf16Order(keyOf(a).substr(depth), keyOf(b).substr(depth)) < 0;
+    });
 }
 
 void WordShard::unsort()

@@ -198,8 +198,16 @@ private:
     void grow();
     void growTo(unsigned bits);
     void unsort();
+    struct ByteRange {
+        unsigned low;
+        unsigned high;
+    };
     static void sortSlots(Slot* slots, std::size_t n, std::size_t depth);
     static unsigned orderByte(const Slot& slot, std::size_t depth);
+    static ByteRange countBytes(const Slot* slots, std::size_t n, std::size_t depth,
+                                std::size_t count[256]);
+    static void distribute(Slot* slots, std::size_t depth, ByteRange range,
+                           const std::size_t count[256], std::size_t start[256]);
 
     // Zeroed slots in pages of their own.
     class SlotArray {

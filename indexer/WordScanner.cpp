@@ -141,7 +141,8 @@ ChunkMasks classify(const char* p)
     const __m128i digitLimit = _mm_set1_epi8(static_cast<char>(-128 + 10));
     ChunkMasks masks{};
     for (unsigned i = 0; i < 4; ++i) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16 * i));
+        const __m128i v =
+            _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + std::size_t{16} * i));
         const __m128i letter = _mm_or_si128(
             _mm_cmplt_epi8(_mm_add_epi8(_mm_or_si128(v, lowerCase), letterBias), letterLimit),
             _mm_cmpeq_epi8(v, _mm_set1_epi8('@')));
