@@ -31,6 +31,58 @@ void appendLetters(std::string& out, unsigned long long n)
     }
 }
 
+// Writes up to a set number of bytes, then no more.
+class Output {
+public:
+    explicit Output(unsigned long long size) : m_left(size) {}
+    bool done() const { return m_left == 0; }
+    /// Writes what fits of text, and empties it.
+    void put(std::string& text)
+    {
+        const std::size_t n = text.size() < m_left ? text.size() : m_left;
+        if (std::fwrite(text.data(), 1, n, stdout) != n) {
+            std::exit(1);
+        }
+        m_left -= n;
+        text.clear();
+    }
+
+private:
+    unsigned long long m_left;
+};
+
+// Where the growing stands: words seen and new words made so far.
+struct Growth {
+    unsigned long long every;
+    unsigned long long words = 0;
+    unsigned long long made = 0;
+};
+
+// One more copy of base, with every growth.every-th word made new.
+void grownCopy(const std::string& base, Growth& growth, Output& out)
+{
+    std::string chunk;
+    bool inWord = false;
+    for (const char c : base) {
+        const bool letter = isLetter(c);
+        if (inWord && !letter && growth.words % growth.every == 0) {
+            appendLetters(chunk, growth.made++);
+        }
+        if (letter && !inWord) {
+            ++growth.words;
+        }
+        inWord = letter;
+        chunk += c;
+        if (chunk.size() >= (1u << 20)) {
+            out.put(chunk);
+            if (out.done()) {
+                return;
+            }
+        }
+    }
+    out.put(chunk);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -40,52 +92,16 @@ int main(int argc, char** argv)
         return 2;
     }
     std::ifstream in(argv[1], std::ios::binary);
-    const std::string base((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    const unsigned long long size = std::strtoull(argv[2], nullptr, 10);
-    const unsigned long long every = argc > 3 ? std::strtoull(argv[3], nullptr, 10) : 110;
-    if (base.empty() || every == 0) {
+    std::string base((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    Growth growth{argc > 3 ? std::strtoull(argv[3], nullptr, 10) : 110};
+    if (base.empty() || growth.every == 0) {
         return 1;
     }
-
-    unsigned long long written = 0;
-    unsigned long long words = 0;
-    unsigned long long made = 0;
-    std::string out;
-    const auto emit = [&](bool last) {
-        if (out.size() > size - written) {
-            out.resize(size - written);
-        }
-        if (last || out.size() >= (1u << 20) || written + out.size() == size) {
-            if (std::fwrite(out.data(), 1, out.size(), stdout) != out.size()) {
-                std::exit(1);
-            }
-            written += out.size();
-            out.clear();
-        }
-    };
-    for (bool first = true; written < size; first = false) {
-        if (first) {
-            out = base;
-            emit(true);
-            continue;
-        }
-        bool inWord = false;
-        for (std::size_t i = 0; i < base.size() && written < size; ++i) {
-            const char c = base[i];
-            const bool letter = isLetter(c);
-            if (inWord && !letter && words % every == 0) {
-                appendLetters(out, made++);
-            }
-            if (letter && !inWord) {
-                ++words;
-            }
-            inWord = letter;
-            out += c;
-            if (out.size() >= (1u << 20)) {
-                emit(false);
-            }
-        }
-        emit(true);
+    Output out(std::strtoull(argv[2], nullptr, 10));
+    std::string first = base;
+    out.put(first);
+    while (!out.done()) {
+        grownCopy(base, growth, out);
     }
     return 0;
 }

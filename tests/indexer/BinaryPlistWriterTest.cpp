@@ -65,7 +65,7 @@ QByteArray write(const WordMap& words)
     if (file) {
         std::fclose(file);
     }
-    const QByteArray bytes = written ? QByteArray(buffer, qsizetype(size)) : QByteArray();
+    QByteArray bytes = written ? QByteArray(buffer, qsizetype(size)) : QByteArray();
     std::free(buffer);
     return bytes;
 }

@@ -192,12 +192,12 @@ void WordCounterTest::agreesWithIcu_data()
                            "👍🏽 \xc3\xa9\xc3");
     row("empty", "");
     // Long varied texts, with blocks also split between the two threads.
-    for (const std::size_t blockSize : {4096, 200 * 1024}) {
+    for (const std::size_t blockSize : {std::size_t{4096}, std::size_t{200} << 10}) {
         QTest::addRow("varied, blocks of %d", int(blockSize))
-            << variedText(600 * 1024, unsigned(blockSize)) << WordCounter::Options{blockSize, 2}
-            << 100001;
+            << variedText(qsizetype{600} << 10, unsigned(blockSize))
+            << WordCounter::Options{blockSize, 2} << 100001;
     }
-    QByteArray noise(64 * 1024, ' ');
+    QByteArray noise(qsizetype{64} << 10, ' ');
     std::mt19937 random(3);
     for (char& c : noise) {
         if (random() % 4 != 0) {
@@ -206,11 +206,12 @@ void WordCounterTest::agreesWithIcu_data()
     }
     QTest::newRow("random bytes") << noise << WordCounter::Options{4096, 2} << 333;
     QTest::newRow("varied, counted where it lies")
-        << variedText(3 << 20, 7) << WordCounter::Options{256 * 1024, 2} << (1 << 20);
+        << variedText(qsizetype{3} << 20, 7) << WordCounter::Options{std::size_t{256} << 10, 2}
+        << (1 << 20);
     // No whitespace for far longer than a block: the counter must cut the run (memory stays
     // bounded) and, where ICU's boundaries do not depend on context, still count exactly.
     QByteArray run;
-    for (int i = 0; run.size() < 300 * 1024; ++i) {
+    for (int i = 0; run.size() < (qsizetype{300} << 10); ++i) {
         run += "alpha/βeta/" + QByteArray::number(i % 97) + "/";
     }
     QTest::newRow("long run without spaces") << run << WordCounter::Options{4096, 2} << 1000;

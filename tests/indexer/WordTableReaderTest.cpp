@@ -81,7 +81,7 @@ qsizetype topObjectOffset(const QByteArray& list)
         }
         return qsizetype(value);
     };
-    const int offsetSize = list[list.size() - 26];
+    const int offsetSize = quint8(list[list.size() - 26]);
     const qsizetype top = number(list.size() - 16, 8);
     return number(number(list.size() - 8, 8) + top * offsetSize, offsetSize);
 }
