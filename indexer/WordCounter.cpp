@@ -272,24 +272,27 @@ WordCounter::~WordCounter() = default;
 
 void WordCounter::text(std::string_view utf8)
 {
+    // Large pieces are counted where they lie, a block at a time up to its last whitespace;
+    // only what is left over (an unfinished run) and small pieces are copied.
     const std::size_t block = m_options.blockSize;
+    const std::size_t large = block / 2;
     while (!utf8.empty()) {
-        if (utf8.size() >= block && !m_pending.empty()) {
-            // Finish the run held over from before, so that the rest is counted in place.
-            const std::size_t space = utf8.substr(0, block).find_first_of(" \t\n\v\f\r");
-            if (space != std::string_view::npos && m_pending.size() + space < block) {
+        if (utf8.size() >= large && !m_pending.empty()) {
+            // Finish the run held over from before, so that the rest can be counted in place.
+            const std::size_t space = utf8.substr(0, large).find_first_of(" \t\n\v\f\r");
+            if (space != std::string_view::npos && m_pending.size() + space <= block) {
                 m_pending.append(utf8.substr(0, space));
                 utf8.remove_prefix(space);
                 process(true);
             }
         }
-        if (utf8.size() >= block && m_pending.empty()) {
-            // A whole block where it lies, up to its last whitespace, which starts the rest.
-            std::size_t space = block;
+        if (utf8.size() >= large && m_pending.empty()) {
+            std::size_t space = std::min(block, utf8.size());
             while (space > 0 && !isSpace(utf8[space - 1])) {
                 --space;
             }
             if (space > 1) {
+                // The whitespace starts what is left.
                 countBlock(utf8.data(), utf8.data() + space - 1);
                 utf8.remove_prefix(space - 1);
                 continue;
