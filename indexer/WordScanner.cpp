@@ -10,6 +10,9 @@
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
+#if defined(__x86_64__)
+#include <immintrin.h>
+#endif
 
 namespace tallyvox::indexer {
 
@@ -229,7 +232,12 @@ const char* WordScanner::findHigh(const char* p, const char* end)
     return p;
 }
 
-void WordScanner::scanAscii(const char* begin, const char* end, WordBatch& words)
+namespace {
+
+// The words of an ASCII stretch, with Classify giving the class masks of 64 bytes.
+template <ChunkMasks (*Classify)(const char*)>
+[[gnu::always_inline]] inline void scanAsciiWith(const char* begin, const char* end,
+                                                 WordBatch& words)
 {
     // Every byte gets a bit in a 64-bit mask per class. A joining mark belongs to the word
     // when its neighbours (the bits beside it) are letters or digits as the rules ask; the
@@ -244,7 +252,7 @@ void WordScanner::scanAscii(const char* begin, const char* end, WordBatch& words
         std::uint64_t nextLetter = 0;
         std::uint64_t nextDigit = 0;
         if (n == 64) {
-            m = classify(p);
+            m = Classify(p);
             if (end - p > 64) {
                 const unsigned k = asciiClasses[static_cast<unsigned char>(p[64]) & 0x7F];
                 nextLetter = k == Letter;
@@ -254,7 +262,7 @@ void WordScanner::scanAscii(const char* begin, const char* end, WordBatch& words
             char tail[64];
             std::memset(tail, ' ', sizeof tail);
             std::memcpy(tail, p, n);
-            m = classify(tail);
+            m = Classify(tail);
         }
         const std::uint64_t letterBefore = (m.letter << 1) | prevLetter;
         const std::uint64_t letterAfter = (m.letter >> 1) | (nextLetter << 63);
@@ -279,6 +287,101 @@ void WordScanner::scanAscii(const char* begin, const char* end, WordBatch& words
     if (inWord) {
         addWord(wordStart, end, words);
     }
+}
+
+#if defined(__x86_64__)
+// With AVX2, a byte's classes come from two table lookups, by its low and by its high nibble,
+// ANDed: each class bit stands for a set of (high nibble) x (low nibble) pairs.
+struct NibbleSet {
+    unsigned char bit;
+    unsigned highs; // bit h set: high nibble h
+    unsigned lows;  // bit l set: low nibble l
+};
+constexpr unsigned range(unsigned from, unsigned to)
+{
+    return ((2u << to) - 1) & ~((1u << from) - 1);
+}
+constexpr NibbleSet nibbleSets[] = {
+    {1, 1u << 4, range(0, 15)},               // '@', 'A'-'O'
+    {2, (1u << 5) | (1u << 7), range(0, 10)}, // 'P'-'Z', 'p'-'z'
+    {4, 1u << 6, range(1, 15)},               // 'a'-'o'
+    {8, 1u << 3, range(0, 9)},                // digits
+    {16, 1u << 5, 1u << 15},                  // '_'
+    {32, 1u << 2, (1u << 7) | (1u << 14)},    // '\'', '.'
+    {64, 1u << 2, 1u << 12},                  // ','
+    {128, 1u << 3, 1u << 11},                 // ';'
+};
+constexpr unsigned char letterBits = 1 | 2 | 4;
+
+constexpr std::array<unsigned char, 32> nibbleTable(bool high)
+{
+    std::array<unsigned char, 32> table{};
+    for (unsigned n = 0; n < 16; ++n) {
+        for (const NibbleSet& set : nibbleSets) {
+            if (((high ? set.highs : set.lows) >> n) & 1) {
+                table[n] = table[n + 16] = static_cast<unsigned char>(table[n] | set.bit);
+            }
+        }
+    }
+    return table;
+}
+constexpr std::array<unsigned char, 32> lowNibbles = nibbleTable(false);
+constexpr std::array<unsigned char, 32> highNibbles = nibbleTable(true);
+
+// The bits of the 32 bytes whose classes include one of set's.
+[[gnu::target("avx2")]] inline std::uint32_t having(__m256i classes, unsigned char set)
+{
+    const __m256i none =
+        _mm256_cmpeq_epi8(_mm256_and_si256(classes, _mm256_set1_epi8(static_cast<char>(set))),
+                          _mm256_setzero_si256());
+    return ~static_cast<std::uint32_t>(_mm256_movemask_epi8(none));
+}
+
+[[gnu::target("avx2")]] inline ChunkMasks classifyAvx2(const char* p)
+{
+    const __m256i low = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(lowNibbles.data()));
+    const __m256i high = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(highNibbles.data()));
+    const __m256i nibble = _mm256_set1_epi8(0x0F);
+    ChunkMasks masks{};
+    for (unsigned i = 0; i < 2; ++i) {
+        const __m256i v =
+            _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + std::size_t{32} * i));
+        const __m256i classes = _mm256_and_si256(
+            _mm256_shuffle_epi8(low, _mm256_and_si256(v, nibble)),
+            _mm256_shuffle_epi8(high, _mm256_and_si256(_mm256_srli_epi16(v, 4), nibble)));
+        const unsigned shift = 32 * i;
+        masks.letter |= std::uint64_t{having(classes, letterBits)} << shift;
+        masks.digit |= std::uint64_t{having(classes, 8)} << shift;
+        masks.joiner |= std::uint64_t{having(classes, 16)} << shift;
+        masks.midNumLet |= std::uint64_t{having(classes, 32)} << shift;
+        masks.midNum |= std::uint64_t{having(classes, 64 | 128)} << shift;
+    }
+    return masks;
+}
+
+[[gnu::target("avx2")]] void scanAsciiAvx2(const char* begin, const char* end, WordBatch& words)
+{
+    scanAsciiWith<classifyAvx2>(begin, end, words);
+}
+#endif
+
+} // namespace
+
+void WordScanner::scanAscii(const char* begin, const char* end, WordBatch& words)
+{
+#if defined(__x86_64__)
+    static const bool avx2 = __builtin_cpu_supports("avx2");
+    if (avx2) {
+        scanAsciiAvx2(begin, end, words);
+        return;
+    }
+#endif
+    scanAsciiPortable(begin, end, words);
+}
+
+void WordScanner::scanAsciiPortable(const char* begin, const char* end, WordBatch& words)
+{
+    scanAsciiWith<classify>(begin, end, words);
 }
 
 unsigned char WordScanner::classOf(char32_t c)

@@ -57,8 +57,10 @@ public:
     WordScanner& operator=(const WordScanner&) = delete;
 
     /// The words of text that holds only bytes below 0x80 and starts and ends at whitespace
-    /// or at the edges of the text.
+    /// or at the edges of the text. Uses AVX2 where the processor has it.
     static void scanAscii(const char* begin, const char* end, WordBatch& words);
+    /// The same with SSE2 only (or none): what processors without AVX2 run.
+    static void scanAsciiPortable(const char* begin, const char* end, WordBatch& words);
     /// The words of one whitespace-delimited run holding bytes of 0x80 and more, or false,
     /// having found nothing, when some character of it needs ICU.
     bool scanRun(const char* begin, const char* end, WordBatch& words);

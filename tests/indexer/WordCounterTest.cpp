@@ -3,6 +3,7 @@
 // directly, sharing no code with the counter.
 
 #include "indexer/WordCounter.h"
+#include "indexer/WordScanner.h"
 
 #include <QString>
 #include <QTest>
@@ -11,6 +12,7 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <vector>
 
 #include <unicode/brkiter.h>
 #include <unicode/bytestream.h>
@@ -151,6 +153,7 @@ private slots:
     void agreesWithIcu();
     void everyCharacterAgreesWithIcu_data();
     void everyCharacterAgreesWithIcu();
+    void asciiScannersAgree();
     void boundariesEndWords();
     void tableCountsAndOrders_data();
     void tableCountsAndOrders();
@@ -246,6 +249,37 @@ void WordCounterTest::everyCharacterAgreesWithIcu()
     const Counts got = countPieces(view, {}, view.size());
     const Counts expected = countWithIcu(view);
     QVERIFY2(got == expected, difference(got, expected).constData());
+}
+
+// The scanner a processor without AVX2 runs must find the same words as the one it has.
+void WordCounterTest::asciiScannersAgree()
+{
+    class Collect final : public WordBatch {
+    public:
+        std::vector<std::string> words;
+
+    protected:
+        void deliver(const Span* spans, std::size_t n) override
+        {
+            for (std::size_t i = 0; i < n; ++i) {
+                words.emplace_back(spans[i].data, spans[i].size);
+            }
+        }
+    };
+    std::mt19937 random(5);
+    const std::string alphabet = "aZ@09_.',;: -\t\n!x";
+    std::string text;
+    for (int i = 0; i < 200000; ++i) {
+        text += i % 7 ? alphabet[random() % alphabet.size()] : static_cast<char>(random() % 128);
+    }
+    Collect wide;
+    Collect portable;
+    WordScanner::scanAscii(text.data(), text.data() + text.size(), wide);
+    WordScanner::scanAsciiPortable(text.data(), text.data() + text.size(), portable);
+    wide.flush();
+    portable.flush();
+    QVERIFY(wide.words.size() > 10000);
+    QVERIFY(wide.words == portable.words);
 }
 
 // Exact counts, not only agreement with ICU: NFC, case kept, and a boundary ends a word.
