@@ -380,9 +380,10 @@ void WordCounter::planGrowth()
     // Text far richer in words than the first guess (a word list, a dictionary) would double
     // the tables again and again, each time in fresh memory. Each time the text counted has
     // doubled, fit the growth of its vocabulary (words ~ bytes^b) and grow once to what that
-    // projects for the whole text.
-    if (m_expected == 0 || m_counted >= m_expected || m_counted * 32 < m_expected) {
-        return;
+    // projects for the whole text, but at most four times what it holds: a fit over a short
+    // stretch of text overshoots. Past half the text, growing when full costs no more.
+    if (m_expected == 0 || m_counted * 2 > m_expected || m_counted * 32 < m_expected) {
+        return; // too early to tell, or too late to save a doubling
     }
     const std::size_t words = m_words.size();
     if (m_sampleBytes == 0 || words <= m_sampleWords) {
@@ -404,8 +405,8 @@ void WordCounter::planGrowth()
     bool needed = false;
     std::size_t projected[2] = {};
     for (unsigned i = 0; i < m_words.shardCount(); ++i) {
-        projected[i] =
-            static_cast<std::size_t>(static_cast<double>(m_words.shard(i).size()) * growth * 1.05);
+        projected[i] = static_cast<std::size_t>(static_cast<double>(m_words.shard(i).size()) *
+                                                std::min(growth, 4.0));
         needed = needed || projected[i] > m_words.shard(i).capacity();
     }
     if (needed) {
