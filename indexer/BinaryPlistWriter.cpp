@@ -72,6 +72,24 @@ public:
         }
         commit(width);
     }
+    // count numbers of width bytes each, big-endian, next() giving each in turn.
+    template <typename Next>
+    void numbers(std::uint64_t count, unsigned width, Next next)
+    {
+        while (count > 0) {
+            const std::uint64_t n = count < capacity / 8 ? count : capacity / 8;
+            char* out = reserve(n * width);
+            for (std::uint64_t i = 0; i < n; ++i, out += width) {
+                // The value's low bytes, big-endian: byte-swap it whole and keep its tail.
+                const std::uint64_t swapped = __builtin_bswap64(next());
+                char bytes[8];
+                std::memcpy(bytes, &swapped, 8);
+                std::memcpy(out, bytes + 8 - width, width);
+            }
+            commit(n * width);
+            count -= n;
+        }
+    }
     // An integer object: 1, 2 and 4-byte forms are unsigned, the 8-byte form is signed.
     void integer(std::uint64_t value)
     {
@@ -110,8 +128,16 @@ private:
 
 bool isAscii(std::string_view text)
 {
-    for (char c : text) {
-        if (static_cast<unsigned char>(c) >= 0x80) {
+    std::size_t i = 0;
+    for (; i + 8 <= text.size(); i += 8) {
+        std::uint64_t v;
+        std::memcpy(&v, text.data() + i, 8);
+        if ((v & 0x8080808080808080ull) != 0) {
+            return false;
+        }
+    }
+    for (; i < text.size(); ++i) {
+        if (static_cast<unsigned char>(text[i]) >= 0x80) {
             return false;
         }
     }
@@ -239,12 +265,10 @@ bool writeBinaryPlist(std::FILE* file, const WordMap& words)
 
     offsets[0] = out.offset();
     out.marker(0xD0, n);
-    for (std::uint64_t i = 1; i <= n; ++i) {
-        out.bigEndian(i, refWidth);
-    }
-    for (std::uint32_t ref : valueRefs) {
-        out.bigEndian(ref, refWidth);
-    }
+    std::uint64_t ref = 0;
+    out.numbers(n, refWidth, [&ref] { return ++ref; });
+    const std::uint32_t* value = valueRefs.data();
+    out.numbers(n, refWidth, [&value] { return *value++; });
     for (std::uint64_t count : countObjects.counts()) {
         offsets[key++] = out.offset();
         out.integer(count);
@@ -252,9 +276,8 @@ bool writeBinaryPlist(std::FILE* file, const WordMap& words)
 
     const std::uint64_t tableOffset = out.offset();
     const unsigned offsetWidth = widthFor(tableOffset);
-    for (std::uint64_t offset : offsets) {
-        out.bigEndian(offset, offsetWidth);
-    }
+    const std::uint64_t* offset = offsets.data();
+    out.numbers(offsets.size(), offsetWidth, [&offset] { return *offset++; });
     for (int i = 0; i < 6; ++i) {
         out.byte(0);
     }

@@ -29,39 +29,17 @@ std::uint64_t utf16OrderPrefix(std::string_view word)
             key |= std::uint64_t{static_cast<unsigned char>(word[i])} << (56 - 8 * i);
         }
     }
-    if ((key & highBits) == 0) {
-        return key;
-    }
+    return (key & highBits) == 0 ? key : remapOrderPrefix(key);
+}
+
+std::uint64_t remapOrderPrefix(std::uint64_t prefix)
+{
     std::uint64_t remapped = 0;
     for (int shift = 56; shift >= 0; shift -= 8) {
-        const auto byte = static_cast<unsigned char>(key >> shift);
+        const auto byte = static_cast<unsigned char>(prefix >> shift);
         remapped |= std::uint64_t{utf16OrderByte(byte)} << shift;
     }
     return remapped;
-}
-
-int compareUtf16Order(std::string_view a, std::string_view b)
-{
-    const std::size_t n = std::min(a.size(), b.size());
-    std::size_t i = 0;
-    for (; i + 8 <= n; i += 8) {
-        const std::uint64_t x = loadBigEndian(a.data() + i);
-        const std::uint64_t y = loadBigEndian(b.data() + i);
-        if (x != y) {
-            i += static_cast<std::size_t>(__builtin_clzll(x ^ y) / 8);
-            break;
-        }
-    }
-    while (i < n && a[i] == b[i]) {
-        ++i;
-    }
-    if (i == n) {
-        return a.size() < b.size() ? -1 : (a.size() > b.size() ? 1 : 0);
-    }
-    return utf16OrderByte(static_cast<unsigned char>(a[i])) <
-                   utf16OrderByte(static_cast<unsigned char>(b[i]))
-               ? -1
-               : 1;
 }
 
 } // namespace tallyvox::indexer

@@ -323,7 +323,7 @@ void WordShard::sortSlots(Slot* slots, std::size_t n, std::size_t depth)
     // next byte; small buckets by comparison. The largest bucket is handled by the loop
     // rather than by recursion, which bounds the depth of recursion by log n whatever the
     // words.
-    while (n >= 48) {
+    while (n >= 24) {
         std::size_t count[256] = {};
         const ByteRange range = countBytes(slots, n, depth, count);
         if (range.low == range.high) {

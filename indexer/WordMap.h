@@ -173,6 +173,22 @@ public:
         std::uint64_t count;
     };
     Entry entry(std::size_t i) const { return {keyOf(m_slots[i]), m_slots[i].count}; }
+    /// The i-th word's first eight bytes after sort(), as utf16OrderPrefix gives them.
+    std::uint64_t orderPrefix(std::size_t i) const
+    {
+        // A slot's key has at least eight readable bytes: zero-padded inline, or longer.
+        const Slot& slot = m_slots[i];
+        std::uint64_t v;
+        std::memcpy(&v,
+                    slot.length <= inlineCapacity ? reinterpret_cast<const char*>(slot.words)
+                                                  : slot.external,
+                    8);
+        v = __builtin_bswap64(v);
+        if (slot.length < 8) {
+            v &= ~std::uint64_t{0} << (8 * (8 - slot.length));
+        }
+        return (v & 0x8080808080808080ull) == 0 ? v : remapOrderPrefix(v);
+    }
 
 private:
     static constexpr std::size_t inlineCapacity = 16;
@@ -312,25 +328,36 @@ void WordMap::forEachInOrder(F&& f) const
     for (WordShard& copy : copies) {
         shards.push_back(&copy);
     }
-    std::vector<std::size_t> next(shards.size(), 0);
-    for (;;) {
-        int best = -1;
-        WordShard::Entry bestEntry{};
-        for (std::size_t s = 0; s < shards.size(); ++s) {
-            if (next[s] == shards[s]->size()) {
-                continue;
-            }
-            const WordShard::Entry candidate = shards[s]->entry(next[s]);
-            if (best < 0 || compareUtf16Order(candidate.word, bestEntry.word) < 0) {
-                best = static_cast<int>(s);
-                bestEntry = candidate;
+    // Each cursor keeps its word's order prefix, so most steps compare two numbers.
+    struct Cursor {
+        const WordShard* shard;
+        std::size_t next;
+        std::uint64_t prefix;
+    };
+    std::vector<Cursor> cursors;
+    for (const WordShard* shard : shards) {
+        if (shard->size() > 0) {
+            cursors.push_back({shard, 0, shard->orderPrefix(0)});
+        }
+    }
+    while (!cursors.empty()) {
+        std::size_t best = 0;
+        for (std::size_t c = 1; c < cursors.size(); ++c) {
+            if (cursors[c].prefix < cursors[best].prefix ||
+                (cursors[c].prefix == cursors[best].prefix &&
+                 compareUtf16Order(cursors[c].shard->entry(cursors[c].next).word,
+                                   cursors[best].shard->entry(cursors[best].next).word) < 0)) {
+                best = c;
             }
         }
-        if (best < 0) {
-            return;
+        Cursor& cursor = cursors[best];
+        const WordShard::Entry entry = cursor.shard->entry(cursor.next);
+        f(entry.word, entry.count);
+        if (++cursor.next < cursor.shard->size()) {
+            cursor.prefix = cursor.shard->orderPrefix(cursor.next);
+        } else {
+            cursors.erase(cursors.begin() + static_cast<std::ptrdiff_t>(best));
         }
-        ++next[best];
-        f(bestEntry.word, bestEntry.count);
     }
 }
 
