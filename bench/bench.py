@@ -139,6 +139,9 @@ class Sandbox:
         for folder in (self.config / "Okaluna Software", self.data, self.tmp, self.indexer_tmp,
                        root / "home"):
             folder.mkdir(parents=True, exist_ok=True)
+        # The indexer takes TMPDIR only when it is private.
+        for folder in (self.tmp, self.indexer_tmp):
+            folder.chmod(0o700)
 
     def settings(self, sort_by):
         # A property list with the one setting that differs between the rows.
@@ -165,7 +168,7 @@ class Sandbox:
         for path in self.lists():
             path.unlink()
         shutil.rmtree(self.tmp, ignore_errors=True)
-        self.tmp.mkdir()
+        self.tmp.mkdir(mode=0o700)
 
 
 def timed(command, env, stdin_path=None):
