@@ -242,7 +242,7 @@ QString commandLineHelp()
         "                   $XDG_RUNTIME_DIR/tallyvox or /tmp/tallyvox-UID); a shared\n"
         "                   one gets a private folder of Tallyvox's own beneath it\n"
         "  TALLYVOX_INDEXER_TIMEOUT  seconds an indexer may take on a file, plus one\n"
-        "                   per 10 MiB of it (30)\n"
+        "                            per 10 MiB of it (30)\n"
         "  LANG, LC_ALL     the language of spelled-out numbers and of counts\n"
         "  LC_COLLATE       the dictionary order of DictionaryOrder (after LC_ALL)\n"
         "\n"
