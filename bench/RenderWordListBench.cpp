@@ -93,15 +93,15 @@ int main(int argc, char** argv)
     constexpr int runs = 3;
     double indexing = 1e9, alphabetical = 1e9, byCount = 1e9, whole = 1e9, sortUniq = 1e9;
     WordTable table;
-    std::optional<QString> text;
+    std::optional<QByteArray> text;
     for (int run = 0; run < runs; ++run) {
         QElapsedTimer timer;
         timer.start();
         table = BuildWordTable(context, ref);
         indexing = std::min(indexing, seconds(timer));
 
-        std::optional<QStringList> words;
-        std::optional<QList<qint64>> counts;
+        std::optional<WordOrder> words;
+        std::optional<WordOrder> counts;
         timer.restart();
         OrderWords(prefs, table, words, counts, true);
         alphabetical = std::min(alphabetical, seconds(timer));

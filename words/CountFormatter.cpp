@@ -2,7 +2,15 @@
 
 #include <unicode/unum.h>
 
+#include <charconv>
+
 namespace tallyvox {
+
+namespace {
+
+constexpr qint32 keptBelow = 4096;
+
+} // namespace
 
 CountFormatter::CountFormatter(const char* locale)
 {
@@ -15,6 +23,10 @@ CountFormatter::CountFormatter(const char* locale)
     }
     unum_setAttribute(m_format, UNUM_GROUPING_USED, 0);
     unum_setAttribute(m_format, UNUM_MAX_FRACTION_DIGITS, 0);
+    // Every digit once, and zero alone: a locale that writes these as ASCII writes every
+    // count that is not negative so.
+    m_asciiDigits = formatWithIcu(1234567890) == QLatin1String("1234567890") &&
+                    formatWithIcu(0) == QLatin1String("0");
 }
 
 CountFormatter::~CountFormatter()
@@ -24,22 +36,38 @@ CountFormatter::~CountFormatter()
 
 std::optional<QString> CountFormatter::format(qint32 value) const
 {
-    constexpr qint32 cached = 4096;
-    if (value < 0 || value >= cached || !m_format) {
-        return formatWithIcu(value);
+    return formatWithIcu(value);
+}
+
+bool CountFormatter::appendUtf8(QByteArray& out, qint32 value) const
+{
+    if (m_asciiDigits && value >= 0) {
+        char digits[16];
+        const std::to_chars_result end = std::to_chars(digits, digits + sizeof digits, value);
+        out.append(digits, end.ptr - digits);
+        return true;
     }
-    if (m_small.isEmpty()) {
-        m_small.resize(cached);
+    if (value < 0 || value >= keptBelow || !m_format) {
+        const std::optional<QString> text = formatWithIcu(value);
+        if (!text) {
+            return false;
+        }
+        out += text->toUtf8();
+        return true;
     }
-    QString& text = m_small[value];
+    if (m_small.empty()) {
+        m_small.resize(keptBelow);
+    }
+    QByteArray& text = m_small[std::size_t(value)];
     if (text.isNull()) {
         const std::optional<QString> formatted = formatWithIcu(value);
         if (!formatted) {
-            return std::nullopt;
+            return false;
         }
-        text = *formatted;
+        text = formatted->toUtf8();
     }
-    return text;
+    out += text;
+    return true;
 }
 
 std::optional<QString> CountFormatter::formatWithIcu(qint32 value) const

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <QList>
+#include <QByteArray>
 #include <QString>
 
 #include <unicode/unum.h>
 
 #include <optional>
+#include <vector>
 
 namespace tallyvox {
 
@@ -22,12 +23,19 @@ public:
     bool isValid() const { return m_format != nullptr; }
     std::optional<QString> format(qint32 value) const;
 
+    /// The same text as UTF-8 at the end of out; false, leaving out as it was, when the
+    /// count cannot be formatted.
+    bool appendUtf8(QByteArray& out, qint32 value) const;
+
 private:
     std::optional<QString> formatWithIcu(qint32 value) const;
 
     UNumberFormat* m_format = nullptr;
-    // Most counts are small and repeat thousands of times in one list.
-    mutable QList<QString> m_small;
+    // True when the locale writes a count as the ASCII digits of its decimal value, as most
+    // do: those are then written without asking ICU.
+    bool m_asciiDigits = false;
+    // Otherwise the small counts, which repeat thousands of times in one list, are kept.
+    mutable std::vector<QByteArray> m_small;
 };
 
 } // namespace tallyvox

@@ -40,13 +40,13 @@ DictionaryOrder::~DictionaryOrder()
     ucol_close(m_collator);
 }
 
-QByteArray DictionaryOrder::sortKey(const QString& word) const
+QByteArray DictionaryOrder::sortKey(QStringView word) const
 {
     // The first guess below is four bytes a code unit; ICU counts in 32 bits.
     if (!m_collator || word.size() > (std::numeric_limits<int32_t>::max() - 16) / 4) {
         return {};
     }
-    const auto* text = reinterpret_cast<const UChar*>(word.constData());
+    const auto* text = reinterpret_cast<const UChar*>(word.utf16());
     const auto length = static_cast<int32_t>(word.size());
     // A first guess that fits most words; ICU says how much it needs when it does not.
     QByteArray key(static_cast<qsizetype>(length) * 4 + 16, Qt::Uninitialized);

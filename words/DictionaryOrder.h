@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringView>
 
 #include <unicode/ucol.h>
 
@@ -31,7 +32,7 @@ public:
     bool isValid() const { return m_collator != nullptr; }
 
     /// Bytes that compare (as unsigned bytes) as the word collates; empty when not valid.
-    QByteArray sortKey(const QString& word) const;
+    QByteArray sortKey(QStringView word) const;
 
 private:
     UCollator* m_collator = nullptr;

@@ -1,30 +1,32 @@
 #include "words/ListFormats.h"
 
+#include "words/WordOrdering.h"
+
 namespace tallyvox {
 
 namespace {
 
-QString countField(qint64 count)
+QByteArray countField(qint64 count)
 {
     const std::optional<qint32> value = countToInt32(count);
-    return value ? QString::number(*value) : QString();
+    return value ? QByteArray::number(*value) : QByteArray();
 }
 
 } // namespace
 
-QString csvField(const QString& text)
+QString csvField(QStringView text)
 {
     const bool quoted = text.contains(QLatin1Char(',')) || text.contains(QLatin1Char('"')) ||
                         text.contains(QLatin1Char('\r')) || text.contains(QLatin1Char('\n'));
     if (!quoted) {
-        return text;
+        return text.toString();
     }
-    QString field = text;
+    QString field = text.toString();
     field.replace(QLatin1Char('"'), QLatin1String("\"\""));
     return QLatin1Char('"') + field + QLatin1Char('"');
 }
 
-QString tsvField(const QString& text)
+QString tsvField(QStringView text)
 {
     QString field;
     field.reserve(text.size());
@@ -50,22 +52,23 @@ QString tsvField(const QString& text)
     return field;
 }
 
-QString renderTabularList(ListFormat format, const QStringList& words, const QList<qint64>* counts)
+QByteArray renderTabularList(ListFormat format, const WordOrder& words, const WordOrder* counts)
 {
     const bool csv = format == ListFormat::Csv;
-    const QLatin1String columnSeparator(csv ? "," : "\t");
-    const QLatin1String rowEnd(csv ? "\r\n" : "\n");
-    QString text = QLatin1String("word");
+    const char* columnSeparator = csv ? "," : "\t";
+    const char* rowEnd = csv ? "\r\n" : "\n";
+    QByteArray text = "word";
     if (counts) {
-        text += columnSeparator + QLatin1String("count");
+        text += columnSeparator;
+        text += "count";
     }
     text += rowEnd;
     for (qsizetype i = 0; i < words.size(); ++i) {
-        text += csv ? csvField(words[i]) : tsvField(words[i]);
+        text += (csv ? csvField(words.word(i)) : tsvField(words.word(i))).toUtf8();
         if (counts) {
             text += columnSeparator;
             if (i < counts->size()) {
-                text += countField(counts->at(i));
+                text += countField(counts->count(i));
             }
         }
         text += rowEnd;

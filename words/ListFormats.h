@@ -3,11 +3,12 @@
 #include "prefs/PreferenceKeys.h"
 #include "words/WordTable.h"
 
-#include <QList>
+#include <QByteArray>
 #include <QString>
-#include <QStringList>
 
 namespace tallyvox {
+
+class WordOrder;
 
 // The word list as a table for spreadsheets and programs ("ListFormat" 1 and 2), and the
 // totals line ("IncludeTotals"). Numbers here are ASCII digits whatever the locale, so that
@@ -15,16 +16,16 @@ namespace tallyvox {
 
 /// One CSV field (RFC 4180): in double quotes, with each quote doubled, when it holds a
 /// comma, a double quote, a CR or an LF; else as it is.
-QString csvField(const QString& text);
+QString csvField(QStringView text);
 
 /// One TSV field: a backslash, tab, CR or LF is written \\, \t, \r or \n, so no word can
 /// break a row or a column.
-QString tsvField(const QString& text);
+QString tsvField(QStringView text);
 
 /// The list as CSV (header "word,count", CR LF after every row) or TSV (header
-/// "word<TAB>count", LF after every row). The count column is there only when counts is
-/// given; a count that does not fit 32 bits leaves its field empty.
-QString renderTabularList(ListFormat format, const QStringList& words, const QList<qint64>* counts);
+/// "word<TAB>count", LF after every row), in UTF-8. The count column is there only when
+/// counts is given; a count that does not fit 32 bits leaves its field empty.
+QByteArray renderTabularList(ListFormat format, const WordOrder& words, const WordOrder* counts);
 
 /// What the totals line says about a list.
 struct ListTotals {

@@ -44,7 +44,7 @@ WordListOptions optionsOfThisMoment(const WordContext& context)
 // The rendered text into the list made for it, then the hand-off. No text: the empty list
 // stays, and nothing is opened.
 Status writeAndOpen(const WordContext& context, const FileRef& output, const QString& listName,
-                    const std::optional<QString>& text)
+                    const std::optional<QByteArray>& text)
 {
     if (!text) {
         return noErr;
@@ -54,7 +54,7 @@ Status writeAndOpen(const WordContext& context, const FileRef& output, const QSt
         return notWritten(context.desktop, listName, status);
     }
     // Whole or not at all: a failed write leaves the empty list made before.
-    if (const Status status = replaceFileContents(output, text->toUtf8()); status != noErr) {
+    if (const Status status = replaceFileContents(output, *text); status != noErr) {
         return notWritten(context.desktop, listName, status);
     }
     OpenInTextEditor(context.desktop, output);
@@ -76,7 +76,7 @@ Status writeCollectedList(const WordContext& context, WordTable table, const QSt
         return notWritten(context.desktop, listName, status != noErr ? status : fnfErr);
     }
     const PreferenceStore& preferences = context.preferences;
-    const std::optional<QString> text = renderWordTable(
+    const std::optional<QByteArray> text = renderWordTable(
         context, std::move(table), subject, preferences.GetLineStyle(), preferences.GetSeparateBy(),
         preferences.GetSortBy() == SortBy::Alphabetical, options);
     return writeAndOpen(context, *output, listName, text);
@@ -102,7 +102,7 @@ Status writeWordList(const WordContext& context, const FileRef& file, const QStr
     const LineStyle lineStyle = preferences.GetLineStyle();
     const SeparateBy separateBy = preferences.GetSeparateBy();
     const bool alphabetical = preferences.GetSortBy() == SortBy::Alphabetical;
-    const std::optional<QString> text =
+    const std::optional<QByteArray> text =
         RenderWordList(context, file, lineStyle, separateBy, alphabetical, options);
     return writeAndOpen(context, *output, listName, text);
 }

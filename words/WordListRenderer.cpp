@@ -21,23 +21,51 @@ bool endsLines(LineStyle lineStyle)
 
 // The totals go on a line of their own, ended as the list's lines are; a list whose words
 // are not on lines gets line feeds around it.
-void appendTotalsLine(QString& text, const ListTotals& totals, LineStyle lineStyle)
+void appendTotalsLine(QByteArray& text, const ListTotals& totals, LineStyle lineStyle)
 {
     if (endsLines(lineStyle)) {
-        text += totalsLine(totals);
+        text += totalsLine(totals).toUtf8();
         AppendLineSeparator(text, lineStyle);
     } else {
-        text += QLatin1Char('\n') + totalsLine(totals) + QLatin1Char('\n');
+        text += '\n' + totalsLine(totals).toUtf8() + '\n';
     }
 }
 
-// The design's text: word, count, separator, for every word.
-QString renderText(const QStringList& words, const QList<qint64>* counts, LineStyle lineStyle,
-                   SeparateBy separateBy, const CountFormatter& locale)
+// A word as UTF-8. Most are ASCII, which is narrowed here; the rest are encoded by Qt,
+// so that a lone surrogate is written as it always was.
+void appendWord(QByteArray& text, QStringView word)
 {
-    QString result;
+    const char16_t* units = word.utf16();
+    const qsizetype length = word.size();
+    char16_t high = 0;
+    for (qsizetype i = 0; i < length; ++i) {
+        high |= units[i];
+    }
+    if (high >= 0x80) {
+        text += word.toUtf8();
+        return;
+    }
+    const qsizetype at = text.size();
+    text.resize(at + length);
+    char* out = text.data() + at;
+    for (qsizetype i = 0; i < length; ++i) {
+        out[i] = static_cast<char>(units[i]);
+    }
+}
+
+// The design's text: word, count, separator, for every word, straight into UTF-8.
+QByteArray renderText(const WordOrder& words, const WordOrder* counts, LineStyle lineStyle,
+                      SeparateBy separateBy, const CountFormatter& locale)
+{
+    QByteArray result;
+    qsizetype units = 0;
     for (qsizetype i = 0; i < words.size(); ++i) {
-        result += words.at(i);
+        units += words.word(i).size();
+    }
+    // ASCII words with a short count each: the common case fits without growing.
+    result.reserve(units + words.size() * (counts ? 10 : 2));
+    for (qsizetype i = 0; i < words.size(); ++i) {
+        appendWord(result, words.word(i));
         if (counts) {
             AppendFrequency(result, *counts, separateBy, locale, i);
         }
@@ -53,61 +81,65 @@ std::optional<QString> FormatCount(qint32 value, const CountFormatter& locale)
     return locale.format(value);
 }
 
-void AppendFrequency(QString& text, const QList<qint64>& counts, SeparateBy separateBy,
+void AppendFrequency(QByteArray& text, const WordOrder& counts, SeparateBy separateBy,
                      const CountFormatter& locale, qsizetype index)
 {
     if (index < 0 || index >= counts.size()) {
         return;
     }
-    const std::optional<qint32> value = countToInt32(counts[index]);
+    const std::optional<qint32> value = countToInt32(counts.count(index));
     if (!value) {
         return;
     }
-    const std::optional<QString> formatted = FormatCount(*value, locale);
-    if (!formatted) {
-        return;
-    }
+    const qsizetype before = text.size();
     switch (separateBy) {
     case SeparateBy::Parentheses:
-        text += QLatin1String(" (") + *formatted + QLatin1Char(')');
+        text += " (";
         break;
     case SeparateBy::Tab:
-        text += QLatin1Char('\t') + *formatted;
+        text += '\t';
         break;
     case SeparateBy::Comma:
-        text += QLatin1Char(',') + *formatted;
+        text += ',';
         break;
     default:
-        break;
+        return;
+    }
+    if (!locale.appendUtf8(text, *value)) {
+        text.truncate(before);
+        return;
+    }
+    if (separateBy == SeparateBy::Parentheses) {
+        text += ')';
     }
 }
 
-void AppendLineSeparator(QString& text, LineStyle lineStyle)
+void AppendLineSeparator(QByteArray& text, LineStyle lineStyle)
 {
     switch (lineStyle) {
     case LineStyle::LineFeed:
-        text += QLatin1Char('\n');
+        text += '\n';
         break;
     case LineStyle::CarriageReturn:
-        text += QLatin1Char('\r');
+        text += '\r';
         break;
     case LineStyle::CarriageReturnLineFeed:
-        text += QLatin1String("\r\n");
+        text += "\r\n";
         break;
     case LineStyle::Space:
-        text += QLatin1Char(' ');
+        text += ' ';
         break;
     case LineStyle::Comma:
-        text += QLatin1Char(',');
+        text += ',';
         break;
     default:
         break;
     }
 }
 
-std::optional<QString> RenderWordList(const WordContext& context, const FileRef& file,
-                                      LineStyle lineStyle, SeparateBy separateBy, bool alphabetical,
-                                      const WordListOptions& options)
+std::optional<QByteArray> RenderWordList(const WordContext& context, const FileRef& file,
+                                         LineStyle lineStyle, SeparateBy separateBy,
+                                         bool alphabetical, const WordListOptions& options)
 {
     WordTable table = BuildWordTable(context, file);
     const std::optional<QString> name = CopyFileName(file);
@@ -116,18 +148,18 @@ std::optional<QString> RenderWordList(const WordContext& context, const FileRef&
                            options);
 }
 
-std::optional<QString> renderWordTable(const WordContext& context, WordTable table,
-                                       const QString& subject, LineStyle lineStyle,
-                                       SeparateBy separateBy, bool alphabetical,
-                                       const WordListOptions& options)
+std::optional<QByteArray> renderWordTable(const WordContext& context, WordTable table,
+                                          const QString& subject, LineStyle lineStyle,
+                                          SeparateBy separateBy, bool alphabetical,
+                                          const WordListOptions& options)
 {
     shapeWordTable(table, options);
     std::optional<DictionaryOrder> dictionary;
     if (options.dictionaryOrder) {
         dictionary.emplace(collationLocaleOfEnvironment());
     }
-    std::optional<QStringList> words;
-    std::optional<QList<qint64>> counts;
+    std::optional<WordOrder> words;
+    std::optional<WordOrder> counts;
     OrderWords(context.preferences, table, words, counts, alphabetical,
                dictionary ? &*dictionary : nullptr);
 
@@ -142,11 +174,11 @@ std::optional<QString> renderWordTable(const WordContext& context, WordTable tab
     }
 
     const bool showCounts = context.preferences.GetIncludeFrequency() && counts.has_value();
-    const QList<qint64>* shownCounts = showCounts ? &*counts : nullptr;
+    const WordOrder* shownCounts = showCounts ? &*counts : nullptr;
     if (options.listFormat != ListFormat::Text) {
-        QString result = renderTabularList(options.listFormat, *words, shownCounts);
+        QByteArray result = renderTabularList(options.listFormat, *words, shownCounts);
         if (options.includeTotals && options.listFormat == ListFormat::Tsv) {
-            result += totalsLine(totalsOf(table)) + QLatin1Char('\n');
+            result += totalsLine(totalsOf(table)).toUtf8() + '\n';
         } else if (options.includeTotals && !subject.isEmpty()) {
             // A CSV row of totals would be read as a word.
             context.desktop.log(
@@ -157,9 +189,9 @@ std::optional<QString> renderWordTable(const WordContext& context, WordTable tab
 
     const CountFormatter locale;
     if (!locale.isValid()) {
-        return QString();
+        return QByteArray();
     }
-    QString result = renderText(*words, shownCounts, lineStyle, separateBy, locale);
+    QByteArray result = renderText(*words, shownCounts, lineStyle, separateBy, locale);
     if (options.includeTotals) {
         appendTotalsLine(result, totalsOf(table), lineStyle);
     }

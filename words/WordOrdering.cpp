@@ -4,60 +4,68 @@
 #include "words/DictionaryOrder.h"
 
 #include <algorithm>
-#include <utility>
-#include <vector>
+#include <string_view>
 
 namespace tallyvox {
 
 namespace {
 
-int compareCountsDescending(qint64 a, qint64 b)
-{
-    return b < a ? -1 : (b > a ? 1 : 0);
-}
+// Counts below this are ordered by counting them; the few above it by comparing.
+constexpr qint64 countedBelow = qint64(1) << 20;
 
-// The first four UTF-16 code units, zero-padded, as one number that orders like them.
-quint64 prefixKey(const QString& word)
+// Falling counts, equal counts in the table's code-unit order: a counting sort, so that
+// millions of words cost two passes instead of a comparison sort.
+std::vector<quint32> byFallingCount(const WordTable& table)
 {
-    quint64 key = 0;
-    const qsizetype n = std::min<qsizetype>(word.size(), 4);
+    const qsizetype n = table.size();
+    qint64 largestCounted = 0;
+    std::vector<quint32> large;
+    std::vector<quint32> belowOne;
     for (qsizetype i = 0; i < n; ++i) {
-        key |= quint64(word[i].unicode()) << (48 - 16 * i);
-    }
-    return key;
-}
-
-// Code-unit order, deciding most comparisons on a prefix kept beside the index instead of
-// reaching into every string's own memory: a large table sorts several times faster.
-void sortAlphabetically(std::vector<std::pair<QString, qint64>>& entries)
-{
-    struct Keyed {
-        quint64 prefix;
-        quint32 index;
-    };
-    std::vector<Keyed> keyed;
-    keyed.reserve(entries.size());
-    for (size_t i = 0; i < entries.size(); ++i) {
-        keyed.push_back({prefixKey(entries[i].first), static_cast<quint32>(i)});
-    }
-    std::sort(keyed.begin(), keyed.end(), [&entries](const Keyed& x, const Keyed& y) {
-        if (x.prefix != y.prefix) {
-            return x.prefix < y.prefix;
+        const qint64 count = table.count(i);
+        if (count >= countedBelow) {
+            large.push_back(quint32(i));
+        } else if (count < 1) {
+            belowOne.push_back(quint32(i));
+        } else {
+            largestCounted = std::max(largestCounted, count);
         }
-        return CompareWordsAlphabetically(entries[x.index].first, entries[y.index].first) < 0;
-    });
-    std::vector<std::pair<QString, qint64>> sorted;
-    sorted.reserve(entries.size());
-    for (const Keyed& k : keyed) {
-        sorted.push_back(std::move(entries[k.index]));
     }
-    entries = std::move(sorted);
+    const auto falling = [&table](quint32 a, quint32 b) { return table.count(a) > table.count(b); };
+    std::stable_sort(large.begin(), large.end(), falling);
+    std::stable_sort(belowOne.begin(), belowOne.end(), falling);
+
+    // next[c]: where the next word counted c times goes; larger counts come first.
+    std::vector<quint32> next(std::size_t(largestCounted) + 1, 0);
+    for (qsizetype i = 0; i < n; ++i) {
+        const qint64 count = table.count(i);
+        if (count >= 1 && count < countedBelow) {
+            ++next[std::size_t(count)];
+        }
+    }
+    quint32 position = quint32(large.size());
+    for (qint64 count = largestCounted; count >= 1; --count) {
+        const quint32 words = next[std::size_t(count)];
+        next[std::size_t(count)] = position;
+        position += words;
+    }
+
+    std::vector<quint32> order(std::size_t(n), 0);
+    std::copy(large.begin(), large.end(), order.begin());
+    std::copy(belowOne.begin(), belowOne.end(), order.begin() + position);
+    for (qsizetype i = 0; i < n; ++i) {
+        const qint64 count = table.count(i);
+        if (count >= 1 && count < countedBelow) {
+            order[next[std::size_t(count)]++] = quint32(i);
+        }
+    }
+    return order;
 }
 
 // The dictionary's order, falling counts first when not alphabetical. Each word's sort key
-// is made once, before the sort.
-void sortByDictionary(std::vector<std::pair<QString, qint64>>& entries,
-                      const DictionaryOrder& dictionary, bool alphabetical)
+// is made once, before the sort; words the dictionary finds equal keep code-unit order.
+std::vector<quint32> byDictionary(const WordTable& table, const DictionaryOrder& dictionary,
+                                  bool alphabetical)
 {
     struct Keyed {
         QByteArray key;
@@ -65,100 +73,107 @@ void sortByDictionary(std::vector<std::pair<QString, qint64>>& entries,
         quint32 index;
     };
     std::vector<Keyed> keyed;
-    keyed.reserve(entries.size());
-    for (size_t i = 0; i < entries.size(); ++i) {
-        keyed.push_back(
-            {dictionary.sortKey(entries[i].first), entries[i].second, static_cast<quint32>(i)});
+    keyed.reserve(std::size_t(table.size()));
+    for (qsizetype i = 0; i < table.size(); ++i) {
+        keyed.push_back({dictionary.sortKey(table.word(i)), table.count(i), quint32(i)});
     }
-    std::sort(keyed.begin(), keyed.end(), [&entries, alphabetical](const Keyed& x, const Keyed& y) {
+    std::stable_sort(keyed.begin(), keyed.end(), [alphabetical](const Keyed& x, const Keyed& y) {
         if (!alphabetical && x.count != y.count) {
             return x.count > y.count;
         }
-        if (x.key != y.key) {
-            return x.key < y.key;
-        }
-        return CompareWordsAlphabetically(entries[x.index].first, entries[y.index].first) < 0;
+        return x.key < y.key;
     });
-    std::vector<std::pair<QString, qint64>> sorted;
-    sorted.reserve(entries.size());
+    std::vector<quint32> order;
+    order.reserve(keyed.size());
     for (const Keyed& k : keyed) {
-        sorted.push_back(std::move(entries[k.index]));
+        order.push_back(k.index);
     }
-    entries = std::move(sorted);
+    return order;
 }
 
 } // namespace
 
-int CompareWordsAlphabetically(const QString& a, const QString& b)
+WordOrder::WordOrder(const WordTable& table, std::vector<quint32> positions)
+    : m_table(&table), m_size(table.size())
 {
-    return a.compare(b, Qt::CaseSensitive);
+    if (!positions.empty()) {
+        m_size = qsizetype(positions.size());
+        m_positions = std::make_shared<const std::vector<quint32>>(std::move(positions));
+    }
 }
 
-int CompareWordsByCount(const QString& a, const QString& b, const WordTable& table)
+QStringList WordOrder::toStringList() const
 {
-    const auto countA = table.constFind(a);
-    if (countA == table.cend()) {
+    QStringList words;
+    words.reserve(m_size);
+    for (qsizetype i = 0; i < m_size; ++i) {
+        words.append(word(i).toString());
+    }
+    return words;
+}
+
+QList<qint64> WordOrder::toCountList() const
+{
+    QList<qint64> counts;
+    counts.reserve(m_size);
+    for (qsizetype i = 0; i < m_size; ++i) {
+        counts.append(count(i));
+    }
+    return counts;
+}
+
+int CompareWordsAlphabetically(QStringView a, QStringView b)
+{
+    const std::u16string_view x(a.utf16(), std::size_t(a.size()));
+    const std::u16string_view y(b.utf16(), std::size_t(b.size()));
+    const int order = x.compare(y);
+    return order < 0 ? -1 : (order > 0 ? 1 : 0);
+}
+
+int CompareWordsByCount(QStringView a, QStringView b, const WordTable& table)
+{
+    const qsizetype indexA = table.indexOf(a);
+    if (indexA < 0) {
         return 0;
     }
-    const auto countB = table.constFind(b);
-    if (countB == table.cend()) {
+    const qsizetype indexB = table.indexOf(b);
+    if (indexB < 0) {
         return 0;
     }
-    return compareCountsDescending(*countA, *countB);
+    const qint64 countA = table.count(indexA);
+    const qint64 countB = table.count(indexB);
+    return countB < countA ? -1 : (countB > countA ? 1 : 0);
 }
 
 void OrderWords(const PreferenceStore& preferences, const WordTable& table,
-                std::optional<QStringList>& outWords, std::optional<QList<qint64>>& outCounts,
+                std::optional<WordOrder>& outWords, std::optional<WordOrder>& outCounts,
                 bool alphabetical, const DictionaryOrder* dictionary)
 {
     outCounts.reset();
     if (table.isEmpty()) {
         return;
     }
-
-    // Sorting the pairs with their counts beside them gives the order of
-    // CompareWordsByCount without two table lookups per comparison.
-    std::vector<std::pair<QString, qint64>> entries;
-    entries.reserve(static_cast<size_t>(table.size()));
-    for (auto it = table.cbegin(); it != table.cend(); ++it) {
-        entries.emplace_back(it.key(), it.value());
-    }
-
     if (dictionary && dictionary->isValid()) {
-        sortByDictionary(entries, *dictionary, alphabetical);
+        outWords.emplace(table, byDictionary(table, *dictionary, alphabetical));
     } else if (alphabetical) {
-        sortAlphabetically(entries);
+        // The table keeps its words in code-unit order.
+        outWords.emplace(table);
     } else {
-        std::sort(entries.begin(), entries.end(), [](const auto& x, const auto& y) {
-            return compareCountsDescending(x.second, y.second) < 0;
-        });
+        outWords.emplace(table, byFallingCount(table));
     }
-
-    QStringList words;
-    words.reserve(static_cast<qsizetype>(entries.size()));
-    for (const auto& entry : entries) {
-        words.append(entry.first);
-    }
-    outWords = std::move(words);
-
     if (preferences.GetIncludeFrequency()) {
-        QList<qint64> counts;
-        counts.reserve(static_cast<qsizetype>(entries.size()));
-        for (const auto& entry : entries) {
-            counts.append(entry.second);
-        }
-        outCounts = std::move(counts);
+        outCounts = outWords;
     }
 }
 
-quint32 SumCounts(const std::optional<QList<qint64>>& counts)
+quint32 SumCounts(const std::optional<WordOrder>& counts)
 {
     quint32 sum = 0;
     if (!counts) {
         return sum;
     }
-    for (qint64 count : *counts) {
-        if (const std::optional<qint32> value = countToInt32(count)) {
+    for (qsizetype i = 0; i < counts->size(); ++i) {
+        if (const std::optional<qint32> value = countToInt32(counts->count(i))) {
             sum += static_cast<quint32>(*value);
         }
     }

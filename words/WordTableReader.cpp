@@ -39,18 +39,17 @@ public:
         }
 
         WordTable table;
-        table.reserve(static_cast<qsizetype>(count));
+        // Every code unit of a key takes at least a byte of the file; untouched room costs
+        // no memory.
+        table.reserve(static_cast<qsizetype>(count), m_data.size());
         const quint64 valueRefs = position + count * m_refSize;
         for (quint64 i = 0; i < count; ++i) {
             const quint64 keyRef = number(position + i * m_refSize, m_refSize);
             const quint64 valueRef = number(valueRefs + i * m_refSize, m_refSize);
-            std::optional<QString> key;
             qint64 value = unreadableCount;
-            if (!readKey(keyRef, key) || !readValue(valueRef, value)) {
+            // The value first: the key goes straight into the table.
+            if (!readValue(valueRef, value) || !readKey(keyRef, table, value)) {
                 return std::nullopt;
-            }
-            if (key) {
-                table.insert(*key, value);
             }
         }
         return table;
@@ -128,8 +127,8 @@ private:
         return true;
     }
 
-    // A key that is not a string is no error: the entry is just left out (key stays empty).
-    bool readKey(quint64 ref, std::optional<QString>& key)
+    // A key that is not a string is no error: the entry is just left out.
+    bool readKey(quint64 ref, WordTable& table, qint64 value)
     {
         quint64 offset = 0;
         if (!objectOffset(ref, offset)) {
@@ -156,16 +155,17 @@ private:
         }
         m_keyBudget -= count * unit;
         const char* bytes = m_data.data() + position;
+        char16_t* units = table.beginWord(qsizetype(count));
         if (type == 0x50) {
-            key = QString::fromLatin1(bytes, qsizetype(count));
+            for (quint64 i = 0; i < count; ++i) {
+                units[i] = static_cast<unsigned char>(bytes[i]);
+            }
         } else {
-            QString text(qsizetype(count), Qt::Uninitialized);
-            char16_t* units = reinterpret_cast<char16_t*>(text.data());
             for (quint64 i = 0; i < count; ++i) {
                 units[i] = qFromBigEndian<quint16>(bytes + 2 * i);
             }
-            key = std::move(text);
         }
+        table.endWord(value);
         return true;
     }
 
@@ -212,9 +212,9 @@ private:
 };
 
 // XML property lists: <plist> (optional) around one <dict> of <key> and value elements.
-std::optional<WordTable> readXmlPlist(const QByteArray& data)
+std::optional<WordTable> readXmlPlist(QByteArrayView data)
 {
-    QXmlStreamReader xml(data);
+    QXmlStreamReader xml(QByteArray::fromRawData(data.data(), data.size()));
     if (!xml.readNextStartElement()) {
         return std::nullopt;
     }
@@ -254,7 +254,7 @@ std::optional<WordTable> readXmlPlist(const QByteArray& data)
 
 } // namespace
 
-std::optional<WordTable> ParseWordTable(const QByteArray& data)
+std::optional<WordTable> ParseWordTable(QByteArrayView data)
 {
     if (data.startsWith("bplist")) {
         return BinaryPlist(data).read();
@@ -271,6 +271,13 @@ std::optional<WordTable> ReadWordTableFile(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
+    }
+    // Mapped rather than read: no copy of what may be hundreds of megabytes.
+    if (file.size() > 0) {
+        if (const uchar* mapped = file.map(0, file.size())) {
+            return ParseWordTable(
+                QByteArrayView(reinterpret_cast<const char*>(mapped), file.size()));
+        }
     }
     return ParseWordTable(file.readAll());
 }

@@ -2,7 +2,7 @@
 
 #include "words/WordTable.h"
 
-#include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 
 #include <optional>
@@ -17,6 +17,6 @@ std::optional<WordTable> ReadWordTableFile(const QString& path);
 
 /// The same for the bytes of such a file. Safe on hostile input: every read is bounds-checked
 /// and the work stays linear in the input's size.
-std::optional<WordTable> ParseWordTable(const QByteArray& data);
+std::optional<WordTable> ParseWordTable(QByteArrayView data);
 
 } // namespace tallyvox

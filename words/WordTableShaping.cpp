@@ -1,9 +1,12 @@
 #include "words/WordTableShaping.h"
 
+#include <QHash>
+
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
 
 #include <limits>
+#include <vector>
 
 namespace tallyvox {
 
@@ -16,7 +19,7 @@ struct FoldedEntry {
     qint64 total;
 };
 
-bool isFoldedAscii(const QString& word)
+bool isFoldedAscii(QStringView word)
 {
     for (const QChar c : word) {
         if (c.unicode() >= 0x80 || (c >= QLatin1Char('A') && c <= QLatin1Char('Z'))) {
@@ -27,7 +30,7 @@ bool isFoldedAscii(const QString& word)
 }
 
 // The more frequent of two forms of one word; of equal counts, the smaller in code units.
-bool isPreferredForm(const QString& word, qint64 count, const FoldedEntry& entry)
+bool isPreferredForm(QStringView word, qint64 count, const FoldedEntry& entry)
 {
     return count > entry.formCount ||
            (count == entry.formCount && word.compare(entry.form, Qt::CaseSensitive) < 0);
@@ -50,18 +53,18 @@ WordTable foldWordTable(const WordTable& table, const QSet<QString>& stopWords)
         }
         const auto entry = folded.find(key);
         if (entry == folded.end()) {
-            folded.insert(key, FoldedEntry{it.key(), it.value(), it.value()});
+            folded.insert(key, FoldedEntry{it.key().toString(), it.value(), it.value()});
             continue;
         }
         entry->total = addCounts(entry->total, it.value());
         if (isPreferredForm(it.key(), it.value(), *entry)) {
-            entry->form = it.key();
+            entry->form = it.key().toString();
             entry->formCount = it.value();
         }
     }
 
     WordTable result;
-    result.reserve(folded.size());
+    result.reserve(folded.size(), table.size() * 8);
     for (const FoldedEntry& entry : std::as_const(folded)) {
         result.insert(entry.form, entry.total);
     }
@@ -70,56 +73,33 @@ WordTable foldWordTable(const WordTable& table, const QSet<QString>& stopWords)
 
 } // namespace
 
-QString foldCase(const QString& word)
+QString foldCase(QStringView word)
 {
     // Most words are ASCII, where folding is lower-casing A to Z.
     if (isFoldedAscii(word)) {
-        return word;
+        return word.toString();
     }
     // Full folding makes a code unit at most three (U+0390 gives three); ICU counts in 32 bits.
     constexpr qsizetype growth = 3;
     if (word.size() > std::numeric_limits<int32_t>::max() / growth) {
-        return word;
+        return word.toString();
     }
     QString folded(word.size() * growth, Qt::Uninitialized);
     UErrorCode status = U_ZERO_ERROR;
     const int32_t length =
         u_strFoldCase(reinterpret_cast<UChar*>(folded.data()), static_cast<int32_t>(folded.size()),
-                      reinterpret_cast<const UChar*>(word.constData()),
+                      reinterpret_cast<const UChar*>(word.utf16()),
                       static_cast<int32_t>(word.size()), U_FOLD_CASE_DEFAULT, &status);
     if (U_FAILURE(status)) {
-        return word;
+        return word.toString();
     }
     folded.truncate(length);
     return folded;
 }
 
-qint64 addCounts(qint64 a, qint64 b)
-{
-    if (a == unreadableCount) {
-        return b;
-    }
-    if (b == unreadableCount) {
-        return a;
-    }
-    qint64 sum = 0;
-    if (__builtin_add_overflow(a, b, &sum)) {
-        // Never unreadableCount, which is the smallest value.
-        return b > 0 ? std::numeric_limits<qint64>::max() : unreadableCount + 1;
-    }
-    return sum;
-}
-
 void addWordTable(WordTable& sum, const WordTable& table)
 {
-    for (auto it = table.cbegin(); it != table.cend(); ++it) {
-        const auto entry = sum.find(it.key());
-        if (entry == sum.end()) {
-            sum.insert(it.key(), it.value());
-        } else {
-            *entry = addCounts(*entry, it.value());
-        }
-    }
+    sum = WordTable::merged(sum, table);
 }
 
 void shapeWordTable(WordTable& table, const WordListOptions& options)
@@ -129,15 +109,19 @@ void shapeWordTable(WordTable& table, const WordListOptions& options)
     }
     if (options.foldCase) {
         table = foldWordTable(table, options.stopWords);
-    } else {
+    } else if (!options.stopWords.isEmpty()) {
+        std::vector<bool> stop(std::size_t(table.size()), false);
         for (const QString& word : options.stopWords) {
-            table.remove(word);
+            if (const qsizetype index = table.indexOf(word); index >= 0) {
+                stop[std::size_t(index)] = true;
+            }
         }
+        table.removeIf([&stop](qsizetype index) { return stop[std::size_t(index)]; });
     }
     if (options.minimumCount > 1) {
         // A count the indexer gave as no integer is below any minimum.
         const qint64 minimum = options.minimumCount;
-        table.removeIf([minimum](const auto& entry) { return entry.value() < minimum; });
+        table.removeIf([&table, minimum](qsizetype index) { return table.count(index) < minimum; });
     }
 }
 

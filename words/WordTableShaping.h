@@ -13,11 +13,7 @@ namespace tallyvox {
 
 /// The word under Unicode full case folding (ICU's default, the same in every locale):
 /// "THE" and "The" give "the", "ß" and "SS" give "ss", "ς" and "Σ" give "σ".
-QString foldCase(const QString& word);
-
-/// Two counts of one word added up. A count the indexer gave as no integer does not add
-/// anything; a sum beyond 64 bits stays at the largest count.
-qint64 addCounts(qint64 a, qint64 b);
+QString foldCase(QStringView word);
 
 /// Adds every word of table to sum, for a list of several files.
 void addWordTable(WordTable& sum, const WordTable& table);

@@ -16,12 +16,12 @@ QString ordered(const WordTable& table, const QByteArray& locale, bool alphabeti
     testing::TestEnvironment env;
     const PreferenceStore prefs;
     const DictionaryOrder dictionary(locale);
-    std::optional<QStringList> words;
-    std::optional<QList<qint64>> counts;
+    std::optional<WordOrder> words;
+    std::optional<WordOrder> counts;
     OrderWords(prefs, table, words, counts, alphabetical, locale == "-" ? nullptr : &dictionary);
     QStringList entries;
     for (qsizetype i = 0; i < words->size(); ++i) {
-        entries.append(words->at(i) + u':' + QString::number(counts->at(i)));
+        entries.append(words->word(i).toString() + u':' + QString::number(counts->count(i)));
     }
     return entries.join(u' ');
 }

@@ -99,7 +99,7 @@ private slots:
             files.append(w.input(u"doc%1.txt"_s.arg(i), documents[i]));
             const WordTable table = BuildWordTable(w.context, files.last());
             for (auto it = table.cbegin(); it != table.cend(); ++it) {
-                sum[it.key()] += it.value();
+                sum.insert(it.key(), sum.value(it.key()) + it.value());
             }
         }
         QCOMPARE(sum.value(u"the"_s), 3);

@@ -29,10 +29,10 @@ private slots:
         for (const QString& word : expected) {
             table.insert(word, 1);
         }
-        std::optional<QStringList> words;
-        std::optional<QList<qint64>> counts;
+        std::optional<WordOrder> words;
+        std::optional<WordOrder> counts;
         OrderWords(prefs, table, words, counts, true);
-        QCOMPARE(*words, expected);
+        QCOMPARE(words->toStringList(), expected);
         QCOMPARE(counts->size(), expected.size());
     }
 
@@ -55,14 +55,15 @@ private slots:
                               {QStringLiteral("twoA"), 2},
                               {QStringLiteral("twoB"), 2},
                               {QStringLiteral("big"), 40000}};
-        std::optional<QStringList> words;
-        std::optional<QList<qint64>> counts;
+        std::optional<WordOrder> words;
+        std::optional<WordOrder> counts;
         OrderWords(prefs, table, words, counts, prefs.GetSortBy() == SortBy::Alphabetical);
-        QCOMPARE(words->mid(0, 3), (QStringList{QStringLiteral("big"), QStringLiteral("five"),
-                                                QStringLiteral("three")}));
-        QCOMPARE(QSet<QString>(words->begin() + 3, words->end()),
+        const QStringList list = words->toStringList();
+        QCOMPARE(list.mid(0, 3), (QStringList{QStringLiteral("big"), QStringLiteral("five"),
+                                              QStringLiteral("three")}));
+        QCOMPARE(QSet<QString>(list.begin() + 3, list.end()),
                  (QSet<QString>{QStringLiteral("twoA"), QStringLiteral("twoB")}));
-        QCOMPARE(*counts, (QList<qint64>{40000, 5, 3, 2, 2}));
+        QCOMPARE(counts->toCountList(), (QList<qint64>{40000, 5, 3, 2, 2}));
         QCOMPARE(SumCounts(counts), 40012u);
     }
 
@@ -71,10 +72,11 @@ private slots:
         testing::TestEnvironment env;
         PreferenceStore prefs;
         QVERIFY(prefs.writeBool(prefs::IncludeFrequency, false));
-        std::optional<QStringList> words;
-        std::optional<QList<qint64>> counts = QList<qint64>{1};
-        OrderWords(prefs, WordTable{{QStringLiteral("a"), 2}}, words, counts, true);
-        QCOMPARE(*words, QStringList{QStringLiteral("a")});
+        const WordTable table{{QStringLiteral("a"), 2}};
+        std::optional<WordOrder> words;
+        std::optional<WordOrder> counts = WordOrder(table);
+        OrderWords(prefs, table, words, counts, true);
+        QCOMPARE(words->toStringList(), QStringList{QStringLiteral("a")});
         QVERIFY(!counts);
         QCOMPARE(SumCounts(counts), 0u);
     }
@@ -83,17 +85,23 @@ private slots:
     {
         testing::TestEnvironment env;
         const PreferenceStore prefs;
-        std::optional<QStringList> words;
-        std::optional<QList<qint64>> counts = QList<qint64>{1};
-        OrderWords(prefs, WordTable{}, words, counts, false);
+        const WordTable empty;
+        const WordTable one{{QStringLiteral("a"), 1}};
+        std::optional<WordOrder> words;
+        std::optional<WordOrder> counts = WordOrder(one);
+        OrderWords(prefs, empty, words, counts, false);
         QVERIFY(!words);
         QVERIFY(!counts);
     }
 
     void sumWrapsAndSkipsWhatDoesNotFit()
     {
-        const std::optional<QList<qint64>> counts =
-            QList<qint64>{0x7fffffff, 0x7fffffff, 3, unreadableCount, qint64(1) << 40};
+        const WordTable table{{QStringLiteral("a"), 0x7fffffff},
+                              {QStringLiteral("b"), 0x7fffffff},
+                              {QStringLiteral("c"), 3},
+                              {QStringLiteral("d"), unreadableCount},
+                              {QStringLiteral("e"), qint64(1) << 40}};
+        const std::optional<WordOrder> counts = WordOrder(table);
         QCOMPARE(SumCounts(counts), 1u); // 2 * 0x7fffffff + 3 wraps past 2^32
     }
 };

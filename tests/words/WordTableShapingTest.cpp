@@ -29,7 +29,7 @@ QString describe(const WordTable& table)
 {
     QStringList entries;
     for (auto it = table.cbegin(); it != table.cend(); ++it) {
-        entries.append(it.key() + u':' +
+        entries.append(it.key().toString() + u':' +
                        (it.value() == unreadableCount ? u"u"_s : QString::number(it.value())));
     }
     entries.sort();
