@@ -2,7 +2,7 @@
 #include "support/FilePath.h"
 
 #include <QDir>
-#include <QFile>
+#include <QIODevice>
 #include <QUuid>
 
 #include <cerrno>
@@ -76,8 +76,11 @@ Status CreateChildFolder(const FileRef& parent, const QString& name, std::option
     return outRef ? noErr : fnfErr;
 }
 
-bool WriteTextToTemporaryFile(const QString& temporaryFolder, const QString& text,
-                              std::optional<FileRef>& outRef)
+namespace {
+
+// A new TallyvoxData.txt of our own in a fresh UUID folder, never one that was there,
+// never through a link; -1 when any step fails.
+int createDataFile(const QString& temporaryFolder, QString& path)
 {
     const std::optional<FileRef> temporary =
         temporaryFolder.isEmpty() ? std::nullopt : FileRef::fromPath(temporaryFolder);
@@ -85,27 +88,70 @@ bool WriteTextToTemporaryFile(const QString& temporaryFolder, const QString& tex
         temporary ? uuidFolderPath(*temporary) : std::optional<QString>();
     // Without a folder the original wrote to a relative "(null)/..." path, which fails.
     if (!folder) {
+        return -1;
+    }
+    path = *folder + QLatin1Char('/') + QLatin1String(dataFileName);
+    return ::open(encodePath(path).constData(),
+                  O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+}
+
+bool writeWhole(int fd, QByteArrayView bytes)
+{
+    while (!bytes.isEmpty()) {
+        const ssize_t written = ::write(fd, bytes.data(), std::size_t(bytes.size()));
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (written <= 0) {
+            return false;
+        }
+        bytes = bytes.sliced(written);
+    }
+    return true;
+}
+
+// Closes fd; the file's reference when everything was written and closed.
+bool finishDataFile(int fd, bool written, const QString& path, std::optional<FileRef>& outRef)
+{
+    if (::close(fd) != 0 || !written) {
         return false;
     }
-    // A new file of our own, never one that was there, never through a link.
-    const QString path = *folder + QLatin1Char('/') + QLatin1String(dataFileName);
-    const int fd = ::open(encodePath(path).constData(),
-                          O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+    outRef = FileRef::fromPath(path);
+    return outRef.has_value();
+}
+
+} // namespace
+
+bool WriteTextToTemporaryFile(const QString& temporaryFolder, const QString& text,
+                              std::optional<FileRef>& outRef)
+{
+    QString path;
+    const int fd = createDataFile(temporaryFolder, path);
     if (fd < 0) {
         return false;
     }
-    QFile file;
-    const QByteArray utf8 = text.toUtf8();
-    if (!file.open(fd, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle)) {
-        ::close(fd);
+    return finishDataFile(fd, writeWhole(fd, text.toUtf8()), path, outRef);
+}
+
+bool writeStreamToTemporaryFile(const QString& temporaryFolder, QByteArrayView head,
+                                QIODevice& input, std::optional<FileRef>& outRef)
+{
+    QString path;
+    const int fd = createDataFile(temporaryFolder, path);
+    if (fd < 0) {
         return false;
     }
-    if (file.write(utf8) != utf8.size() || !file.flush()) {
-        return false;
+    bool written = writeWhole(fd, head);
+    QByteArray block(qsizetype(1) << 20, Qt::Uninitialized);
+    while (written) {
+        const qint64 n = input.read(block.data(), block.size());
+        if (n <= 0) {
+            written = n == 0;
+            break;
+        }
+        written = writeWhole(fd, QByteArrayView(block.constData(), n));
     }
-    file.close();
-    outRef = FileRef::fromPath(path);
-    return outRef.has_value();
+    return finishDataFile(fd, written, path, outRef);
 }
 
 int removeOldTemporaryFiles(const QString& temporaryFolder, std::chrono::seconds maxAge)

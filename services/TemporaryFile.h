@@ -3,7 +3,10 @@
 #include "support/FileRef.h"
 #include "support/Status.h"
 
+#include <QByteArrayView>
 #include <QString>
+
+class QIODevice;
 
 #include <chrono>
 #include <optional>
@@ -24,6 +27,11 @@ Status CreateChildFolder(const FileRef& parent, const QString& name,
 /// until removeOldTemporaryFiles finds them old enough.
 bool WriteTextToTemporaryFile(const QString& temporaryFolder, const QString& text,
                               std::optional<FileRef>& outRef);
+
+/// The same for bytes as they come, unchanged: head, then everything input still holds,
+/// copied a block at a time so that a large input is never held whole.
+bool writeStreamToTemporaryFile(const QString& temporaryFolder, QByteArrayView head,
+                                QIODevice& input, std::optional<FileRef>& outRef);
 
 /// How long a copy of selected text is kept: long enough to look at it again.
 inline constexpr std::chrono::hours temporaryFileLifetime{24};

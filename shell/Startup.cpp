@@ -184,6 +184,34 @@ std::pair<std::unique_ptr<QCoreApplication>, bool> consoleApplication(int& argc,
     return {std::move(app), opened};
 }
 
+// Standard input larger than a selection, for a service that only indexes it: copied as it
+// comes into the temporary file that the text would have been written to, and handed over
+// as that file, so that the input is never held whole and its bytes reach the indexer as
+// they are. Smaller input, and every other service, take the text path (nothing here).
+std::optional<Pasteboard> streamStandardInput(const ServiceContext& context,
+                                              const QString& serviceName, QFile& input)
+{
+    const ProcessMode mode = ServiceModeForMessage(serviceName);
+    if (mode != ProcessMode::ExtractWords && mode != ProcessMode::WordCount) {
+        return std::nullopt;
+    }
+    constexpr qint64 textPathLimit = qint64(1) << 20;
+    QByteArray head = input.read(textPathLimit);
+    const QByteArray next = input.read(textPathLimit);
+    std::optional<FileRef> file;
+    if (next.isEmpty()) {
+        input.close();
+        // What was read is all there is: the ordinary text path, from memory.
+        return pasteboardWithBytes(head);
+    }
+    head += next;
+    if (!writeStreamToTemporaryFile(context.words.temporaryFolder, head, input, file)) {
+        context.words.desktop.log(QStringLiteral("Standard input could not be copied"));
+        return Pasteboard{};
+    }
+    return pasteboardWithFile(file->path());
+}
+
 // The service of the command line, performed here: the process ends with it, so
 // there is no quit timer to arm.
 int runConsoleService(ConsoleDesktop& desktop, const PreferenceStore& preferences,
@@ -192,10 +220,15 @@ int runConsoleService(ConsoleDesktop& desktop, const PreferenceStore& preference
 {
     const ServiceContext context{wordContext(desktop, preferences, temporary), {}};
     QFile input;
+    std::optional<Pasteboard> streamed;
     if (commandLine.serviceSource == ServiceSource::Stdin) {
         input.open(stdin, QIODevice::ReadOnly);
+        streamed = streamStandardInput(context, commandLine.serviceName, input);
     }
-    for (const Pasteboard& pasteboard : commandLinePasteboards(commandLine, desktop, input)) {
+    const QList<Pasteboard> pasteboards = streamed
+                                              ? QList<Pasteboard>{*streamed}
+                                              : commandLinePasteboards(commandLine, desktop, input);
+    for (const Pasteboard& pasteboard : pasteboards) {
         if (pasteboard.isEmpty() && isSelection(commandLine.serviceSource)) {
             err << "tallyvox: the selection holds nothing\n";
             err.flush();
