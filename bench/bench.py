@@ -42,6 +42,7 @@ ROWS = [
     ("list-alphabetical", "english", "file", 1, 1.5),
     ("list-frequency", "english", "file", 2, 1.5),
     ("list-stdin", "english", "stdin", 1, 2.0),
+    ("list-options", "english", "options", 1, 2.0),
     ("list-distinct", "distinct", "file", 1, 15.0),
     ("list-1gb", "english-1gb", "file", 1, None),
     ("list-4gb", "english-4gb", "file", 1, 1.6),
@@ -54,7 +55,8 @@ DESCRIPTIONS = {
     "english-1gb": "1 GB English",
     "english-4gb": "4 GB English",
 }
-STEPS = {"indexer": "indexer", "file": "file to list", "stdin": "`--stdin` to list"}
+STEPS = {"indexer": "indexer", "file": "file to list", "stdin": "`--stdin` to list",
+         "options": "file to list, every word-list option on"}
 ORDERS = {None: "", 1: ", alphabetical", 2: ", by frequency"}
 
 
@@ -143,11 +145,22 @@ class Sandbox:
         for folder in (self.tmp, self.indexer_tmp):
             folder.chmod(0o700)
 
-    def settings(self, sort_by):
-        # A property list with the one setting that differs between the rows.
+    def settings(self, sort_by, options=False):
+        # A property list with the one setting that differs between the rows, or with every
+        # word-list option on: folding, dictionary order, a minimum, a stop list, one list
+        # for the files, CSV and totals.
+        extra = ""
+        if options:
+            stop_list = self.root / "stop-list.txt"
+            stop_list.write_text("# common words\nthe\nof\nand\na\nto\nin\nis\n\nit\n")
+            extra = ("<key>FoldCase</key><true/><key>DictionaryOrder</key><true/>"
+                     "<key>MinimumCount</key><integer>2</integer>"
+                     f"<key>StopListPath</key><string>{stop_list}</string>"
+                     "<key>CombineFiles</key><true/><key>ListFormat</key><integer>1</integer>"
+                     "<key>IncludeTotals</key><true/>")
         (self.config / "Okaluna Software" / "Tallyvox.plist").write_text(
             '<?xml version="1.0" encoding="UTF-8"?>\n<plist version="1.0"><dict>'
-            f"<key>SortBy</key><integer>{sort_by}</integer></dict></plist>\n")
+            f"<key>SortBy</key><integer>{sort_by}</integer>{extra}</dict></plist>\n")
 
     def environment(self):
         env = {
@@ -161,7 +174,7 @@ class Sandbox:
         return env
 
     def lists(self):
-        return sorted(self.data.rglob("*.txt"))
+        return sorted(p for p in self.data.rglob("*") if p.suffix in (".txt", ".csv"))
 
     def clean(self):
         # Each run starts without the previous run's list and the copy --stdin leaves.
@@ -339,6 +352,20 @@ def main():
                     lists = sandbox.lists()
                     check = check_list(reference, record, input_name, input_digest,
                                        "alphabetical", lists[0] if lists else None, False)
+                elif step == "options":
+                    # Another list than the design's: only that it is written is checked.
+                    sandbox.settings(sort_by, options=True)
+                    outcome = {}
+
+                    def after(last, outcome=outcome):
+                        if last:
+                            outcome["check"] = "written" if sandbox.lists() else "no list"
+                        sandbox.clean()
+
+                    sandbox.clean()
+                    measured = paired(file, [str(app), "--console", str(file)], env, input_runs,
+                                      None, after)
+                    check = outcome.get("check", "no list")
                 else:
                     sandbox.settings(sort_by)
                     command = [str(app), "--console"]

@@ -30,7 +30,11 @@ public:
     WordTable() = default;
     WordTable(std::initializer_list<std::pair<QString, qint64>> entries);
 
-    qsizetype size() const { return qsizetype(m_entries.size()); }
+    qsizetype size() const
+    {
+        ensureOrdered();
+        return qsizetype(m_entries.size());
+    }
     bool isEmpty() const { return m_entries.empty(); }
     void clear();
 

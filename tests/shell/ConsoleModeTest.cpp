@@ -28,7 +28,7 @@ struct Run {
 // The real program in the test's sandbox (the environment is inherited, with changes:
 // an empty value removes the variable).
 Run runTallyvox(const QStringList& arguments, const QString& directory,
-                const QMap<QString, QString>& changes = {})
+                const QMap<QString, QString>& changes = {}, const QString& input = {})
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (auto change = changes.begin(); change != changes.end(); ++change) {
@@ -41,6 +41,9 @@ Run runTallyvox(const QStringList& arguments, const QString& directory,
     QProcess process;
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(directory);
+    if (!input.isEmpty()) {
+        process.setStandardInputFile(input);
+    }
     QElapsedTimer clock;
     clock.start();
     process.start(QStringLiteral(TALLYVOX_BUILD_BIN_DIR "/tallyvox"), arguments);
@@ -222,6 +225,41 @@ private slots:
         QFile file(list);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QVERIFY(file.readAll().startsWith("and (1)\n"));
+    }
+
+    // Standard input is listed as its bytes are as a file, whether it is short enough to be
+    // taken as text or long enough to be copied to the temporary file as it comes.
+    void realProgramListsStandardInputAsTheFile_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("short UTF-8") << QByteArray("the cat and the caf\xc3\xa9\n");
+        QByteArray latin1; // no UTF-8: each \xe9 alone
+        for (int i = 0; latin1.size() < (3 << 20); ++i) {
+            latin1 += "caf\xe9 w" + QByteArray::number(i % 7919) + " the\n";
+        }
+        QTest::newRow("3 MB of Latin-1") << latin1;
+    }
+    void realProgramListsStandardInputAsTheFile()
+    {
+        QFETCH(QByteArray, content);
+        if (!QFile::exists(QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer"))) {
+            QSKIP("the indexers are not built");
+        }
+        testing::TestEnvironment env;
+        const QString input = env.writeFile(u"input.txt"_s, content);
+        QCOMPARE(runTallyvox({u"--console"_s, u"input.txt"_s}, env.root()).exitCode, 0);
+        const QString lists = env.dataHome() + u"/Okaluna Software/Tallyvox/"_s;
+        QFile ofFile(lists + u"input.txt.txt"_s);
+        QVERIFY(ofFile.open(QIODevice::ReadOnly));
+
+        const Run run = runTallyvox({u"--console"_s, u"--service"_s, u"tallyvox"_s, u"--stdin"_s},
+                                    env.root(), {}, input);
+        QCOMPARE(run.exitCode, 0);
+        QFile ofInput(lists + u"TallyvoxData.txt.txt"_s);
+        QVERIFY(ofInput.open(QIODevice::ReadOnly));
+        const QByteArray list = ofInput.readAll();
+        QVERIFY(list.contains("the ("));
+        QCOMPARE(list, ofFile.readAll());
     }
 
     // The console's batch reads the word-list options as the window's does.
