@@ -4,6 +4,7 @@
 #include "words/DictionaryOrder.h"
 
 #include <algorithm>
+#include <cstring>
 #include <string_view>
 
 namespace tallyvox {
@@ -63,30 +64,41 @@ std::vector<quint32> byFallingCount(const WordTable& table)
 }
 
 // The dictionary's order, falling counts first when not alphabetical. Each word's sort key
-// is made once, before the sort; words the dictionary finds equal keep code-unit order.
+// is made once, before the sort, into one buffer; words the dictionary finds equal keep
+// code-unit order.
 std::vector<quint32> byDictionary(const WordTable& table, const DictionaryOrder& dictionary,
                                   bool alphabetical)
 {
-    struct Keyed {
-        QByteArray key;
-        qint64 count;
-        quint32 index;
-    };
-    std::vector<Keyed> keyed;
-    keyed.reserve(std::size_t(table.size()));
-    for (qsizetype i = 0; i < table.size(); ++i) {
-        keyed.push_back({dictionary.sortKey(table.word(i)), table.count(i), quint32(i)});
+    const std::size_t n = std::size_t(table.size());
+    std::vector<char> keys;
+    std::vector<std::size_t> keyStart(n + 1, 0);
+    for (std::size_t i = 0; i < n; ++i) {
+        const QByteArray key = dictionary.sortKey(table.word(qsizetype(i)));
+        keys.insert(keys.end(), key.begin(), key.end());
+        keyStart[i + 1] = keys.size();
     }
-    std::stable_sort(keyed.begin(), keyed.end(), [alphabetical](const Keyed& x, const Keyed& y) {
-        if (!alphabetical && x.count != y.count) {
-            return x.count > y.count;
-        }
-        return x.key < y.key;
-    });
-    std::vector<quint32> order;
-    order.reserve(keyed.size());
-    for (const Keyed& k : keyed) {
-        order.push_back(k.index);
+    const auto keyOf = [&keys, &keyStart](quint32 i) {
+        return std::string_view(keys.data() + keyStart[i], keyStart[i + 1] - keyStart[i]);
+    };
+    std::vector<quint32> order(n);
+    for (std::size_t i = 0; i < n; ++i) {
+        order[i] = quint32(i);
+    }
+    // Sort keys compare as unsigned bytes.
+    const auto byKey = [&keyOf](quint32 x, quint32 y) {
+        const std::string_view a = keyOf(x);
+        const std::string_view b = keyOf(y);
+        const int bytes = std::memcmp(a.data(), b.data(), std::min(a.size(), b.size()));
+        return bytes != 0 ? bytes < 0 : a.size() < b.size();
+    };
+    if (alphabetical) {
+        std::stable_sort(order.begin(), order.end(), byKey);
+    } else {
+        std::stable_sort(order.begin(), order.end(), [&table, &byKey](quint32 x, quint32 y) {
+            const qint64 a = table.count(x);
+            const qint64 b = table.count(y);
+            return a != b ? a > b : byKey(x, y);
+        });
     }
     return order;
 }

@@ -1,6 +1,7 @@
 #include "words/WordTableShaping.h"
 
 #include <QHash>
+#include <QStringView>
 
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
@@ -12,14 +13,66 @@ namespace tallyvox {
 
 namespace {
 
-// One entry of a folded table: the form it is written in and the sum of its forms' counts.
+// Words that differ only in case, found in one pass without a string made per word: each
+// folded key is the word itself when folding leaves it as it is (most words), else a folded
+// copy in one buffer; groups are found by an open-addressing table of group numbers.
+class CaseGroups {
+public:
+    static constexpr quint32 none = 0xFFFFFFFFu;
+
+    explicit CaseGroups(qsizetype words)
+    {
+        std::size_t capacity = 16;
+        while (capacity < std::size_t(words) * 2 + 16) {
+            capacity *= 2;
+        }
+        m_slots.assign(capacity, none);
+    }
+
+    /// The group of key, made when it is new; isNew says which.
+    quint32 find(QStringView key, bool& isNew)
+    {
+        const std::size_t mask = m_slots.size() - 1;
+        for (std::size_t slot = qHash(key) & mask;; slot = (slot + 1) & mask) {
+            const quint32 group = m_slots[slot];
+            if (group == none) {
+                m_slots[slot] = quint32(m_keys.size());
+                m_keys.push_back(key);
+                isNew = true;
+                return m_slots[slot];
+            }
+            if (m_keys[group] == key) {
+                isNew = false;
+                return group;
+            }
+        }
+    }
+
+    /// The group of key, or none.
+    quint32 lookUp(QStringView key) const
+    {
+        const std::size_t mask = m_slots.size() - 1;
+        for (std::size_t slot = qHash(key) & mask;; slot = (slot + 1) & mask) {
+            const quint32 group = m_slots[slot];
+            if (group == none || m_keys[group] == key) {
+                return group;
+            }
+        }
+    }
+
+private:
+    std::vector<quint32> m_slots;
+    std::vector<QStringView> m_keys;
+};
+
+// One entry of a folded table: the word it is written as, and the sum of its forms' counts.
 struct FoldedEntry {
-    QString form;
+    quint32 form;
     qint64 formCount;
     qint64 total;
 };
 
-bool isFoldedAscii(QStringView word)
+bool foldsToItself(QStringView word)
 {
     for (const QChar c : word) {
         if (c.unicode() >= 0x80 || (c >= QLatin1Char('A') && c <= QLatin1Char('Z'))) {
@@ -29,44 +82,83 @@ bool isFoldedAscii(QStringView word)
     return true;
 }
 
-// The more frequent of two forms of one word; of equal counts, the smaller in code units.
-bool isPreferredForm(QStringView word, qint64 count, const FoldedEntry& entry)
+bool isAscii(QStringView word)
 {
-    return count > entry.formCount ||
-           (count == entry.formCount && word.compare(entry.form, Qt::CaseSensitive) < 0);
+    for (const QChar c : word) {
+        if (c.unicode() >= 0x80) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// The folded keys of the table's words: views of the words where folding keeps them, else
+// of folded copies, which are all made before any view of them is taken.
+std::vector<QStringView> foldedKeys(const WordTable& table, std::vector<QString>& copies)
+{
+    const qsizetype n = table.size();
+    std::vector<qint32> copyOf(static_cast<std::size_t>(n), -1);
+    for (qsizetype i = 0; i < n; ++i) {
+        const QStringView word = table.word(i);
+        if (foldsToItself(word)) {
+            continue;
+        }
+        copyOf[std::size_t(i)] = qint32(copies.size());
+        // ASCII folds A to Z and nothing else; the rest is ICU's.
+        copies.push_back(isAscii(word) ? word.toString().toLower() : foldCase(word));
+    }
+    std::vector<QStringView> keys;
+    keys.reserve(std::size_t(n));
+    for (qsizetype i = 0; i < n; ++i) {
+        const qint32 copy = copyOf[std::size_t(i)];
+        keys.push_back(copy < 0 ? table.word(i) : QStringView(copies[std::size_t(copy)]));
+    }
+    return keys;
 }
 
 WordTable foldWordTable(const WordTable& table, const QSet<QString>& stopWords)
 {
-    QSet<QString> foldedStopWords;
-    foldedStopWords.reserve(stopWords.size());
+    std::vector<QString> copies;
+    const std::vector<QStringView> keys = foldedKeys(table, copies);
+    const qsizetype n = table.size();
+
+    CaseGroups groups(n);
+    std::vector<quint32> groupOf(static_cast<std::size_t>(n));
+    std::vector<FoldedEntry> entries;
+    // The table is in code-unit order, so of equal counts the first form met is the
+    // smallest, and a later one takes over only with a larger count.
+    for (qsizetype i = 0; i < n; ++i) {
+        bool isNew = false;
+        const quint32 group = groups.find(keys[std::size_t(i)], isNew);
+        groupOf[std::size_t(i)] = group;
+        const qint64 count = table.count(i);
+        if (isNew) {
+            entries.push_back({quint32(i), count, count});
+            continue;
+        }
+        FoldedEntry& entry = entries[group];
+        entry.total = addCounts(entry.total, count);
+        if (count > entry.formCount) {
+            entry.form = quint32(i);
+            entry.formCount = count;
+        }
+    }
+
+    std::vector<bool> stopped(entries.size(), false);
     for (const QString& word : stopWords) {
-        foldedStopWords.insert(foldCase(word));
-    }
-
-    QHash<QString, FoldedEntry> folded;
-    folded.reserve(table.size());
-    for (auto it = table.cbegin(); it != table.cend(); ++it) {
-        const QString key = foldCase(it.key());
-        if (foldedStopWords.contains(key)) {
-            continue;
-        }
-        const auto entry = folded.find(key);
-        if (entry == folded.end()) {
-            folded.insert(key, FoldedEntry{it.key().toString(), it.value(), it.value()});
-            continue;
-        }
-        entry->total = addCounts(entry->total, it.value());
-        if (isPreferredForm(it.key(), it.value(), *entry)) {
-            entry->form = it.key().toString();
-            entry->formCount = it.value();
+        if (const quint32 group = groups.lookUp(foldCase(word)); group != CaseGroups::none) {
+            stopped[group] = true;
         }
     }
 
+    // Each entry where its form stands, so the result keeps code-unit order.
     WordTable result;
-    result.reserve(folded.size(), table.size() * 8);
-    for (const FoldedEntry& entry : std::as_const(folded)) {
-        result.insert(entry.form, entry.total);
+    result.reserve(qsizetype(entries.size()), 0);
+    for (qsizetype i = 0; i < n; ++i) {
+        const quint32 group = groupOf[std::size_t(i)];
+        if (!stopped[group] && entries[group].form == quint32(i)) {
+            result.insert(table.word(i), entries[group].total);
+        }
     }
     return result;
 }
@@ -76,7 +168,7 @@ WordTable foldWordTable(const WordTable& table, const QSet<QString>& stopWords)
 QString foldCase(QStringView word)
 {
     // Most words are ASCII, where folding is lower-casing A to Z.
-    if (isFoldedAscii(word)) {
+    if (foldsToItself(word)) {
         return word.toString();
     }
     // Full folding makes a code unit at most three (U+0390 gives three); ICU counts in 32 bits.
