@@ -152,7 +152,7 @@ WordTable WordTable::merged(const WordTable& a, const WordTable& b)
     a.ensureOrdered();
     b.ensureOrdered();
     WordTable sum;
-    sum.reserve(a.size() + b.size(), qsizetype(a.m_text.size() + b.m_text.size()));
+    sum.reserve(a.size() + b.size(), qsizetype(a.m_text.size()) + qsizetype(b.m_text.size()));
     qsizetype i = 0;
     qsizetype j = 0;
     while (i < a.size() || j < b.size()) {
