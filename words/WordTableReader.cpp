@@ -5,6 +5,7 @@
 #include <QXmlStreamReader>
 #include <QtEndian>
 
+#include <algorithm>
 #include <cstring>
 
 namespace tallyvox {
@@ -40,8 +41,10 @@ public:
 
         WordTable table;
         // Every code unit of a key takes at least a byte of the file; untouched room costs
-        // no memory.
-        table.reserve(static_cast<qsizetype>(count), m_data.size());
+        // no memory, but it is address space, so a hostile size claims no more than this.
+        constexpr quint64 reservedAtMost = quint64(1) << 26;
+        table.reserve(qsizetype(std::min(count, reservedAtMost)),
+                      qsizetype(std::min(quint64(m_data.size()), reservedAtMost * 16)));
         const quint64 valueRefs = position + count * m_refSize;
         for (quint64 i = 0; i < count; ++i) {
             const quint64 keyRef = number(position + i * m_refSize, m_refSize);
