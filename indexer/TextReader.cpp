@@ -1,5 +1,7 @@
 #include "indexer/TextReader.h"
 
+#include "indexer/Progress.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
@@ -115,6 +117,10 @@ ssize_t readFully(int fd, char* buffer, std::size_t size)
             break;
         }
         done += static_cast<std::size_t>(n);
+    }
+    // Where in the file, rather than bytes added up: a file may be read more than once.
+    if (const off_t position = ::lseek(fd, 0, SEEK_CUR); position >= 0) {
+        progress::setRead(static_cast<std::uint64_t>(position));
     }
     return static_cast<ssize_t>(done);
 }

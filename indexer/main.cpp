@@ -4,14 +4,17 @@
 // line on standard error says why; 1 no table could be written; 2 a usage error.
 
 #include "indexer/DocumentReader.h"
+#include "indexer/Progress.h"
 #include "indexer/ResourceLimits.h"
 #include "indexer/ResultFile.h"
 #include "indexer/WordCounter.h"
 #include "support/TemporaryFolder.h"
 
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <string>
+#include <sys/stat.h>
 
 namespace {
 
@@ -38,9 +41,16 @@ int main(int argc, char** argv)
     }
     // A pathological document ends this process, never the application that waits for it.
     applyResourceCaps();
+    // Progress lines go to standard output; whoever reads them may stop listening, and
+    // the table still has to be written.
+    std::signal(SIGPIPE, SIG_IGN);
     const std::string folder = tallyvox::temporaryFolder();
     if (folder.empty()) {
         return 1;
+    }
+    struct stat input {};
+    if (::stat(argv[1], &input) == 0 && S_ISREG(input.st_mode)) {
+        progress::setTotal(static_cast<std::uint64_t>(input.st_size));
     }
     try {
         WordCounter counter;

@@ -1,5 +1,7 @@
 #include "indexer/readers/ByteSource.h"
 
+#include "indexer/Progress.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -25,7 +27,14 @@ ByteSource fileSource(const std::string& path)
         }
     });
     return [file](char* buf, std::size_t cap) -> std::size_t {
-        return file ? std::fread(buf, 1, cap, file.get()) : 0;
+        if (!file) {
+            return 0;
+        }
+        const std::size_t n = std::fread(buf, 1, cap, file.get());
+        if (const off_t position = ::ftello(file.get()); position >= 0) {
+            progress::setRead(static_cast<std::uint64_t>(position));
+        }
+        return n;
     };
 }
 

@@ -1,5 +1,7 @@
 #include "indexer/readers/PdfReader.h"
 
+#include "indexer/Progress.h"
+
 #include "indexer/readers/CutReport.h"
 #include "indexer/readers/ReadLimits.h"
 
@@ -186,6 +188,9 @@ public:
                 sink.text(text);
                 sink.boundary();
                 page = header.page + 1;
+                if (m_pages) {
+                    progress::setShare(page, *m_pages);
+                }
             }
             if (m_pages && page >= *m_pages) {
                 return page;

@@ -1,5 +1,7 @@
 #include "indexer/readers/ZipArchive.h"
 
+#include "indexer/Progress.h"
+
 #include "indexer/readers/CutReport.h"
 #include "indexer/readers/ReadLimits.h"
 
@@ -89,6 +91,10 @@ void ZipArchive::forEach(
                 return 0;
             }
             m_inflated += static_cast<std::uint64_t>(n);
+            // How much of the archive file is behind us, for the progress report.
+            if (!m_path.empty()) {
+                progress::setRead(static_cast<std::uint64_t>(archive_filter_bytes(raw, -1)));
+            }
             return static_cast<std::size_t>(n);
         };
         visit(std::string(name), data);
