@@ -19,7 +19,8 @@ constexpr int fadeMilliseconds = 300;
 } // namespace
 
 ApplicationShell::ApplicationShell(Desktop& desktop, PreferenceStore& preferences,
-                                   FileProcessor processor, IndexerStop* indexerStop)
+                                   FileProcessor processor, IndexerStop* indexerStop,
+                                   IndexerProgress* indexerProgress)
     : m_desktop(desktop), m_preferences(preferences), m_window(desktop),
       m_batch(m_window, desktop, preferences, std::move(processor), &m_gate),
       m_applicationCommands(desktop, m_batch,
@@ -37,6 +38,9 @@ ApplicationShell::ApplicationShell(Desktop& desktop, PreferenceStore& preference
             [this](CommandId command) { issueCommand(command, Origin::MainWindow); });
     connect(&m_window, &MainWindow::closeRequested, this,
             [this] { issueCommand(commands::Quit, Origin::MainWindow); });
+    if (indexerProgress) {
+        m_batch.showIndexerProgress(*indexerProgress);
+    }
     connect(&m_batch, &BatchRunner::farewellDue, this, &ApplicationShell::QuitWithFarewell);
     connect(&m_batch, &BatchRunner::runEnded, this, [this] {
         if (m_endAfterRun) {

@@ -11,6 +11,7 @@
 
 namespace tallyvox {
 
+class IndexerProgress;
 class IndexerStop;
 class PreferenceStore;
 
@@ -19,9 +20,11 @@ class PreferenceStore;
 class ApplicationShell : public QObject {
     Q_OBJECT
 public:
-    /// Quit ends the indexer through indexerStop, when there is one.
+    /// Quit ends the indexer through indexerStop, when there is one; the batch run shows
+    /// indexerProgress, when there is one.
     ApplicationShell(Desktop& desktop, PreferenceStore& preferences, FileProcessor processor,
-                     IndexerStop* indexerStop = nullptr);
+                     IndexerStop* indexerStop = nullptr,
+                     IndexerProgress* indexerProgress = nullptr);
     ~ApplicationShell() override;
 
     /// Restores the bounds against the screen rectangle, shows the window and adds

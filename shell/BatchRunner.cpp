@@ -5,9 +5,12 @@
 #include "shell/PlainFolder.h"
 #include "shell/WorkGate.h"
 #include "support/Desktop.h"
+#include "support/IndexerProgress.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 namespace tallyvox {
 
@@ -21,6 +24,9 @@ namespace {
     std::_Exit(EXIT_FAILURE);
 }
 
+// A file done sooner than this shows no progress of its own; the list of files does.
+constexpr int progressDelayMilliseconds = 500;
+
 } // namespace
 
 BatchRunner::BatchRunner(BatchView& view, Desktop& desktop, const PreferenceStore& preferences,
@@ -31,6 +37,12 @@ BatchRunner::BatchRunner(BatchView& view, Desktop& desktop, const PreferenceStor
     m_startTimer.setSingleShot(true);
     m_startTimer.setInterval(1);
     connect(&m_startTimer, &QTimer::timeout, this, &BatchRunner::runBatch);
+    m_progressDelay.setSingleShot(true);
+    m_progressDelay.setInterval(progressDelayMilliseconds);
+    connect(&m_progressDelay, &QTimer::timeout, this, [this] {
+        m_fileSlow = true;
+        showFileProgress();
+    });
     if (m_gate) {
         connect(m_gate, &WorkGate::released, this, [this] {
             if (std::exchange(m_waitingForGate, false)) {
@@ -38,6 +50,66 @@ BatchRunner::BatchRunner(BatchView& view, Desktop& desktop, const PreferenceStor
             }
         });
     }
+}
+
+void BatchRunner::showIndexerProgress(IndexerProgress& progress)
+{
+    connect(&progress, &IndexerProgress::progressed, this, [this](quint64 done, quint64 total) {
+        if (m_fileInProgress) {
+            m_fileRead = {done, total};
+            if (m_fileSlow) {
+                showFileProgress();
+            }
+        }
+    });
+}
+
+void BatchRunner::requestCancel()
+{
+    m_cancelRequested = true;
+    // The run still finishes the file in hand; the user sees at once that the click counted.
+    if (m_running) {
+        showFileProgress();
+    }
+}
+
+void BatchRunner::beginFileProgress(const QString& name)
+{
+    m_fileName = name;
+    m_fileRead.reset();
+    m_fileInProgress = true;
+    m_fileSlow = false;
+    m_progressDelay.start();
+}
+
+void BatchRunner::endFileProgress()
+{
+    m_progressDelay.stop();
+    m_fileInProgress = false;
+    if (std::exchange(m_progressShown, false) && !m_cancelRequested) {
+        m_view.showStatus(QString(), StatusTarget::ProgressText);
+    }
+}
+
+void BatchRunner::showFileProgress()
+{
+    QString text;
+    if (m_fileInProgress && m_fileSlow) {
+        if (m_fileRead && m_fileRead->second > 0) {
+            const quint64 percent =
+                std::min<quint64>(100, m_fileRead->first * 100 / m_fileRead->second);
+            text = QString::fromUtf16(batchTexts::filePercent)
+                       .arg(m_fileName, QString::number(percent));
+        } else {
+            text = QString::fromUtf16(batchTexts::fileReading).arg(m_fileName);
+        }
+    }
+    if (m_cancelRequested) {
+        text = text.isEmpty() ? QString::fromUtf16(batchTexts::stopping)
+                              : QString::fromUtf16(batchTexts::fileStopping).arg(text);
+    }
+    m_progressShown = true;
+    m_view.showStatus(text, StatusTarget::ProgressText);
 }
 
 void BatchRunner::openDocuments(const QStringList& paths)
@@ -111,11 +183,16 @@ void BatchRunner::runBatch()
         }
         m_view.showStatus(QString::fromUtf16(batchTexts::fileStatus).arg(*name),
                           StatusTarget::StatusText);
+        beginFileProgress(*name);
         m_processor(*file);
+        endFileProgress();
     }
     emit filesDone(m_quitRequested);
 
     m_view.setProgressVisible(false);
+    if (m_cancelRequested) {
+        m_view.showStatus(QString(), StatusTarget::ProgressText);
+    }
     if (error != noErr) {
         const QString name = m_current ? CopyFileName(*m_current).value_or(QString()) : QString();
         m_view.showErrorWindow(

@@ -13,6 +13,7 @@ namespace tallyvox {
 
 class BatchView;
 class Desktop;
+class IndexerProgress;
 class PreferenceStore;
 class WorkGate;
 
@@ -30,6 +31,11 @@ inline constexpr char16_t errorWindowText[] =
 inline constexpr char16_t notAFileMessage[] =
     u"One or more items you dropped on Tallyvox was not a file.";
 inline constexpr char16_t notAFileExplanation[] = u"Tallyvox only extracts words from files.";
+// The progress text while one file takes a while, and once the stop button was heard.
+inline constexpr char16_t filePercent[] = u"%1: %2% read";
+inline constexpr char16_t fileReading[] = u"%1: reading\u2026";
+inline constexpr char16_t stopping[] = u"Stopping after this file\u2026";
+inline constexpr char16_t fileStopping[] = u"%1 \u2014 stopping after this file\u2026";
 } // namespace batchTexts
 
 /// The open-documents queue and the batch run over it. Every way in (launch
@@ -52,8 +58,10 @@ public:
     /// Processes every pending item with progress, then reports and maybe quits.
     void runBatch();
 
-    /// The stop button: the run ends before its next file.
-    void requestCancel() { m_cancelRequested = true; }
+    /// The stop button: the run ends before its next file, and says so at once.
+    void requestCancel();
+    /// Shows how far the indexer has read a file that takes longer than half a second.
+    void showIndexerProgress(IndexerProgress& progress);
     /// Quit: no further file is begun in this process.
     void requestQuit() { m_quitRequested = true; }
     bool quitRequested() const { return m_quitRequested; }
@@ -73,6 +81,10 @@ signals:
     void farewellDue();
 
 private:
+    void beginFileProgress(const QString& name);
+    void endFileProgress();
+    void showFileProgress();
+
     BatchView& m_view;
     Desktop& m_desktop;
     const PreferenceStore& m_preferences;
@@ -86,6 +98,14 @@ private:
     bool m_quitRequested = false;
     bool m_running = false;
     bool m_waitingForGate = false;
+    // The file in progress: its name, whether it has taken long enough to show its progress,
+    // and the indexer's last report.
+    QString m_fileName;
+    QTimer m_progressDelay;
+    bool m_fileInProgress = false;
+    bool m_fileSlow = false;
+    std::optional<std::pair<quint64, quint64>> m_fileRead;
+    bool m_progressShown = false;
 };
 
 } // namespace tallyvox

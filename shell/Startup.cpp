@@ -15,6 +15,7 @@
 #include "shell/ServiceBus.h"
 #include "shell/ServiceRequests.h"
 #include "shell/WaylandClipboard.h"
+#include "support/IndexerProgress.h"
 #include "support/IndexerStop.h"
 #include "support/TemporaryFolder.h"
 #include "words/WordContext.h"
@@ -97,8 +98,9 @@ WordContext wordContext(Desktop& desktop, const PreferenceStore& preferences,
                         const TemporaryFolderLease& temporary, IndexerStop* stop = nullptr,
                         WordListRun* run = nullptr)
 {
-    WordContext context{desktop,          preferences, defaultIndexerDirectory(),
-                        temporary.path(), stop,        indexerTimeBase()};
+    WordContext context{desktop, preferences, defaultIndexerDirectory(), temporary.path()};
+    context.stop = stop;
+    context.indexerTimeBase = indexerTimeBase();
     context.run = run;
     return context;
 }
@@ -342,11 +344,14 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
     PreferenceStore preferences;
     const TemporaryFolderLease temporary;
     IndexerStop indexerStop;
+    IndexerProgress indexerProgress;
     const WordContext context = wordContext(*desktop, preferences, temporary, &indexerStop);
     WordListRun listRun;
-    const WordContext batchContext =
+    WordContext batchContext =
         wordContext(*desktop, preferences, temporary, &indexerStop, &listRun);
-    ApplicationShell shell(*desktop, preferences, extractWords(batchContext), &indexerStop);
+    batchContext.progress = &indexerProgress;
+    ApplicationShell shell(*desktop, preferences, extractWords(batchContext), &indexerStop,
+                           &indexerProgress);
     connectWordListRun(shell.batch(), listRun, batchContext);
     QObject::connect(&shell, &ApplicationShell::eventLoopEndRequested, &app,
                      &QCoreApplication::quit);

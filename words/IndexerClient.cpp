@@ -2,6 +2,7 @@
 #include "support/FilePath.h"
 
 #include "support/Desktop.h"
+#include "support/IndexerProgress.h"
 #include "support/IndexerStop.h"
 #include "words/WordTableReader.h"
 
@@ -39,6 +40,9 @@ constexpr qsizetype errorOutputLimit = qsizetype{64} * 1024;
 
 // Each run may take one second longer per this many bytes of input.
 constexpr qint64 bytesPerExtraSecond = qint64{10} * 1024 * 1024;
+
+// The indexer's progress lines are short; anything longer is not one of them.
+constexpr qint64 progressLineLimit = 128;
 
 // After SIGKILL the child is gone within moments; this only bounds a wait that cannot hang.
 constexpr int reapMilliseconds = 5000;
@@ -143,7 +147,10 @@ void configure(QProcess& process, const WordContext& context, const QString& pos
     environment.insert(QStringLiteral("TMPDIR"), runFolder);
     process.setProcessEnvironment(environment);
     process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardOutputFile(QProcess::nullDevice());
+    // Standard output carries the indexer's progress lines, read only where someone shows them.
+    if (!context.progress) {
+        process.setStandardOutputFile(QProcess::nullDevice());
+    }
     process.setProcessChannelMode(QProcess::SeparateChannels);
     // In the child, before exec: its own process group, and death with its parent. The
     // parent may already be gone by then; the indexer must not outlive it either way.
@@ -161,9 +168,31 @@ void configure(QProcess& process, const WordContext& context, const QString& pos
     });
 }
 
+// Passes on each "progress DONE TOTAL" line; other output, whole or in pieces, is dropped.
+void readProgress(QProcess& process, IndexerProgress& progress)
+{
+    process.setReadChannel(QProcess::StandardOutput);
+    while (process.canReadLine()) {
+        const QByteArray line = process.readLine(progressLineLimit);
+        const QList<QByteArray> fields = line.trimmed().split(' ');
+        bool doneOk = false;
+        bool totalOk = false;
+        if (fields.size() == 3 && fields.at(0) == "progress") {
+            const quint64 done = fields.at(1).toULongLong(&doneOk);
+            const quint64 total = fields.at(2).toULongLong(&totalOk);
+            if (doneOk && totalOk) {
+                progress.report(done, total);
+            }
+        }
+    }
+    if (process.bytesAvailable() > progressLineLimit) {
+        process.readAll();
+    }
+}
+
 // A nested loop rather than a blocking wait, so that stop and quit commands still arrive
 // while a long document is indexed.
-Ending runToEnd(QProcess& process, std::chrono::milliseconds limit, IndexerStop* stop,
+Ending runToEnd(QProcess& process, std::chrono::milliseconds limit, const WordContext& context,
                 QByteArray& errors)
 {
     QEventLoop loop;
@@ -185,8 +214,12 @@ Ending runToEnd(QProcess& process, std::chrono::milliseconds limit, IndexerStop*
     QTimer timer;
     timer.setSingleShot(true);
     QObject::connect(&timer, &QTimer::timeout, &loop, [&] { end(Ending::TimedOut); });
-    if (stop) {
-        QObject::connect(stop, &IndexerStop::stopped, &loop, [&] { end(Ending::Stopped); });
+    if (context.stop) {
+        QObject::connect(context.stop, &IndexerStop::stopped, &loop, [&] { end(Ending::Stopped); });
+    }
+    if (context.progress) {
+        QObject::connect(&process, &QProcess::readyReadStandardOutput, &loop,
+                         [&] { readProgress(process, *context.progress); });
     }
 
     process.start();
@@ -284,7 +317,7 @@ std::optional<WordTable> RunIndexer(const WordContext& context, const QString& p
     configure(process, context, posixPath, executableName, *runFolder);
     const std::chrono::milliseconds limit = timeLimit(context, posixPath);
     QByteArray errors;
-    const Ending ending = runToEnd(process, limit, context.stop, errors);
+    const Ending ending = runToEnd(process, limit, context, errors);
     logRun(context.desktop, process, ending, errors, executableName, limit);
 
     std::optional<WordTable> result;

@@ -7,6 +7,7 @@
 namespace tallyvox {
 
 class Desktop;
+class IndexerProgress;
 class IndexerStop;
 class PreferenceStore;
 class WordListRun;
@@ -30,6 +31,8 @@ struct WordContext {
     /// list that cannot be read once; none for a service request, whose one list is a run
     /// of its own.
     WordListRun* run = nullptr;
+    /// Hears how far the running indexer has read; none where nothing shows it.
+    IndexerProgress* progress = nullptr;
 };
 
 /// libexec/tallyvox beside the running program's bin/ folder, in the build tree as installed.

@@ -1,6 +1,7 @@
 #include "shell/BatchRunner.h"
 #include "prefs/PreferenceStore.h"
 #include "shell/BatchView.h"
+#include "support/IndexerProgress.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 
@@ -170,6 +171,61 @@ private slots:
         w.onFile = {};
         w.runToEnd({paths.first()});
         QCOMPARE(w.processed.size(), quit ? 0 : 1);
+    }
+
+    // A file that takes longer than half a second shows in the progress text how far the
+    // indexer has read it; the stop button is acknowledged there at once. Each step of a
+    // file: "wait" 600 ms, "R/T" a report, "stop" the stop button. shown: the progress
+    // texts, "|" after each.
+    void progressWithinAFile_data()
+    {
+        QTest::addColumn<QString>("steps");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("quick file: nothing") << u"1/4"_s << QString();
+        QTest::newRow("slow file")
+            << u"wait 1/4 3/4"_s << u"f1: reading\u2026|f1: 25% read|f1: 75% read||"_s;
+        QTest::newRow("size unknown")
+            << u"wait 10/0"_s << u"f1: reading\u2026|f1: reading\u2026||"_s;
+        QTest::newRow("more than the size")
+            << u"wait 9/4"_s << u"f1: reading\u2026|f1: 100% read||"_s;
+        QTest::newRow("stop on a quick file") << u"stop"_s << u"Stopping after this file\u2026||"_s;
+        QTest::newRow("stop on a slow file")
+            << u"wait 3/4 stop"_s
+            << u"f1: reading\u2026|f1: 75% read|"
+               u"f1: 75% read \u2014 stopping after this file\u2026||"_s;
+    }
+    void progressWithinAFile()
+    {
+        QFETCH(QString, steps);
+        QFETCH(QString, shown);
+        World w;
+        IndexerProgress progress;
+        w.batch.showIndexerProgress(progress);
+        w.onFile = [&](const FileRef& file) {
+            if (file.name() != u"f1"_s) {
+                return;
+            }
+            for (const QString& step : steps.split(u' ')) {
+                if (step == u"wait"_s) {
+                    QTest::qWait(600);
+                } else if (step == u"stop"_s) {
+                    w.batch.requestCancel();
+                } else {
+                    progress.report(step.section(u'/', 0, 0).toULongLong(),
+                                    step.section(u'/', 1).toULongLong());
+                }
+            }
+        };
+        w.runToEnd(w.make(u"f1 f2"_s));
+        QString texts;
+        for (const QString& line : w.view.matching(u"status2:"_s)) {
+            texts += line.mid(8) + u'|';
+        }
+        QCOMPARE(texts, shown);
+        QCOMPARE(w.processed.size(), steps.contains(u"stop"_s) ? 1 : 2);
+        // Reports outside a file are not shown.
+        progress.report(1, 2);
+        QCOMPARE(w.view.matching(u"status2:"_s).size(), shown.count(u'|'));
     }
 
     // The run tells the application where its files begin and end, so that it can write one

@@ -1,6 +1,7 @@
 #include "tests/common/TestEnvironment.h"
 
 #include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QProcess>
 #include <QStandardPaths>
@@ -38,6 +39,13 @@ QString shoot(const QString& title, const QString& file)
     QTest::qWait(700);
     run(u"import"_s, {u"-window"_s, window, QStringLiteral(TALLYVOX_SCREENSHOT_DIR "/") + file});
     return window;
+}
+
+// The same for a window already found, once the app has had time to draw its new state.
+void shootAgain(const QString& window, const QString& file)
+{
+    QTest::qWait(700);
+    run(u"import"_s, {u"-window"_s, window, QStringLiteral(TALLYVOX_SCREENSHOT_DIR "/") + file});
 }
 
 // Focuses a window and types a key combination into it.
@@ -82,21 +90,8 @@ private slots:
     void mainAndPreferencesWindows()
     {
         tallyvox::testing::TestEnvironment env;
-        QDir().mkpath(QStringLiteral(TALLYVOX_SCREENSHOT_DIR));
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
         QProcess app;
-        app.setProcessEnvironment(environment);
-        app.setProcessChannelMode(QProcess::ForwardedChannels);
-        // A program that could not reach the fresh server ends at once: start it again.
-        QString mainWindow;
-        for (int attempt = 0; attempt < 3 && mainWindow.isEmpty(); ++attempt) {
-            if (app.state() == QProcess::NotRunning) {
-                app.start(QStringLiteral(TALLYVOX_BUILD_BIN_DIR "/tallyvox"), {});
-                QVERIFY(app.waitForStarted());
-            }
-            mainWindow = shoot(u"Tallyvox"_s, u"main-window.png"_s);
-        }
+        const QString mainWindow = startAndShoot(app, {}, u"main-window.png"_s);
         QVERIFY(!mainWindow.isEmpty());
         QVERIFY(pressUntil(mainWindow, u"ctrl+comma"_s,
                            [] { return !findWindow(u"Tallyvox Preferences"_s).isEmpty(); }));
@@ -109,7 +104,65 @@ private slots:
                            [&app] { return app.state() == QProcess::NotRunning; }));
         QCOMPARE(app.exitCode(), 0);
 
-        for (const char* name : {"main-window.png", "preferences-window.png", "about-window.png"}) {
+        checkPictures({"main-window.png", "preferences-window.png", "about-window.png"});
+    }
+
+    // A file that takes seconds (UTF-16 text goes through a converter) shows how far it is
+    // read; Esc is the stop button, and the stop is acknowledged while the file goes on.
+    void progressWithinALongFile()
+    {
+        tallyvox::testing::TestEnvironment env;
+        const QString path = env.root() + u"/Long report.txt"_s;
+        {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            const QString line =
+                u"Καλημέρα κόσμε, 漢字のテスト, слово and word.\n"_s.repeated(20'000);
+            const QByteArray block(reinterpret_cast<const char*>(line.utf16()), line.size() * 2);
+            file.write("\xff\xfe");
+            for (qint64 written = 0; written < qint64{200} << 20; written += block.size()) {
+                file.write(block);
+            }
+        }
+        QProcess app;
+        const QString mainWindow = startAndShoot(app, {path}, u"progress-text.png"_s);
+        QVERIFY(!mainWindow.isEmpty());
+        press(mainWindow, u"Escape"_s);
+        shootAgain(mainWindow, u"stop-acknowledged.png"_s);
+        QVERIFY(app.state() == QProcess::Running);
+        QVERIFY(pressUntil(mainWindow, u"ctrl+q"_s,
+                           [&app] { return app.state() == QProcess::NotRunning; }));
+        checkPictures({"progress-text.png", "stop-acknowledged.png"});
+    }
+
+private:
+    // Starts the program on the X server with these arguments and keeps a picture of its
+    // main window; gives the window's id, empty when it never came.
+    static QString startAndShoot(QProcess& app, const QStringList& arguments,
+                                 const QString& picture)
+    {
+        QDir().mkpath(QStringLiteral(TALLYVOX_SCREENSHOT_DIR));
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+        app.setProcessEnvironment(environment);
+        app.setProcessChannelMode(QProcess::ForwardedChannels);
+        // A program that could not reach the fresh server ends at once: start it again.
+        QString mainWindow;
+        for (int attempt = 0; attempt < 3 && mainWindow.isEmpty(); ++attempt) {
+            if (app.state() == QProcess::NotRunning) {
+                app.start(QStringLiteral(TALLYVOX_BUILD_BIN_DIR "/tallyvox"), arguments);
+                if (!app.waitForStarted()) {
+                    return {};
+                }
+            }
+            mainWindow = shoot(u"Tallyvox"_s, picture);
+        }
+        return mainWindow;
+    }
+
+    static void checkPictures(std::initializer_list<const char*> names)
+    {
+        for (const char* name : names) {
             const QImage image(QStringLiteral(TALLYVOX_SCREENSHOT_DIR "/") + QLatin1String(name));
             QVERIFY2(image.width() > 200 && image.height() > 100, name);
         }

@@ -1,5 +1,6 @@
 #include "words/IndexerClient.h"
 #include "prefs/PreferenceStore.h"
+#include "support/IndexerProgress.h"
 #include "support/IndexerStop.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
@@ -83,6 +84,25 @@ struct World {
     {
         return BuildWordTable(context(ownIndexers),
                               *FileRef::fromPath(env.writeFile(name, content)));
+    }
+    // Every report the indexer's run passes on, as "done/total".
+    QStringList reportsOf(const QString& name, const QByteArray& content, bool ownIndexers,
+                          WordTable* table = nullptr)
+    {
+        IndexerProgress progress;
+        QStringList reports;
+        QObject::connect(&progress, &IndexerProgress::progressed, &progress,
+                         [&](quint64 done, quint64 total) {
+                             reports.append(QStringLiteral("%1/%2").arg(done).arg(total));
+                         });
+        WordContext withProgress = context(ownIndexers);
+        withProgress.progress = &progress;
+        WordTable result =
+            BuildWordTable(withProgress, *FileRef::fromPath(env.writeFile(name, content)));
+        if (table) {
+            *table = std::move(result);
+        }
+        return reports;
     }
     bool logged(const QString& part) const { return desktop.logLines().filter(part).size() == 1; }
 
@@ -254,6 +274,50 @@ private slots:
         QVERIFY(BuildWordTable(world.context(), *FileRef::fromPath(path)).isEmpty());
         QCOMPARE(world.calls(), QList<QStringList>());
         QVERIFY(world.logged(QStringLiteral("\"%1\" is %2, not a document").arg(path, kind)));
+    }
+
+    // Progress lines on the indexer's standard output are passed on as they come; anything
+    // else there is dropped, and the table is read as before.
+    void progressLinesArePassedOn()
+    {
+        World world;
+        world.writeIndexer(QStringLiteral("SearchKitIndexer"),
+                           "echo 'progress 10 100'\necho 'not a report'\necho 'progress x 1'\n"
+                           "head -c 5000 /dev/zero | tr '\\0' a\necho 'progress 100 100'\n"
+                           "cat > \"$TMPDIR/index-1964.dat\" <<'EOF'\n" +
+                               dictionaryOf("done") + "EOF\n");
+        WordTable table;
+        QCOMPARE(world.reportsOf(QStringLiteral("a.txt"), "hello", true, &table),
+                 QStringList({QStringLiteral("10/100"), QStringLiteral("100/100")}));
+        QCOMPARE(table.keys(), QStringList{QStringLiteral("done")});
+    }
+
+    // The real indexer reports its place in the file, up to the file's size; at its own
+    // pace a short file says nothing.
+    void realIndexerReportsHowFarItHasRead()
+    {
+        World world;
+        QByteArray text;
+        for (int i = 0; i < 1'000'000; ++i) {
+            text += "word ";
+        }
+        QVERIFY(world.reportsOf(QStringLiteral("short.txt"), "a few words", false).isEmpty());
+
+        qputenv("TALLYVOX_PROGRESS_MS", "0");
+        WordTable table;
+        const QStringList reports =
+            world.reportsOf(QStringLiteral("long.txt"), text, false, &table);
+        qunsetenv("TALLYVOX_PROGRESS_MS");
+        QCOMPARE(table.value(QStringLiteral("word")), 1'000'000);
+        QVERIFY(reports.size() >= 2);
+        quint64 last = 0;
+        for (const QString& report : reports) {
+            QCOMPARE(report.section(u'/', 1).toULongLong(), quint64(text.size()));
+            const quint64 done = report.section(u'/', 0, 0).toULongLong();
+            QVERIFY(done >= last);
+            last = done;
+        }
+        QCOMPARE(last, quint64(text.size()));
     }
 
     void stopEndsTheRunningIndexerAndAnyLater()
