@@ -236,6 +236,10 @@ Ending runToEnd(QProcess& process, std::chrono::milliseconds limit, const WordCo
         }
     }
     collectErrors(process, errors);
+    // The last lines may come with the end of the process, after the loop has stopped.
+    if (context.progress) {
+        readProgress(process, *context.progress);
+    }
     return ending;
 }
 

@@ -283,7 +283,7 @@ private slots:
         World world;
         world.writeIndexer(QStringLiteral("SearchKitIndexer"),
                            "echo 'progress 10 100'\necho 'not a report'\necho 'progress x 1'\n"
-                           "head -c 5000 /dev/zero | tr '\\0' a\necho 'progress 100 100'\n"
+                           "head -c 5000 /dev/zero | tr '\\0' a\necho\necho 'progress 100 100'\n"
                            "cat > \"$TMPDIR/index-1964.dat\" <<'EOF'\n" +
                                dictionaryOf("done") + "EOF\n");
         WordTable table;
