@@ -43,10 +43,11 @@ void reportWhenDue()
     const int length = std::snprintf(line, sizeof line, "progress %llu %llu\n",
                                      static_cast<unsigned long long>(done.load()),
                                      static_cast<unsigned long long>(total.load()));
-    // One write, unbuffered: a page reader's child shares the descriptor, and a reader
-    // that has gone away must not stop the indexing.
-    if (length > 0 && ::write(STDOUT_FILENO, line, static_cast<std::size_t>(length)) < 0) {
-        return;
+    // One write, unbuffered: a page reader's child shares the descriptor. A failed write
+    // (nobody listening) is no reason to stop indexing, so its result is not looked at.
+    if (length > 0) {
+        [[maybe_unused]] const ssize_t written =
+            ::write(STDOUT_FILENO, line, static_cast<std::size_t>(length));
     }
 }
 
@@ -63,12 +64,6 @@ void setShare(std::uint64_t part, std::uint64_t whole)
 void setTotal(std::uint64_t bytes)
 {
     total.store(bytes, std::memory_order_relaxed);
-}
-
-void addRead(std::uint64_t bytes)
-{
-    done.fetch_add(bytes, std::memory_order_relaxed);
-    reportWhenDue();
 }
 
 void setRead(std::uint64_t bytes)

@@ -12,9 +12,6 @@ namespace tallyvox::indexer::progress {
 /// The input's size in bytes; 0 when it is not known.
 void setTotal(std::uint64_t bytes);
 
-/// So many more bytes of the input were read.
-void addRead(std::uint64_t bytes);
-
 /// This much of the input is read now, for readers that know their place otherwise (a
 /// page of so many, a position in an archive).
 void setRead(std::uint64_t bytes);

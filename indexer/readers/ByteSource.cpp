@@ -3,6 +3,7 @@
 #include "indexer/Progress.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -26,14 +27,15 @@ ByteSource fileSource(const std::string& path)
             std::fclose(f);
         }
     });
-    return [file](char* buf, std::size_t cap) -> std::size_t {
+    // The file is read once from its start, so the bytes handed out are its position; asking
+    // the stream (ftello) would cost a system call per read.
+    return [file, position = std::uint64_t{0}](char* buf, std::size_t cap) mutable -> std::size_t {
         if (!file) {
             return 0;
         }
         const std::size_t n = std::fread(buf, 1, cap, file.get());
-        if (const off_t position = ::ftello(file.get()); position >= 0) {
-            progress::setRead(static_cast<std::uint64_t>(position));
-        }
+        position += n;
+        progress::setRead(position);
         return n;
     };
 }
