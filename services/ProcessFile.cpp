@@ -4,7 +4,6 @@
 #include "services/DecodeAndSave.h"
 #include "support/Desktop.h"
 #include "support/FileRefPaths.h"
-#include "support/IndexerStop.h"
 #include "words/IndexerClient.h"
 #include "words/WordList.h"
 
@@ -68,11 +67,81 @@ std::optional<QString> decodeDetected(const QByteArray& bytes)
     return decodeStrictly(bytes, charset.constData());
 }
 
-// The indexer was ended by Quit: its empty table is no count to show.
-bool quitting(const WordContext& context)
-{
-    return context.stop && context.stop->isStopped();
-}
+// The word or character count of a file: the indexer's table, summed as the table comes
+// in, and shown when the job commits. Nothing is shown when Quit ended the indexer.
+class CountJob final : public FileJob {
+public:
+    CountJob(const WordContext& context, FileRef file, ProcessMode mode)
+        : m_context(context), m_file(std::move(file)), m_mode(mode)
+    {}
+
+    void start() override
+    {
+        m_words = BuildWordTable(m_context, m_file);
+        connect(m_words.get(), &WordTableJob::progressed, this, &FileJob::progressed);
+        connect(m_words.get(), &WordTableJob::finished, this, [this] {
+            m_total = m_mode == ProcessMode::WordCount ? wordCount(m_words->table())
+                                                       : characterCount(m_words->table());
+            m_stopped = m_words->ending() == IndexerEnding::Stopped;
+            becomeReady();
+        });
+    }
+    void stop() override { m_words->stop(); }
+    Status commit() override
+    {
+        if (!m_stopped) {
+            m_context.desktop.alert((m_mode == ProcessMode::WordCount
+                                         ? QStringLiteral("Word count: %1")
+                                         : QStringLiteral("Content character count: %1"))
+                                        .arg(m_total));
+        }
+        return noErr;
+    }
+
+private:
+    // Occurrences, not distinct words; wide enough not to wrap.
+    static qint64 wordCount(const WordTable& table)
+    {
+        qint64 total = 0;
+        for (const qint64 count : table) {
+            total += countToInt32(count).value_or(0);
+        }
+        return total;
+    }
+    // Only the words' own characters, in UTF-16 units: separators are not counted.
+    static qint64 characterCount(const WordTable& table)
+    {
+        qint64 total = 0;
+        for (auto it = table.cbegin(); it != table.cend(); ++it) {
+            total += it.key().size() * qint64{countToInt32(it.value()).value_or(0)};
+        }
+        return total;
+    }
+
+    WordContext m_context;
+    FileRef m_file;
+    ProcessMode m_mode;
+    std::unique_ptr<WordTableJob> m_words;
+    qint64 m_total = 0;
+    bool m_stopped = false;
+};
+
+// Decoding needs no indexer: it is all done when the job commits.
+class DecodeJob final : public FileJob {
+public:
+    DecodeJob(Desktop& desktop, FileRef file) : m_desktop(desktop), m_file(std::move(file)) {}
+    void start() override { becomeReady(); }
+    void stop() override {}
+    Status commit() override
+    {
+        DecodeBase64File(m_desktop, m_file);
+        return noErr;
+    }
+
+private:
+    Desktop& m_desktop;
+    FileRef m_file;
+};
 
 // A regular file's bytes, read whole when it is not larger than limit. Opened without
 // waiting, so a named pipe without a writer cannot hold the application.
@@ -99,48 +168,25 @@ std::optional<QByteArray> readRegularFile(const QString& path, qint64 limit)
 
 } // namespace
 
-Status ProcessFile(const WordContext& context, const FileRef& file, ProcessMode mode)
+std::unique_ptr<FileJob> ProcessFile(const WordContext& context, const FileRef& file,
+                                     ProcessMode mode, WordListRun* run)
 {
     const std::optional<QString> name = CopyFileName(file);
     if (!name) {
-        return noErr;
+        return nullptr;
     }
-
     switch (mode) {
     case ProcessMode::ExtractWords:
-        return writeWordList(context, file, *name);
-    case ProcessMode::WordCount: {
-        // Occurrences, not distinct words; wide enough not to wrap.
-        qint64 total = 0;
-        for (const qint64 count : BuildWordTable(context, file)) {
-            total += countToInt32(count).value_or(0);
-        }
-        if (quitting(context)) {
-            break;
-        }
-        context.desktop.alert(QStringLiteral("Word count: %1").arg(total));
-        break;
-    }
-    case ProcessMode::CharCount: {
-        // Only the words' own characters, in UTF-16 units: separators are not counted.
-        qint64 total = 0;
-        const WordTable table = BuildWordTable(context, file);
-        for (auto it = table.cbegin(); it != table.cend(); ++it) {
-            total += it.key().size() * qint64{countToInt32(it.value()).value_or(0)};
-        }
-        if (quitting(context)) {
-            break;
-        }
-        context.desktop.alert(QStringLiteral("Content character count: %1").arg(total));
-        break;
-    }
+        return std::make_unique<WordListJob>(context, file, *name, run);
+    case ProcessMode::WordCount:
+    case ProcessMode::CharCount:
+        return std::make_unique<CountJob>(context, file, mode);
     case ProcessMode::DecodeBase64:
-        DecodeBase64File(context.desktop, file);
-        break;
+        return std::make_unique<DecodeJob>(context.desktop, file);
     default:
         break;
     }
-    return noErr;
+    return nullptr;
 }
 
 std::optional<QString> ReadFileAsText(const QString& path)

@@ -1,13 +1,17 @@
 #pragma once
 
 #include "support/FileRef.h"
+#include "words/FileJob.h"
 #include "words/WordContext.h"
 
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 namespace tallyvox {
+
+class WordListRun;
 
 /// The operation applied to one input. Scoped, because the services share some of these
 /// names with the operations they stand for (SaveGraphicData, SpellOutNumber). Any 32-bit
@@ -25,11 +29,13 @@ enum class ProcessMode : qint32 {
 /// times its size in memory.
 inline constexpr qint64 largestFileReadAsText = qint64{32} * 1024 * 1024;
 
-/// Applies mode to an existing file: writes and opens its word list, shows its word or
-/// character count, or decodes its text as Base64 and saves the result. Other modes, and
-/// files whose name cannot be read, do nothing. Failures show nothing; the status is that
-/// of a word list that could not be written (logged), else noErr.
-Status ProcessFile(const WordContext& context, const FileRef& file, ProcessMode mode);
+/// Applies mode to an existing file, as a job to start and then commit: it writes and
+/// opens the file's word list, shows its word or character count, or decodes its text as
+/// Base64 and saves the result. Nothing for other modes and for files whose name cannot be
+/// read. Failures show nothing; a job's commit status is that of a word list that could
+/// not be written (logged), else noErr. run: the batch run a word list belongs to.
+std::unique_ptr<FileJob> ProcessFile(const WordContext& context, const FileRef& file,
+                                     ProcessMode mode, WordListRun* run = nullptr);
 
 /// Reads the file as text (detected encoding, then UTF-8, ISO Latin 1, Mac OS Roman) and
 /// hands it to decode-and-save; nothing happens when no reading works. A file larger than

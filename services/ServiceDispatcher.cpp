@@ -52,57 +52,6 @@ std::optional<FileRef> fileNamedByText(const QString& text)
     return std::nullopt;
 }
 
-void performOnText(const WordContext& words, const QString& text, ProcessMode mode)
-{
-    if (const std::optional<FileRef> file = fileNamedByText(text)) {
-        ProcessFile(words, *file, mode);
-        return;
-    }
-    switch (mode) {
-    case ProcessMode::CharCount:
-        // The selection's own UTF-16 length, unlike a file's count of word characters.
-        words.desktop.alert(QStringLiteral("Character count: %1").arg(text.size()));
-        break;
-    case ProcessMode::DecodeBase64:
-        DecodeAndSaveBase64(words.desktop, text);
-        break;
-    case ProcessMode::SpellOutNumber:
-        SpellOutNumber(words.desktop, text);
-        break;
-    case ProcessMode::SaveGraphicData:
-        SaveGraphicData(words.desktop, text);
-        break;
-    default: {
-        // Every other value, unknown names included, reuses the file pipeline.
-        std::optional<FileRef> file;
-        if (WriteTextToTemporaryFile(words.temporaryFolder, text, file)) {
-            ProcessFile(words, *file, mode);
-        }
-        break;
-    }
-    }
-}
-
-void perform(const WordContext& words, const ServiceRequest& request)
-{
-    if (!request.messageName) {
-        return;
-    }
-    const ProcessMode mode = ServiceModeForMessage(*request.messageName);
-    if (!request.pasteboard) {
-        return;
-    }
-    std::optional<FileRef> file;
-    if (ReadFileURLFromPasteboard(*request.pasteboard, file)) {
-        // Whatever the mode: ProcessFile ignores the text-only ones.
-        ProcessFile(words, *file, mode);
-        return;
-    }
-    if (const std::optional<QString> text = ReadTextFromPasteboard(*request.pasteboard)) {
-        performOnText(words, *text, mode);
-    }
-}
-
 } // namespace
 
 ProcessMode ServiceModeForMessage(const QString& messageName)
@@ -115,15 +64,109 @@ ProcessMode ServiceModeForMessage(const QString& messageName)
     return ProcessMode{0};
 }
 
-Status HandleServicePerform(const ServiceContext& context, const ServiceRequest& request)
+ServiceJob::ServiceJob(ServiceContext context, ServiceRequest request)
+    : m_context(std::move(context)), m_request(std::move(request))
+{}
+
+ServiceJob::~ServiceJob() = default;
+
+void ServiceJob::start()
 {
     // First, for every request, before anything is looked at.
-    context.words.desktop.raiseApplication();
-    perform(context.words, request);
-    if (context.words.preferences.GetQuitWhenDone() && context.armQuitTimer) {
-        context.armQuitTimer(quitDelay);
+    m_context.words.desktop.raiseApplication();
+    perform();
+    if (!m_file) {
+        becomeReady();
+        return;
+    }
+    connect(m_file.get(), &FileJob::progressed, this, &FileJob::progressed);
+    connect(m_file.get(), &FileJob::ready, this, &ServiceJob::becomeReady);
+    m_file->start();
+}
+
+// What the request asks for: a file operation begun now, or text kept for the commit.
+void ServiceJob::perform()
+{
+    if (!m_request.messageName || !m_request.pasteboard) {
+        return;
+    }
+    const WordContext& words = m_context.words;
+    m_mode = ServiceModeForMessage(*m_request.messageName);
+    std::optional<FileRef> file;
+    if (ReadFileURLFromPasteboard(*m_request.pasteboard, file)) {
+        // Whatever the mode: ProcessFile ignores the text-only ones.
+        m_file = ProcessFile(words, *file, m_mode);
+        return;
+    }
+    const std::optional<QString> text = ReadTextFromPasteboard(*m_request.pasteboard);
+    if (!text) {
+        return;
+    }
+    if (const std::optional<FileRef> named = fileNamedByText(*text)) {
+        m_file = ProcessFile(words, *named, m_mode);
+        return;
+    }
+    switch (m_mode) {
+    case ProcessMode::CharCount:
+    case ProcessMode::DecodeBase64:
+    case ProcessMode::SpellOutNumber:
+    case ProcessMode::SaveGraphicData:
+        m_text = text;
+        break;
+    default: {
+        // Every other value, unknown names included, reuses the file pipeline.
+        std::optional<FileRef> copy;
+        if (WriteTextToTemporaryFile(words.temporaryFolder, *text, copy)) {
+            m_file = ProcessFile(words, *copy, m_mode);
+        }
+        break;
+    }
+    }
+}
+
+void ServiceJob::stop()
+{
+    if (m_file) {
+        m_file->stop();
+    }
+}
+
+Status ServiceJob::commit()
+{
+    Desktop& desktop = m_context.words.desktop;
+    if (m_file) {
+        m_file->commit();
+    } else if (m_text) {
+        switch (m_mode) {
+        case ProcessMode::CharCount:
+            // The selection's own UTF-16 length, unlike a file's count of word characters.
+            desktop.alert(QStringLiteral("Character count: %1").arg(m_text->size()));
+            break;
+        case ProcessMode::DecodeBase64:
+            DecodeAndSaveBase64(desktop, *m_text);
+            break;
+        case ProcessMode::SpellOutNumber:
+            SpellOutNumber(desktop, *m_text);
+            break;
+        case ProcessMode::SaveGraphicData:
+            SaveGraphicData(desktop, *m_text);
+            break;
+        default:
+            break;
+        }
+    }
+    if (m_context.words.preferences.GetQuitWhenDone() && m_context.armQuitTimer) {
+        m_context.armQuitTimer(quitDelay);
     }
     return eventNotHandledErr;
+}
+
+std::unique_ptr<ServiceJob> HandleServicePerform(const ServiceContext& context,
+                                                 const ServiceRequest& request)
+{
+    auto job = std::make_unique<ServiceJob>(context, request);
+    job->start();
+    return job;
 }
 
 } // namespace tallyvox

@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace tallyvox {
@@ -34,9 +35,38 @@ struct ServiceContext {
 /// ProcessMode{0} for a name that is not a service.
 ProcessMode ServiceModeForMessage(const QString& messageName);
 
-/// Performs a service request: a file handed over (as a file URL or as text naming one)
-/// goes to ProcessFile, text to the text operations or through a temporary file. Arms
-/// the quit timer when "QuitWhenDone" is set. Always eventNotHandledErr, by design.
-Status HandleServicePerform(const ServiceContext& context, const ServiceRequest& request);
+/// One service request being performed. start() raises the application and begins what
+/// the request needs: a file handed over (as a file URL or as text naming one) goes to
+/// ProcessFile, text through a temporary file when it is to be indexed. commit() shows
+/// the result (the file's operation, or the text operations: a count, a spelled-out
+/// number, a decoded or graphic file saved) and then arms the quit timer when
+/// "QuitWhenDone" is set. The commit status is always eventNotHandledErr, by design.
+class ServiceJob final : public FileJob {
+    Q_OBJECT
+public:
+    ServiceJob(ServiceContext context, ServiceRequest request);
+    ~ServiceJob() override;
+    ServiceJob(const ServiceJob&) = delete;
+    ServiceJob& operator=(const ServiceJob&) = delete;
+
+    void start() override;
+    void stop() override;
+    Status commit() override;
+
+private:
+    void perform();
+
+    ServiceContext m_context;
+    ServiceRequest m_request;
+    ProcessMode m_mode = ProcessMode{0};
+    /// The file operation, when the request names or becomes a file.
+    std::unique_ptr<FileJob> m_file;
+    /// The text for a text operation performed at commit.
+    std::optional<QString> m_text;
+};
+
+/// Performs a service request: a started job, to commit once it is ready.
+std::unique_ptr<ServiceJob> HandleServicePerform(const ServiceContext& context,
+                                                 const ServiceRequest& request);
 
 } // namespace tallyvox

@@ -18,32 +18,27 @@ constexpr char16_t farewell[] = u"Bye.";
 constexpr int fadeMilliseconds = 300;
 } // namespace
 
-ApplicationShell::ApplicationShell(Desktop& desktop, PreferenceStore& preferences,
-                                   FileProcessor processor, IndexerStop* indexerStop,
-                                   IndexerProgress* indexerProgress)
-    : m_desktop(desktop), m_preferences(preferences), m_window(desktop),
-      m_batch(m_window, desktop, preferences, std::move(processor), &m_gate),
-      m_applicationCommands(desktop, m_batch,
+ApplicationShell::ApplicationShell(PreferenceStore& preferences, const WordContext& words)
+    : m_desktop(words.desktop), m_preferences(preferences), m_window(words.desktop),
+      m_batch(m_window, words, m_jobs),
+      m_applicationCommands(words.desktop, m_batch,
                             {[this] { ShowPreferencesWindow(); }, [this] { endEventLoop(); },
-                             [indexerStop] {
-                                 if (indexerStop) {
-                                     indexerStop->stop();
+                             [stop = words.stop] {
+                                 if (stop) {
+                                     stop->stop();
                                  }
                              },
                              [this] { m_window.showAboutWindow(); }}),
-      m_helpMenuCommands(desktop)
+      m_helpMenuCommands(words.desktop)
 {
     connect(&m_window, &MainWindow::documentsDropped, this, &ApplicationShell::openDocuments);
     connect(&m_window, &MainWindow::errorWindowCommand, this,
             [this](CommandId command) { issueCommand(command, Origin::MainWindow); });
     connect(&m_window, &MainWindow::closeRequested, this,
             [this] { issueCommand(commands::Quit, Origin::MainWindow); });
-    if (indexerProgress) {
-        m_batch.showIndexerProgress(*indexerProgress);
-    }
     connect(&m_batch, &BatchRunner::farewellDue, this, &ApplicationShell::QuitWithFarewell);
-    connect(&m_batch, &BatchRunner::runEnded, this, [this] {
-        if (m_endAfterRun) {
+    connect(&m_jobs, &JobQueue::idle, this, [this] {
+        if (m_endWhenIdle) {
             emit eventLoopEndRequested();
         }
     });
@@ -167,9 +162,11 @@ void ApplicationShell::ShowPreferencesWindow()
 
 void ApplicationShell::endEventLoop()
 {
-    // A run in progress finishes its current file first (it waits in a nested loop).
-    if (m_batch.isRunning()) {
-        m_endAfterRun = true;
+    // The work in hand ends first (a run its files, a service its alert); nothing queued
+    // behind it begins.
+    m_jobs.clear();
+    if (m_jobs.isBusy()) {
+        m_endWhenIdle = true;
         return;
     }
     emit eventLoopEndRequested();

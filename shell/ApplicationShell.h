@@ -2,16 +2,15 @@
 
 #include "shell/ApplicationCommands.h"
 #include "shell/BatchRunner.h"
+#include "shell/JobQueue.h"
 #include "shell/MainWindow.h"
 #include "shell/PreferencesWindow.h"
-#include "shell/WorkGate.h"
 
 #include <QObject>
 #include <QPointer>
 
 namespace tallyvox {
 
-class IndexerProgress;
 class IndexerStop;
 class PreferenceStore;
 
@@ -20,11 +19,9 @@ class PreferenceStore;
 class ApplicationShell : public QObject {
     Q_OBJECT
 public:
-    /// Quit ends the indexer through indexerStop, when there is one; the batch run shows
-    /// indexerProgress, when there is one.
-    ApplicationShell(Desktop& desktop, PreferenceStore& preferences, FileProcessor processor,
-                     IndexerStop* indexerStop = nullptr,
-                     IndexerProgress* indexerProgress = nullptr);
+    /// The batch run makes its lists with words; Quit ends the indexers through its stop,
+    /// when there is one. desktop and preferences are the ones words holds.
+    ApplicationShell(PreferenceStore& preferences, const WordContext& words);
     ~ApplicationShell() override;
 
     /// Restores the bounds against the screen rectangle, shows the window and adds
@@ -49,13 +46,13 @@ public:
 
     MainWindow& mainWindow() { return m_window; }
     BatchRunner& batch() { return m_batch; }
-    /// Taken by the batch run and by service requests, so one never runs inside the other.
-    WorkGate& workGate() { return m_gate; }
+    /// The batch runs and the service requests, one after another.
+    JobQueue& jobs() { return m_jobs; }
     /// The preferences window while it is open, else null.
     PreferencesWindow* preferencesWindow() const { return m_preferencesWindow; }
 
 signals:
-    /// The event loop is to end now (after any run in progress has finished).
+    /// The event loop is to end now (after the work in hand has finished).
     void eventLoopEndRequested();
 
 private:
@@ -66,12 +63,12 @@ private:
     Desktop& m_desktop;
     PreferenceStore& m_preferences;
     MainWindow m_window;
-    WorkGate m_gate;
+    JobQueue m_jobs;
     BatchRunner m_batch;
     ApplicationCommands m_applicationCommands;
     HelpMenuCommands m_helpMenuCommands;
     QPointer<PreferencesWindow> m_preferencesWindow;
-    bool m_endAfterRun = false;
+    bool m_endWhenIdle = false;
 };
 
 } // namespace tallyvox

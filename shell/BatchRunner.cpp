@@ -1,11 +1,13 @@
 #include "shell/BatchRunner.h"
 
 #include "prefs/PreferenceStore.h"
+#include "services/ProcessFile.h"
 #include "shell/BatchView.h"
+#include "shell/JobQueue.h"
 #include "shell/PlainFolder.h"
-#include "shell/WorkGate.h"
 #include "support/Desktop.h"
-#include "support/IndexerProgress.h"
+#include "words/FileJob.h"
+#include "words/Indexer.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -29,10 +31,9 @@ constexpr int progressDelayMilliseconds = 500;
 
 } // namespace
 
-BatchRunner::BatchRunner(BatchView& view, Desktop& desktop, const PreferenceStore& preferences,
-                         FileProcessor processor, WorkGate* gate, QObject* parent)
-    : QObject(parent), m_view(view), m_desktop(desktop), m_preferences(preferences),
-      m_processor(std::move(processor)), m_gate(gate)
+BatchRunner::BatchRunner(BatchView& view, const WordContext& context, JobQueue& queue,
+                         QObject* parent)
+    : QObject(parent), m_view(view), m_context(context), m_queue(queue)
 {
     m_startTimer.setSingleShot(true);
     m_startTimer.setInterval(1);
@@ -43,87 +44,23 @@ BatchRunner::BatchRunner(BatchView& view, Desktop& desktop, const PreferenceStor
         m_fileSlow = true;
         showFileProgress();
     });
-    if (m_gate) {
-        connect(m_gate, &WorkGate::released, this, [this] {
-            if (std::exchange(m_waitingForGate, false)) {
-                scheduleBatchRun();
-            }
-        });
-    }
 }
 
-void BatchRunner::showIndexerProgress(IndexerProgress& progress)
-{
-    connect(&progress, &IndexerProgress::progressed, this, [this](quint64 done, quint64 total) {
-        if (m_fileInProgress) {
-            m_fileRead = {done, total};
-            if (m_fileSlow) {
-                showFileProgress();
-            }
-        }
-    });
-}
+BatchRunner::~BatchRunner() = default;
 
-void BatchRunner::requestCancel()
+void BatchRunner::setConcurrency(int files)
 {
-    m_cancelRequested = true;
-    // The run still finishes the file in hand; the user sees at once that the click counted.
-    if (m_running) {
-        showFileProgress();
-    }
-}
-
-void BatchRunner::beginFileProgress(const QString& name)
-{
-    m_fileName = name;
-    m_fileRead.reset();
-    m_fileInProgress = true;
-    m_fileSlow = false;
-    m_progressDelay.start();
-}
-
-void BatchRunner::endFileProgress()
-{
-    m_progressDelay.stop();
-    m_fileInProgress = false;
-    if (std::exchange(m_progressShown, false) && !m_cancelRequested) {
-        m_view.showStatus(QString(), StatusTarget::ProgressText);
-    }
-}
-
-void BatchRunner::showFileProgress()
-{
-    QString text;
-    if (m_fileInProgress && m_fileSlow) {
-        if (m_fileRead && m_fileRead->second > 0) {
-            const quint64 percent =
-                std::min<quint64>(100, m_fileRead->first * 100 / m_fileRead->second);
-            text = QString::fromUtf16(batchTexts::filePercent)
-                       .arg(m_fileName, QString::number(percent));
-        } else {
-            text = QString::fromUtf16(batchTexts::fileReading).arg(m_fileName);
-        }
-    }
-    if (m_cancelRequested) {
-        text = text.isEmpty() ? QString::fromUtf16(batchTexts::stopping)
-                              : QString::fromUtf16(batchTexts::fileStopping).arg(text);
-    }
-    m_progressShown = true;
-    m_view.showStatus(text, StatusTarget::ProgressText);
+    m_concurrency = std::max(1, files);
 }
 
 void BatchRunner::openDocuments(const QStringList& paths)
 {
-    m_desktop.raiseApplication();
+    m_context.desktop.raiseApplication();
     queueDocuments(paths);
 }
 
 void BatchRunner::queueDocuments(const QStringList& paths)
 {
-    if (m_running) {
-        m_held.append(paths);
-        return;
-    }
     m_pending = paths;
     scheduleBatchRun();
 }
@@ -135,89 +72,204 @@ void BatchRunner::scheduleBatchRun()
 
 void BatchRunner::runBatch()
 {
+    // The run reads its own copy: a later arrival replaces the pending list, not the run's.
+    m_queue.add(
+        [this, items = m_pending](JobQueue::Done done) { beginRun(items, std::move(done)); });
+}
+
+void BatchRunner::requestCancel()
+{
+    m_cancelRequested = true;
+    // The run still finishes the files in hand; the user sees at once that the click counted.
     if (m_running) {
-        return; // the run in progress picks up held files when it ends
+        showFileProgress();
     }
-    // A service is being performed (in an alert, say): the run waits for its turn.
-    if (m_gate && !m_gate->tryEnter()) {
-        m_waitingForGate = true;
-        return;
+}
+
+void BatchRunner::requestQuit()
+{
+    m_quitRequested = true;
+    for (Item& item : m_inFlight) {
+        if (item.job) {
+            item.job->stop();
+        }
     }
+}
+
+void BatchRunner::beginRun(const QStringList& items, std::function<void()> done)
+{
+    m_done = std::move(done);
+    m_items = items;
     m_running = true;
     m_cancelRequested = false;
     m_view.setRunning(true);
-    emit runStarted(m_preferences.readBool(prefs::CombineFiles));
+    m_listRun.begin(m_context.preferences.readBool(prefs::CombineFiles));
 
-    const qsizetype count = m_pending.size();
+    const qsizetype count = m_items.size();
     // Computed in 16 bits as the progress control takes it; an empty list gives -1.
     m_view.setProgressMaximum(static_cast<qint16>(count - 1));
     m_view.setProgressMinimum(0);
     m_view.setProgressVisible(true);
+    m_progress = 0;
+    m_nextItem = 0;
+    m_error = noErr;
+    m_nonFileGiven = false;
+    m_context.indexer.setConcurrentRuns(
+        static_cast<int>(std::min<qsizetype>(m_concurrency, std::max<qsizetype>(count, 1))));
+    pump();
+}
 
-    Status error = noErr;
-    bool nonFileGiven = false;
-    int progress = 0;
-    for (qsizetype i = 0; i < count; ++i) {
-        if (m_cancelRequested || m_quitRequested) {
-            break;
-        }
-        // The bar's maximum is count - 1 yet the first item already shows 1, so it is
-        // full from the second-to-last item on. Intended.
-        ++progress;
-        m_view.setProgressValue(progress);
-
-        std::optional<FileRef> file = FileRef::fromPath(m_pending.at(i));
-        if (!file) {
-            error = fnfErr;
-            continue;
-        }
-        error = noErr;
-        m_current = file;
-        if (IsPlainFolder(*file)) {
-            nonFileGiven = true;
-            continue;
-        }
-        const std::optional<QString> name = CopyFileName(*file);
-        if (!name) {
-            exitToShell();
-        }
-        m_view.showStatus(QString::fromUtf16(batchTexts::fileStatus).arg(*name),
-                          StatusTarget::StatusText);
-        beginFileProgress(*name);
-        m_processor(*file);
-        endFileProgress();
+// Begins files while there is room, and ends the run when nothing is left in hand. Every
+// piece of state is updated before anything is called that may run the event loop (a
+// stop-list alert), so a pump from within that loop finds it consistent.
+void BatchRunner::pump()
+{
+    while (m_running && std::ssize(m_inFlight) < m_concurrency && m_nextItem < m_items.size() &&
+           !m_cancelRequested && !m_quitRequested) {
+        beginItem(m_nextItem++);
     }
-    emit filesDone(m_quitRequested);
+    if (m_running && m_inFlight.empty() &&
+        (m_nextItem >= m_items.size() || m_cancelRequested || m_quitRequested)) {
+        endRun();
+    }
+}
+
+void BatchRunner::beginItem(qsizetype index)
+{
+    // The bar's maximum is count - 1 yet the first item already shows 1, so it is
+    // full from the second-to-last item on. Intended.
+    ++m_progress;
+    m_view.setProgressValue(m_progress);
+
+    std::optional<FileRef> file = FileRef::fromPath(m_items.at(index));
+    if (!file) {
+        m_error = fnfErr;
+        return;
+    }
+    m_error = noErr;
+    m_current = file;
+    if (IsPlainFolder(*file)) {
+        m_nonFileGiven = true;
+        return;
+    }
+    const std::optional<QString> name = CopyFileName(*file);
+    if (!name) {
+        exitToShell();
+    }
+    std::unique_ptr<FileJob> job =
+        ProcessFile(m_context, *file, ProcessMode::ExtractWords, &m_listRun);
+    if (!job) {
+        return;
+    }
+    FileJob* started = job.get();
+    m_inFlight.push_back({*name, std::move(job), std::nullopt});
+    connect(started, &FileJob::progressed, this, [this, started](quint64 done, quint64 total) {
+        const auto item = std::find_if(m_inFlight.begin(), m_inFlight.end(),
+                                       [started](const Item& i) { return i.job.get() == started; });
+        if (item == m_inFlight.end()) {
+            return;
+        }
+        item->read = {done, total};
+        if (item == m_inFlight.begin() && m_fileSlow) {
+            showFileProgress();
+        }
+    });
+    connect(started, &FileJob::ready, this, &BatchRunner::commitReady);
+    if (m_inFlight.size() == 1) {
+        frontChanged();
+    }
+    started->start();
+}
+
+// Lists reach the user in the order their files were given: a file done early waits for
+// the ones before it.
+void BatchRunner::commitReady()
+{
+    while (!m_inFlight.empty() && m_inFlight.front().job->isReady()) {
+        Item item = std::move(m_inFlight.front());
+        m_inFlight.pop_front();
+        if (item.job->commit() != noErr) {
+            m_listFailed = true;
+        }
+        // Its ready() may be the signal being delivered now.
+        item.job.release()->deleteLater();
+        if (!m_inFlight.empty()) {
+            frontChanged();
+        }
+    }
+    pump();
+}
+
+void BatchRunner::endRun()
+{
+    m_running = false;
+    m_progressDelay.stop();
+    if (m_listRun.finish(m_context, m_quitRequested) != noErr) {
+        m_listFailed = true;
+    }
 
     m_view.setProgressVisible(false);
-    if (m_cancelRequested) {
+    if (m_cancelRequested || std::exchange(m_progressShown, false)) {
         m_view.showStatus(QString(), StatusTarget::ProgressText);
     }
-    if (error != noErr) {
+    if (m_error != noErr) {
         const QString name = m_current ? CopyFileName(*m_current).value_or(QString()) : QString();
         m_view.showErrorWindow(
-            QString::fromUtf16(batchTexts::errorWindowText).arg(name).arg(error));
+            QString::fromUtf16(batchTexts::errorWindowText).arg(name).arg(m_error));
     }
     m_view.setRunning(false);
-    if (nonFileGiven) {
-        m_desktop.stopAlert(QString::fromUtf16(batchTexts::notAFileMessage),
-                            QString::fromUtf16(batchTexts::notAFileExplanation));
-    }
-    m_running = false;
-    if (m_gate) {
-        m_gate->leave();
+    if (m_nonFileGiven) {
+        m_context.desktop.stopAlert(QString::fromUtf16(batchTexts::notAFileMessage),
+                                    QString::fromUtf16(batchTexts::notAFileExplanation));
     }
 
-    if (!m_held.isEmpty() && !m_quitRequested) {
-        // Files that arrived during the run: their run reports and quits in its turn.
-        m_pending = std::exchange(m_held, {});
-        scheduleBatchRun();
-    } else if (m_preferences.GetQuitWhenDone()) {
-        QTimer::singleShot(1000, this, &BatchRunner::farewellDue);
+    if (m_context.preferences.GetQuitWhenDone()) {
+        // Work queued behind this run quits in its turn.
+        if (m_queue.waiting() == 0 && !m_quitRequested) {
+            QTimer::singleShot(1000, this, &BatchRunner::farewellDue);
+        }
     } else {
         m_view.showStatus(QString::fromUtf16(batchTexts::helpText), StatusTarget::StatusText);
     }
+    if (std::function<void()> done = std::exchange(m_done, {})) {
+        done();
+    }
     emit runEnded();
+}
+
+// The window shows the file at the head of the run: the one whose list comes next.
+void BatchRunner::frontChanged()
+{
+    const Item& front = m_inFlight.front();
+    m_view.showStatus(QString::fromUtf16(batchTexts::fileStatus).arg(front.name),
+                      StatusTarget::StatusText);
+    m_fileSlow = false;
+    m_progressDelay.start();
+    if (std::exchange(m_progressShown, false) && !m_cancelRequested) {
+        m_view.showStatus(QString(), StatusTarget::ProgressText);
+    }
+}
+
+void BatchRunner::showFileProgress()
+{
+    QString text;
+    if (!m_inFlight.empty() && m_fileSlow) {
+        const Item& front = m_inFlight.front();
+        if (front.read && front.read->second > 0) {
+            const quint64 percent =
+                std::min<quint64>(100, front.read->first * 100 / front.read->second);
+            text = QString::fromUtf16(batchTexts::filePercent)
+                       .arg(front.name, QString::number(percent));
+        } else {
+            text = QString::fromUtf16(batchTexts::fileReading).arg(front.name);
+        }
+    }
+    if (m_cancelRequested) {
+        text = text.isEmpty() ? QString::fromUtf16(batchTexts::stopping)
+                              : QString::fromUtf16(batchTexts::fileStopping).arg(text);
+    }
+    m_progressShown = true;
+    m_view.showStatus(text, StatusTarget::ProgressText);
 }
 
 } // namespace tallyvox

@@ -2,23 +2,23 @@
 
 #include "support/FileRef.h"
 #include "support/Status.h"
+#include "words/WordContext.h"
+#include "words/WordList.h"
 
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
 
-#include <functional>
+#include <deque>
+#include <memory>
+#include <optional>
 
 namespace tallyvox {
 
 class BatchView;
 class Desktop;
-class IndexerProgress;
-class PreferenceStore;
-class WorkGate;
-
-/// What the run does with each file (extracting its words in the application).
-using FileProcessor = std::function<void(const FileRef& file)>;
+class FileJob;
+class JobQueue;
 
 /// The texts the batch run shows.
 namespace batchTexts {
@@ -38,73 +38,92 @@ inline constexpr char16_t stopping[] = u"Stopping after this file\u2026";
 inline constexpr char16_t fileStopping[] = u"%1 \u2014 stopping after this file\u2026";
 } // namespace batchTexts
 
-/// The open-documents queue and the batch run over it. Every way in (launch
-/// arguments, the bus, the Open dialog, a drop) replaces the pending list and starts
-/// a run a millisecond later, outside the code that delivered the files. With a gate, a
-/// run that is due while other work holds it starts when that work is done.
+/// The open-documents queue and the batch run over it. Every way in (launch arguments,
+/// the bus, the Open dialog, a drop) replaces the pending list and starts a run a
+/// millisecond later, outside the code that delivered the files; the run takes its turn
+/// in the application's job queue. A run indexes up to concurrency() files at once, yet
+/// begins them, shows them, writes their lists, hands them to the editor and reports them
+/// in the order they were given. Stop and Quit are heard before each file is begun.
 class BatchRunner : public QObject {
     Q_OBJECT
 public:
-    BatchRunner(BatchView& view, Desktop& desktop, const PreferenceStore& preferences,
-                FileProcessor processor, WorkGate* gate = nullptr, QObject* parent = nullptr);
+    BatchRunner(BatchView& view, const WordContext& context, JobQueue& queue,
+                QObject* parent = nullptr);
+    ~BatchRunner() override;
+    BatchRunner(const BatchRunner&) = delete;
+    BatchRunner& operator=(const BatchRunner&) = delete;
 
     /// Files arriving from outside: brings the application forward, then queues them.
     void openDocuments(const QStringList& paths);
-    /// Replaces the pending list and schedules a run. While a run is in progress the
-    /// files are held instead (it reads its list by index) and run when it ends.
+    /// Replaces the pending list and schedules a run of it.
     void queueDocuments(const QStringList& paths);
     /// Starts a run 1 ms from now; arming it again before it fires keeps one run.
     void scheduleBatchRun();
-    /// Processes every pending item with progress, then reports and maybe quits.
+    /// The timer's action: the pending list becomes a run in the job queue.
     void runBatch();
 
-    /// The stop button: the run ends before its next file, and says so at once.
+    /// The stop button: no further file is begun, and the window says so at once.
     void requestCancel();
-    /// Shows how far the indexer has read a file that takes longer than half a second.
-    void showIndexerProgress(IndexerProgress& progress);
-    /// Quit: no further file is begun in this process.
-    void requestQuit() { m_quitRequested = true; }
+    /// Quit: no further file is begun in this process, and the files in hand are ended.
+    void requestQuit();
     bool quitRequested() const { return m_quitRequested; }
     bool isRunning() const { return m_running; }
     const QStringList& pendingDocuments() const { return m_pending; }
 
+    /// Files indexed at once; at least 1.
+    int concurrency() const { return m_concurrency; }
+    void setConcurrency(int files);
+    /// True once a list of a run could not be written, in this process.
+    bool listFailed() const { return m_listFailed; }
+
 signals:
-    /// A run begins, before its first file. combineFiles: "CombineFiles" was on as it began,
-    /// so the files' words go into one list, which the application writes at filesDone.
-    void runStarted(bool combineFiles);
-    /// The run's loop is over: every file had its turn, or the stop button or Quit
-    /// (quitting) ended it. Emitted before the run's reports.
-    void filesDone(bool quitting);
     /// A run has ended (after its reports).
     void runEnded();
     /// One second after a run with "QuitWhenDone" set.
     void farewellDue();
 
 private:
-    void beginFileProgress(const QString& name);
-    void endFileProgress();
+    struct Item {
+        QString name;
+        std::unique_ptr<FileJob> job;
+        /// The indexer's last report for the file: bytes read and the total.
+        std::optional<std::pair<quint64, quint64>> read;
+    };
+
+    void beginRun(const QStringList& items, std::function<void()> done);
+    void pump();
+    void beginItem(qsizetype index);
+    void commitReady();
+    void endRun();
+    void frontChanged();
     void showFileProgress();
 
     BatchView& m_view;
-    Desktop& m_desktop;
-    const PreferenceStore& m_preferences;
-    FileProcessor m_processor;
-    WorkGate* m_gate;
+    WordContext m_context;
+    JobQueue& m_queue;
+    int m_concurrency = 1;
     QTimer m_startTimer;
     QStringList m_pending;
-    QStringList m_held;
-    std::optional<FileRef> m_current;
     bool m_cancelRequested = false;
     bool m_quitRequested = false;
+    bool m_listFailed = false;
+
+    // The run in hand.
     bool m_running = false;
-    bool m_waitingForGate = false;
-    // The file in progress: its name, whether it has taken long enough to show its progress,
-    // and the indexer's last report.
-    QString m_fileName;
+    QStringList m_items;
+    qsizetype m_nextItem = 0;
+    int m_progress = 0;
+    Status m_error = noErr;
+    bool m_nonFileGiven = false;
+    std::optional<FileRef> m_current;
+    std::deque<Item> m_inFlight;
+    WordListRun m_listRun;
+    std::function<void()> m_done;
+
+    // The file at the head of the run, which the window shows: whether it has taken long
+    // enough to show how far it has been read.
     QTimer m_progressDelay;
-    bool m_fileInProgress = false;
     bool m_fileSlow = false;
-    std::optional<std::pair<quint64, quint64>> m_fileRead;
     bool m_progressShown = false;
 };
 

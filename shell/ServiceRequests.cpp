@@ -1,24 +1,16 @@
 #include "shell/ServiceRequests.h"
 
+#include "shell/JobQueue.h"
 #include "shell/ServiceBus.h"
-#include "shell/WorkGate.h"
 
 #include <QIODevice>
 #include <QTimer>
 
 namespace tallyvox {
 
-ServiceActions::ServiceActions(ServiceContext context, WorkGate* gate)
-    : m_context(std::move(context)), m_gate(gate)
-{
-    if (m_gate) {
-        connect(m_gate, &WorkGate::released, this, [this] {
-            if (!m_pending.isEmpty()) {
-                performPending();
-            }
-        });
-    }
-}
+ServiceActions::ServiceActions(ServiceContext context, JobQueue& queue)
+    : m_context(std::move(context)), m_queue(queue)
+{}
 
 bool ServiceActions::activateAction(const QString& name, const QVariantList& parameter,
                                     const QVariantMap& platformData)
@@ -34,7 +26,7 @@ bool ServiceActions::activateAction(const QString& name, const QVariantList& par
     }
     // A parameter that holds no pasteboard is a request without one: it does nothing
     // beyond raising the window and the quit timer.
-    enqueue({{name, pasteboardFromBus(parameter)}, std::nullopt});
+    enqueue({name, pasteboardFromBus(parameter)}, std::nullopt);
     return true;
 }
 
@@ -42,40 +34,35 @@ void ServiceActions::queueRequest(const QString& name, std::optional<Pasteboard>
                                   SelectionSource source)
 {
     if (pasteboard) {
-        enqueue({{name, std::move(pasteboard)}, std::nullopt});
+        enqueue({name, std::move(pasteboard)}, std::nullopt);
     } else {
-        enqueue({{name, std::nullopt}, source});
+        enqueue({name, std::nullopt}, source);
     }
 }
 
-void ServiceActions::enqueue(Pending pending)
+void ServiceActions::enqueue(ServiceRequest request, std::optional<SelectionSource> selection)
 {
-    m_pending.append(std::move(pending));
-    QTimer::singleShot(0, this, &ServiceActions::performPending);
+    // From the event loop, so the bus call is answered before anything shows.
+    QTimer::singleShot(0, this, [this, request = std::move(request), selection]() mutable {
+        add(std::move(request), selection);
+    });
 }
 
-void ServiceActions::performPending()
+void ServiceActions::add(ServiceRequest request, std::optional<SelectionSource> selection)
 {
-    // Called again from an alert's own loop, it leaves the new request to the outer call.
-    if (m_performing) {
-        return;
-    }
-    // A batch run is waiting for its indexer: these requests follow when it has ended.
-    if (m_gate && !m_gate->tryEnter()) {
-        return;
-    }
-    m_performing = true;
-    while (!m_pending.isEmpty()) {
-        Pending pending = m_pending.takeFirst();
-        if (pending.selection) {
-            pending.request.pasteboard = m_context.words.desktop.readSelection(*pending.selection);
+    m_queue.add([this, request = std::move(request), selection](JobQueue::Done done) mutable {
+        if (selection) {
+            request.pasteboard = m_context.words.desktop.readSelection(*selection);
         }
-        HandleServicePerform(m_context, pending.request);
-    }
-    m_performing = false;
-    if (m_gate) {
-        m_gate->leave();
-    }
+        // The queue runs one request at a time, so one job is in hand at most.
+        m_job = HandleServicePerform(m_context, request);
+        connect(m_job.get(), &FileJob::ready, this, [this, done = std::move(done)] {
+            m_job->commit();
+            // Its ready() may be the signal being delivered now.
+            m_job.release()->deleteLater();
+            done();
+        });
+    });
 }
 
 QList<Pasteboard> commandLinePasteboards(const CommandLine& commandLine, Desktop& desktop,

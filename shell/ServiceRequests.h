@@ -10,15 +10,15 @@ class QIODevice;
 
 namespace tallyvox {
 
-class WorkGate;
+class JobQueue;
 
-/// Performs the services that ActivateAction asks for. Each request is only queued, so
-/// the bus call is answered before any alert or panel shows, and requests run one after
-/// another: one that arrives while an alert of another is open waits for it to end. With
-/// a gate, requests that arrive during a batch run wait until the run has ended.
+/// Performs the services that ActivateAction asks for. Each request is only queued in the
+/// application's job queue, so the bus call is answered before any alert or panel shows,
+/// and requests run one after another, after the batch run they arrive in: one that
+/// arrives while an alert of another is open waits for it to end.
 class ServiceActions final : public QObject, public ActionHandler {
 public:
-    explicit ServiceActions(ServiceContext context, WorkGate* gate = nullptr);
+    ServiceActions(ServiceContext context, JobQueue& queue);
 
     /// Every name is performed, like every service event of the original: a name that is
     /// no service takes the temporary-file route and ends there. With no parameter (a
@@ -32,19 +32,17 @@ public:
     void queueRequest(const QString& name, std::optional<Pasteboard> pasteboard,
                       SelectionSource source);
 
+    /// Adds a request to the job queue now; it starts at once when nothing else is in
+    /// hand. selection: read it just before performing, as there was no pasteboard.
+    void add(ServiceRequest request, std::optional<SelectionSource> selection = std::nullopt);
+
 private:
-    struct Pending {
-        ServiceRequest request;
-        /// Read the selection just before performing: there was no pasteboard.
-        std::optional<SelectionSource> selection;
-    };
-    void enqueue(Pending pending);
-    void performPending();
+    /// add(), from the event loop.
+    void enqueue(ServiceRequest request, std::optional<SelectionSource> selection);
 
     ServiceContext m_context;
-    WorkGate* m_gate;
-    QList<Pending> m_pending;
-    bool m_performing = false;
+    JobQueue& m_queue;
+    std::unique_ptr<ServiceJob> m_job;
 };
 
 /// The pasteboards of a --service command line: one per file, else one from the text,

@@ -12,14 +12,14 @@
 #include "shell/ConsoleView.h"
 #include "shell/DesktopFactory.h"
 #include "shell/Integration.h"
+#include "shell/JobQueue.h"
 #include "shell/ServiceBus.h"
 #include "shell/ServiceRequests.h"
 #include "shell/WaylandClipboard.h"
-#include "support/IndexerProgress.h"
 #include "support/IndexerStop.h"
 #include "support/TemporaryFolder.h"
+#include "words/ProcessIndexer.h"
 #include "words/WordContext.h"
-#include "words/WordList.h"
 
 #include <QApplication>
 #include <QDir>
@@ -28,8 +28,10 @@
 #include <QScreen>
 #include <QStandardPaths>
 #include <QTextStream>
+#include <QThread>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -83,52 +85,36 @@ private:
     TemporaryFolderChoice m_choice;
 };
 
-// TALLYVOX_INDEXER_TIMEOUT: the seconds an indexer run may take before the allowance for
-// the file's size; anything but a positive number keeps the default.
-std::chrono::milliseconds indexerTimeBase()
+// TALLYVOX_INDEXER_TIMEOUT: the seconds an indexer may go without reading further before
+// it is ended; anything but a positive number keeps the default.
+std::chrono::milliseconds indexerStallLimit()
 {
     bool ok = false;
     const int seconds = qEnvironmentVariableIntValue("TALLYVOX_INDEXER_TIMEOUT", &ok);
     return ok && seconds > 0 ? std::chrono::milliseconds(std::chrono::seconds(seconds))
-                             : defaultIndexerTimeBase;
+                             : defaultIndexerStallLimit;
 }
 
-// A batch's context has its run; the services' has none (each request is a run of its own).
-WordContext wordContext(Desktop& desktop, const PreferenceStore& preferences,
-                        const TemporaryFolderLease& temporary, IndexerStop* stop = nullptr,
-                        WordListRun* run = nullptr)
+// TALLYVOX_JOBS: how many files are indexed at once; at most one a core, which is also
+// the default.
+int filesAtOnce()
 {
-    WordContext context{desktop, preferences, defaultIndexerDirectory(), temporary.path()};
-    context.stop = stop;
-    context.indexerTimeBase = indexerTimeBase();
-    context.run = run;
-    return context;
+    const int cores = std::max(1, QThread::idealThreadCount());
+    bool ok = false;
+    const int asked = qEnvironmentVariableIntValue("TALLYVOX_JOBS", &ok);
+    return ok && asked > 0 ? std::min(asked, cores) : cores;
 }
 
-// Notes in failed whether a word list could not be written.
-FileProcessor extractWords(const WordContext& context, bool* failed = nullptr)
-{
-    return [&context, failed](const FileRef& file) {
-        if (ProcessFile(context, file, ProcessMode::ExtractWords) != noErr && failed) {
-            *failed = true;
-        }
-    };
-}
-
-// The run's bounds reach its word lists: a list of all its files when "CombineFiles" is on.
-// Notes in failed whether that list could not be written.
-void connectWordListRun(BatchRunner& batch, WordListRun& run, const WordContext& context,
-                        bool* failed = nullptr)
-{
-    QObject::connect(&batch, &BatchRunner::runStarted, &batch,
-                     [&run](bool combineFiles) { run.begin(combineFiles); });
-    QObject::connect(&batch, &BatchRunner::filesDone, &batch,
-                     [&run, &context, failed](bool quitting) {
-                         if (run.finish(context, quitting) != noErr && failed) {
-                             *failed = true;
-                         }
-                     });
-}
+// What word extraction runs on: the indexer executables, with this run's temporary folder.
+struct Extraction {
+    Extraction(Desktop& desktop, const PreferenceStore& preferences,
+               const TemporaryFolderLease& temporary, IndexerStop* stop = nullptr)
+        : indexer(desktop, {defaultIndexerDirectory(), temporary.path(), indexerStallLimit()}),
+          context{desktop, preferences, indexer, temporary.path(), stop}
+    {}
+    ProcessIndexer indexer;
+    WordContext context;
+};
 
 bool isSelection(ServiceSource source)
 {
@@ -216,11 +202,12 @@ std::optional<Pasteboard> streamStandardInput(const ServiceContext& context,
 
 // The service of the command line, performed here: the process ends with it, so
 // there is no quit timer to arm.
-int runConsoleService(ConsoleDesktop& desktop, const PreferenceStore& preferences,
-                      const TemporaryFolderLease& temporary, const CommandLine& commandLine,
-                      QTextStream& err)
+int runConsoleService(QCoreApplication& app, ConsoleDesktop& desktop,
+                      const PreferenceStore& preferences, const TemporaryFolderLease& temporary,
+                      const CommandLine& commandLine, QTextStream& err)
 {
-    const ServiceContext context{wordContext(desktop, preferences, temporary), {}};
+    const Extraction extraction(desktop, preferences, temporary);
+    const ServiceContext context{extraction.context, {}};
     QFile input;
     std::optional<Pasteboard> streamed;
     if (commandLine.serviceSource == ServiceSource::Stdin) {
@@ -230,12 +217,18 @@ int runConsoleService(ConsoleDesktop& desktop, const PreferenceStore& preference
     const QList<Pasteboard> pasteboards = streamed
                                               ? QList<Pasteboard>{*streamed}
                                               : commandLinePasteboards(commandLine, desktop, input);
+    JobQueue jobs;
+    ServiceActions actions(context, jobs);
     for (const Pasteboard& pasteboard : pasteboards) {
         if (pasteboard.isEmpty() && isSelection(commandLine.serviceSource)) {
             err << "tallyvox: the selection holds nothing\n";
             err.flush();
         }
-        HandleServicePerform(context, {commandLine.serviceName, pasteboard});
+        actions.add({commandLine.serviceName, pasteboard});
+    }
+    if (jobs.isBusy()) {
+        QObject::connect(&jobs, &JobQueue::idle, &app, &QCoreApplication::quit);
+        app.exec();
     }
     desktop.holdClipboard(clipboardHoldLimit);
     return 0;
@@ -265,19 +258,18 @@ int runConsole(int argc, char** argv, const CommandLine& commandLine)
     const TemporaryFolderLease temporary;
     temporary.prepare(desktop);
     if (!commandLine.serviceName.isEmpty()) {
-        return runConsoleService(desktop, preferences, temporary, commandLine, err);
+        return runConsoleService(*app, desktop, preferences, temporary, commandLine, err);
     }
-    WordListRun listRun;
-    const WordContext context = wordContext(desktop, preferences, temporary, nullptr, &listRun);
+    const Extraction extraction(desktop, preferences, temporary);
     ConsoleView view(desktop);
-    bool listFailed = false;
-    BatchRunner batch(view, desktop, preferences, extractWords(context, &listFailed));
-    connectWordListRun(batch, listRun, context, &listFailed);
+    JobQueue jobs;
+    BatchRunner batch(view, extraction.context, jobs);
+    batch.setConcurrency(filesAtOnce());
     // No window to wait for: the run's end is the end of the process.
     QObject::connect(&batch, &BatchRunner::runEnded, app.get(), &QCoreApplication::quit);
     batch.queueDocuments(commandLine.files);
     app->exec();
-    return view.errorShown() || listFailed ? 1 : 0;
+    return view.errorShown() || batch.listFailed() ? 1 : 0;
 }
 
 // Hands the command line's service to the running instance. A selection this process
@@ -344,25 +336,19 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
     PreferenceStore preferences;
     const TemporaryFolderLease temporary;
     IndexerStop indexerStop;
-    IndexerProgress indexerProgress;
-    const WordContext context = wordContext(*desktop, preferences, temporary, &indexerStop);
-    WordListRun listRun;
-    WordContext batchContext =
-        wordContext(*desktop, preferences, temporary, &indexerStop, &listRun);
-    batchContext.progress = &indexerProgress;
-    ApplicationShell shell(*desktop, preferences, extractWords(batchContext), &indexerStop,
-                           &indexerProgress);
-    connectWordListRun(shell.batch(), listRun, batchContext);
+    const Extraction extraction(*desktop, preferences, temporary, &indexerStop);
+    ApplicationShell shell(preferences, extraction.context);
+    shell.batch().setConcurrency(filesAtOnce());
     QObject::connect(&shell, &ApplicationShell::eventLoopEndRequested, &app,
                      &QCoreApplication::quit);
     ShellDocumentHandler documents(shell);
     busObject.setDocumentHandler(&documents);
-    ServiceActions actions({context,
+    ServiceActions actions({extraction.context,
                             [&shell](std::chrono::milliseconds delay) {
                                 QTimer::singleShot(delay, &shell,
                                                    &ApplicationShell::QuitWithFarewell);
                             }},
-                           &shell.workGate());
+                           shell.jobs());
     busObject.setActionHandler(&actions);
 
     const QScreen* screen = QGuiApplication::primaryScreen();

@@ -1,26 +1,59 @@
 #pragma once
 
 #include "support/FileRef.h"
+#include "words/Indexer.h"
 #include "words/WordContext.h"
 #include "words/WordTable.h"
 
-#include <optional>
+#include <QObject>
+
+#include <memory>
 
 namespace tallyvox {
 
-/// The fixed name of the indexers' result file, inside the folder each run is given.
-inline constexpr char resultFileName[] = "index-1964.dat";
+/// The words of one file with their counts, from the indexer and then its fallback. The
+/// table is empty when neither finishes cleanly with a readable result, when the path is
+/// longer than the indexer takes (254 bytes), and without any run for a named pipe, device
+/// or socket. Logs "Indexing <path>" when an indexer is asked.
+class WordTableJob final : public QObject {
+    Q_OBJECT
+public:
+    WordTableJob(const WordContext& context, FileRef file);
+    ~WordTableJob() override;
+    WordTableJob(const WordTableJob&) = delete;
+    WordTableJob& operator=(const WordTableJob&) = delete;
 
-/// The words of one file with their counts, from the indexer and then its fallback;
-/// empty when neither finishes cleanly with a readable result, and without any run for a
-/// named pipe, device or socket. Logs "Indexing <path>".
-WordTable BuildWordTable(const WordContext& context, const FileRef& file);
+    /// Starts the first indexer; finished() follows from the event loop.
+    void start();
+    /// Ends the indexer in hand and tries no other; finished() follows.
+    void stop();
 
-/// Runs one indexer on posixPath with a fresh private folder of its own as TMPDIR, waits
-/// for it while events keep flowing (at most the context's time limit), and reads the
-/// result it left there. Nothing unless it exited with status 0 (complete) or 3 (a limit
-/// cut the document) and left a readable dictionary. The folder is removed afterwards.
-std::optional<WordTable> RunIndexer(const WordContext& context, const QString& posixPath,
-                                    const QString& executableName);
+    bool isFinished() const { return m_finished; }
+    /// The table, once finished; the caller may take it.
+    WordTable& table() { return m_table; }
+    /// How the last indexer asked ended: Failed also when none could be asked.
+    IndexerEnding ending() const { return m_ending; }
+
+signals:
+    void progressed(quint64 done, quint64 total);
+    void finished();
+
+private:
+    void runIndexer(const QString& executableName);
+    void runEnded();
+    void end(IndexerEnding ending);
+
+    WordContext m_context;
+    FileRef m_file;
+    QString m_path;
+    std::unique_ptr<IndexerRun> m_run;
+    bool m_fallbackTried = false;
+    bool m_finished = false;
+    IndexerEnding m_ending = IndexerEnding::Failed;
+    WordTable m_table;
+};
+
+/// BuildWordTable: a started job for the file's table.
+std::unique_ptr<WordTableJob> BuildWordTable(const WordContext& context, const FileRef& file);
 
 } // namespace tallyvox

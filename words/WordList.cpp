@@ -1,13 +1,13 @@
 #include "words/WordList.h"
 
-#include "prefs/PreferenceStore.h"
 #include "support/Desktop.h"
 #include "words/IndexerClient.h"
 #include "words/OutputFolder.h"
 #include "words/StopList.h"
-#include "words/WordListOptions.h"
-#include "words/WordListRenderer.h"
 #include "words/WordTableShaping.h"
+
+#include <QFutureWatcher>
+#include <QtConcurrent/QtConcurrentRun>
 
 namespace tallyvox {
 
@@ -24,29 +24,15 @@ Status notWritten(Desktop& desktop, const QString& listName, Status status)
     return status;
 }
 
-// The options of this moment, with the stop list's words. A stop list that cannot be read
-// is reported (once a run) and the list is made without it.
-WordListOptions optionsOfThisMoment(const WordContext& context)
-{
-    WordListOptions options = WordListOptions::read(context.preferences);
-    if (options.stopListPath.isEmpty()) {
-        return options;
-    }
-    if (std::optional<QSet<QString>> words = readStopList(options.stopListPath)) {
-        options.stopWords = std::move(*words);
-    } else if (!context.run || context.run->firstReportOf(options.stopListPath)) {
-        context.desktop.alert(
-            QString::fromUtf16(unreadableStopListMessage).arg(options.stopListPath));
-    }
-    return options;
-}
-
 // The rendered text into the list made for it, then the hand-off. No text: the empty list
 // stays, and nothing is opened.
 Status writeAndOpen(const WordContext& context, const FileRef& output, const QString& listName,
-                    const std::optional<QByteArray>& text)
+                    const RenderedList& list)
 {
-    if (!text) {
+    for (const QString& line : list.logLines) {
+        context.desktop.log(line);
+    }
+    if (!list.text) {
         return noErr;
     }
     QByteArray pathBytes;
@@ -54,7 +40,7 @@ Status writeAndOpen(const WordContext& context, const FileRef& output, const QSt
         return notWritten(context.desktop, listName, status);
     }
     // Whole or not at all: a failed write leaves the empty list made before.
-    if (const Status status = replaceFileContents(output, *text); status != noErr) {
+    if (const Status status = replaceFileContents(output, *list.text); status != noErr) {
         return notWritten(context.desktop, listName, status);
     }
     OpenInTextEditor(context.desktop, output);
@@ -62,49 +48,108 @@ Status writeAndOpen(const WordContext& context, const FileRef& output, const QSt
     return noErr;
 }
 
-// A list made from a table the run collected, in the output folder or, for several files,
-// in the folder of combined lists.
-Status writeCollectedList(const WordContext& context, WordTable table, const QString& name,
-                          const QString& subject, bool ofSeveralFiles)
+QString quotedName(const QString& name)
 {
-    const WordListOptions options = optionsOfThisMoment(context);
-    const QString listName = name + listExtension(options.listFormat);
-    std::optional<FileRef> output;
-    const Status status = ofSeveralFiles ? createCombinedListFile(listName, output)
-                                         : CreateOutputFile(listName, output);
-    if (status != noErr || !output) {
-        return notWritten(context.desktop, listName, status != noErr ? status : fnfErr);
-    }
-    const PreferenceStore& preferences = context.preferences;
-    const std::optional<QByteArray> text = renderWordTable(
-        context, std::move(table), subject, preferences.GetLineStyle(), preferences.GetSeparateBy(),
-        preferences.GetSortBy() == SortBy::Alphabetical, options);
-    return writeAndOpen(context, *output, listName, text);
+    return QLatin1Char('"') + name + QLatin1Char('"');
 }
 
 } // namespace
 
-Status writeWordList(const WordContext& context, const FileRef& file, const QString& name)
+ListSettings listSettingsOfThisMoment(const WordContext& context, WordListRun* run)
 {
-    if (context.run && context.run->combining()) {
-        context.run->collect(context, file, name);
+    ListSettings settings = ListSettings::read(context.preferences);
+    WordListOptions& options = settings.options;
+    if (options.stopListPath.isEmpty()) {
+        return settings;
+    }
+    if (std::optional<QSet<QString>> words = readStopList(options.stopListPath)) {
+        options.stopWords = std::move(*words);
+    } else if (!run || run->firstReportOf(options.stopListPath)) {
+        context.desktop.alert(
+            QString::fromUtf16(unreadableStopListMessage).arg(options.stopListPath));
+    }
+    return settings;
+}
+
+WordListJob::WordListJob(const WordContext& context, FileRef file, QString name, WordListRun* run)
+    : m_context(context), m_file(std::move(file)), m_name(std::move(name)), m_run(run)
+{}
+
+WordListJob::~WordListJob() = default;
+
+void WordListJob::start()
+{
+    m_combining = m_run && m_run->combining();
+    if (!m_combining) {
+        // A combined list is shaped by the settings of the moment it is written.
+        m_settings = listSettingsOfThisMoment(m_context, m_run);
+        // The list is made, empty, before the words are looked for; an earlier list of
+        // the same name is replaced by it.
+        m_listName = m_name + listExtension(m_settings.options.listFormat);
+        m_placement = CreateOutputFile(m_listName, m_output);
+        if (m_placement == noErr && !m_output) {
+            m_placement = fnfErr;
+        }
+        if (m_placement != noErr) {
+            becomeReady();
+            return;
+        }
+    }
+    m_words = BuildWordTable(m_context, m_file);
+    connect(m_words.get(), &WordTableJob::progressed, this, &FileJob::progressed);
+    connect(m_words.get(), &WordTableJob::finished, this, &WordListJob::indexed);
+}
+
+void WordListJob::stop()
+{
+    m_stopped = true;
+    if (m_words && !m_words->isFinished()) {
+        m_words->stop();
+    }
+}
+
+void WordListJob::indexed()
+{
+    m_partial = m_words->ending() == IndexerEnding::Partial;
+    WordTable table = std::move(m_words->table());
+    if (m_combining || m_stopped || m_words->ending() == IndexerEnding::Stopped) {
+        m_stopped = m_stopped || m_words->ending() == IndexerEnding::Stopped;
+        m_table = std::move(table);
+        becomeReady();
+        return;
+    }
+    render(std::move(table));
+}
+
+// Ordering and rendering take as long as indexing on a file of distinct words: they run on
+// a worker thread, from the table and the settings alone.
+void WordListJob::render(WordTable table)
+{
+    auto* watcher = new QFutureWatcher<RenderedList>(this);
+    connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher] {
+        m_list = watcher->result();
+        watcher->deleteLater();
+        becomeReady();
+    });
+    watcher->setFuture(QtConcurrent::run(
+        [table = std::move(table), settings = m_settings, subject = quotedName(m_name)]() mutable {
+            return renderWordTable(std::move(table), settings, subject);
+        }));
+}
+
+Status WordListJob::commit()
+{
+    if (m_stopped) {
         return noErr;
     }
-
-    const WordListOptions options = optionsOfThisMoment(context);
-    const QString listName = name + listExtension(options.listFormat);
-    std::optional<FileRef> output;
-    if (const Status status = CreateOutputFile(listName, output); status != noErr || !output) {
-        return notWritten(context.desktop, listName, status != noErr ? status : fnfErr);
+    if (m_combining) {
+        m_run->collect(std::move(m_table), m_name);
+        return noErr;
     }
-
-    const PreferenceStore& preferences = context.preferences;
-    const LineStyle lineStyle = preferences.GetLineStyle();
-    const SeparateBy separateBy = preferences.GetSeparateBy();
-    const bool alphabetical = preferences.GetSortBy() == SortBy::Alphabetical;
-    const std::optional<QByteArray> text =
-        RenderWordList(context, file, lineStyle, separateBy, alphabetical, options);
-    return writeAndOpen(context, *output, listName, text);
+    if (m_placement != noErr) {
+        return notWritten(m_context.desktop, m_listName, m_placement);
+    }
+    return writeAndOpen(m_context, *m_output, m_listName, m_list);
 }
 
 void WordListRun::begin(bool combineFiles)
@@ -116,9 +161,8 @@ void WordListRun::begin(bool combineFiles)
     m_reported.clear();
 }
 
-void WordListRun::collect(const WordContext& context, const FileRef& file, const QString& name)
+void WordListRun::collect(WordTable table, const QString& name)
 {
-    WordTable table = BuildWordTable(context, file);
     if (++m_files == 1) {
         m_firstName = name;
         m_words = std::move(table);
@@ -136,12 +180,20 @@ Status WordListRun::finish(const WordContext& context, bool quitting)
     if (!combining || quitting || files == 0) {
         return noErr;
     }
-    if (files == 1) {
-        return writeCollectedList(context, std::move(words), m_firstName,
-                                  QLatin1Char('"') + m_firstName + QLatin1Char('"'), false);
+    const ListSettings settings = listSettingsOfThisMoment(context, this);
+    const bool ofSeveralFiles = files > 1;
+    const QString name = ofSeveralFiles ? QLatin1String(combinedListName) : m_firstName;
+    const QString listName = name + listExtension(settings.options.listFormat);
+    std::optional<FileRef> output;
+    const Status status = ofSeveralFiles ? createCombinedListFile(listName, output)
+                                         : CreateOutputFile(listName, output);
+    if (status != noErr || !output) {
+        return notWritten(context.desktop, listName, status != noErr ? status : fnfErr);
     }
-    return writeCollectedList(context, std::move(words), QLatin1String(combinedListName),
-                              QStringLiteral("%1 files").arg(files), true);
+    const QString subject =
+        ofSeveralFiles ? QStringLiteral("%1 files").arg(files) : quotedName(m_firstName);
+    return writeAndOpen(context, *output, listName,
+                        renderWordTable(std::move(words), settings, subject));
 }
 
 bool WordListRun::firstReportOf(const QString& stopListPath)

@@ -1,24 +1,22 @@
 #pragma once
 
 #include "support/FileRef.h"
+#include "words/FileJob.h"
+#include "words/ListSettings.h"
 #include "words/WordContext.h"
+#include "words/WordListRenderer.h"
 #include "words/WordTable.h"
 
 #include <QSet>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 namespace tallyvox {
 
-/// The word list of one file, start to end: a fresh, empty "<name>.txt" in the output
-/// folder, the words indexed, ordered and rendered with the settings of this moment,
-/// written as UTF-8, handed to the text editor, and the application raised again. A file
-/// without words leaves the empty list and opens nothing (noErr). A list that could not be
-/// placed or written opens nothing either: its status is returned and one line logged.
-/// The word-list options may end the name in ".csv" or ".tsv" instead, and in a run that
-/// combines its files (context.run) the words are only collected for the run's list.
-Status writeWordList(const WordContext& context, const FileRef& file, const QString& name);
+class WordListRun;
+class WordTableJob;
 
 /// The name of the list of several files, in combinedListFolder, before its extension.
 inline constexpr char combinedListName[] = "Combined word list";
@@ -26,6 +24,56 @@ inline constexpr char combinedListName[] = "Combined word list";
 /// The alert for a stop list that cannot be read.
 inline constexpr char16_t unreadableStopListMessage[] =
     u"The stop list \"%1\" cannot be read, so the word lists are made without it.";
+
+/// The word list of one file, start to end. start() reads the settings once, makes a
+/// fresh, empty "<name>.txt" in the output folder, and has the words indexed, then ordered
+/// and rendered on a worker thread. commit() writes the text as UTF-8, hands the list to
+/// the text editor and raises the application. A file without words leaves the empty list
+/// and opens nothing (noErr). A list that could not be placed or written opens nothing
+/// either: its status is returned and one line logged. The word-list options may end the
+/// name in ".csv" or ".tsv" instead, and in a run that combines its files the job only
+/// hands its table to the run.
+class WordListJob final : public FileJob {
+    Q_OBJECT
+public:
+    /// run: the batch run the list belongs to, or none (a service's list is a run of its own).
+    WordListJob(const WordContext& context, FileRef file, QString name, WordListRun* run = nullptr);
+    ~WordListJob() override;
+    WordListJob(const WordListJob&) = delete;
+    WordListJob& operator=(const WordListJob&) = delete;
+
+    void start() override;
+    void stop() override;
+    Status commit() override;
+
+    /// True when the indexer left a table cut short by one of its limits.
+    bool partial() const { return m_partial; }
+
+private:
+    void indexed();
+    void render(WordTable table);
+
+    WordContext m_context;
+    FileRef m_file;
+    QString m_name;
+    WordListRun* m_run;
+    ListSettings m_settings;
+    bool m_combining = false;
+    bool m_partial = false;
+    bool m_stopped = false;
+    Status m_placement = noErr;
+    QString m_listName;
+    std::optional<FileRef> m_output;
+    std::unique_ptr<WordTableJob> m_words;
+    /// The table kept for a combining run.
+    WordTable m_table;
+    RenderedList m_list;
+};
+
+/// The settings of this moment for a list, with the stop list's words. A stop list that
+/// cannot be read is reported (once a run, when there is one) and the list is made
+/// without it.
+ListSettings listSettingsOfThisMoment(const WordContext& context, WordListRun* run);
 
 /// One batch run of word lists. It reports a stop list that cannot be read once, however
 /// many lists the run makes, and with "CombineFiles" it sums the words of the run's files
@@ -38,8 +86,8 @@ public:
     /// True while the run's files go into one list.
     bool combining() const { return m_combining; }
 
-    /// Indexes the file and adds its words to the run's list.
-    void collect(const WordContext& context, const FileRef& file, const QString& name);
+    /// Adds a file's words to the run's list; files are added in the order given.
+    void collect(WordTable table, const QString& name);
 
     /// The run's files are done: the list of everything collected is written and opened,
     /// in combinedListFolder as combinedListName, or as the one file's own list when only

@@ -1,10 +1,7 @@
 #include "words/WordListRenderer.h"
 
-#include "prefs/PreferenceStore.h"
-#include "support/Desktop.h"
 #include "words/CountFormatter.h"
 #include "words/DictionaryOrder.h"
-#include "words/IndexerClient.h"
 #include "words/ListFormats.h"
 #include "words/WordOrdering.h"
 #include "words/WordTableShaping.h"
@@ -137,22 +134,9 @@ void AppendLineSeparator(QByteArray& text, LineStyle lineStyle)
     }
 }
 
-std::optional<QByteArray> RenderWordList(const WordContext& context, const FileRef& file,
-                                         LineStyle lineStyle, SeparateBy separateBy,
-                                         bool alphabetical, const WordListOptions& options)
+RenderedList renderWordTable(WordTable table, const ListSettings& settings, const QString& subject)
 {
-    WordTable table = BuildWordTable(context, file);
-    const std::optional<QString> name = CopyFileName(file);
-    const QString subject = name ? QLatin1Char('"') + *name + QLatin1Char('"') : QString();
-    return renderWordTable(context, std::move(table), subject, lineStyle, separateBy, alphabetical,
-                           options);
-}
-
-std::optional<QByteArray> renderWordTable(const WordContext& context, WordTable table,
-                                          const QString& subject, LineStyle lineStyle,
-                                          SeparateBy separateBy, bool alphabetical,
-                                          const WordListOptions& options)
-{
+    const WordListOptions& options = settings.options;
     shapeWordTable(table, options);
     std::optional<DictionaryOrder> dictionary;
     if (options.dictionaryOrder) {
@@ -160,42 +144,46 @@ std::optional<QByteArray> renderWordTable(const WordContext& context, WordTable 
     }
     std::optional<WordOrder> words;
     std::optional<WordOrder> counts;
-    OrderWords(context.preferences, table, words, counts, alphabetical,
+    OrderWords(settings.includeFrequency, table, words, counts, settings.alphabetical,
                dictionary ? &*dictionary : nullptr);
 
+    RenderedList list;
     // The logged number is the total of the counts, so 0 when frequencies are off.
     if (!subject.isEmpty()) {
-        context.desktop.log(QStringLiteral("There are %1 words in %2")
-                                .arg(static_cast<qint32>(SumCounts(counts)))
-                                .arg(subject));
+        list.logLines.append(QStringLiteral("There are %1 words in %2")
+                                 .arg(static_cast<qint32>(SumCounts(counts)))
+                                 .arg(subject));
     }
     if (!words) {
-        return std::nullopt;
+        return list;
     }
 
-    const bool showCounts = context.preferences.GetIncludeFrequency() && counts.has_value();
-    const WordOrder* shownCounts = showCounts ? &*counts : nullptr;
+    const WordOrder* shownCounts = counts ? &*counts : nullptr;
     if (options.listFormat != ListFormat::Text) {
         QByteArray result = renderTabularList(options.listFormat, *words, shownCounts);
         if (options.includeTotals && options.listFormat == ListFormat::Tsv) {
             result += totalsLine(totalsOf(table)).toUtf8() + '\n';
         } else if (options.includeTotals && !subject.isEmpty()) {
             // A CSV row of totals would be read as a word.
-            context.desktop.log(
+            list.logLines.append(
                 QStringLiteral("Totals of %1: %2").arg(subject, describeTotals(totalsOf(table))));
         }
-        return result;
+        list.text = std::move(result);
+        return list;
     }
 
     const CountFormatter locale;
     if (!locale.isValid()) {
-        return QByteArray();
+        list.text = QByteArray();
+        return list;
     }
-    QByteArray result = renderText(*words, shownCounts, lineStyle, separateBy, locale);
+    QByteArray result =
+        renderText(*words, shownCounts, settings.lineStyle, settings.separateBy, locale);
     if (options.includeTotals) {
-        appendTotalsLine(result, totalsOf(table), lineStyle);
+        appendTotalsLine(result, totalsOf(table), settings.lineStyle);
     }
-    return result;
+    list.text = std::move(result);
+    return list;
 }
 
 } // namespace tallyvox

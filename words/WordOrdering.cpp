@@ -1,6 +1,5 @@
 #include "words/WordOrdering.h"
 
-#include "prefs/PreferenceStore.h"
 #include "words/DictionaryOrder.h"
 
 #include <algorithm>
@@ -157,9 +156,9 @@ int CompareWordsByCount(QStringView a, QStringView b, const WordTable& table)
     return countB < countA ? -1 : (countB > countA ? 1 : 0);
 }
 
-void OrderWords(const PreferenceStore& preferences, const WordTable& table,
-                std::optional<WordOrder>& outWords, std::optional<WordOrder>& outCounts,
-                bool alphabetical, const DictionaryOrder* dictionary)
+void OrderWords(bool includeFrequency, const WordTable& table, std::optional<WordOrder>& outWords,
+                std::optional<WordOrder>& outCounts, bool alphabetical,
+                const DictionaryOrder* dictionary)
 {
     outCounts.reset();
     if (table.isEmpty()) {
@@ -173,7 +172,7 @@ void OrderWords(const PreferenceStore& preferences, const WordTable& table,
     } else {
         outWords.emplace(table, byFallingCount(table));
     }
-    if (preferences.GetIncludeFrequency()) {
+    if (includeFrequency) {
         outCounts = outWords;
     }
 }

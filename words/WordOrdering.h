@@ -11,7 +11,6 @@
 namespace tallyvox {
 
 class DictionaryOrder;
-class PreferenceStore;
 
 /// The words of a table in the order they are written, with each word's count at the same
 /// index. It refers to the table, which must outlive it. The table's own order is already
@@ -41,14 +40,15 @@ private:
 };
 
 /// The words of a table in the order they are written: alphabetical, or by falling
-/// count. outCounts gets the same order, to read each word's count from, but only while
-/// "IncludeFrequency" is on. An empty table leaves both outputs empty. With a dictionary
-/// (the "DictionaryOrder" option) the alphabetical order is its collation, and equal counts
-/// are ordered by it too; words it finds equal keep code-unit order. Without one, equal
+/// count. outCounts gets the same order, to read each word's count from, but only when
+/// includeFrequency ("IncludeFrequency" as the list was begun) is on. outWords is left
+/// untouched unless there is something to order. An empty table leaves both outputs empty. With a
+/// dictionary (the "DictionaryOrder" option) the alphabetical order is its collation, and equal
+/// counts are ordered by it too; words it finds equal keep code-unit order. Without one, equal
 /// counts keep code-unit order.
-void OrderWords(const PreferenceStore& preferences, const WordTable& table,
-                std::optional<WordOrder>& outWords, std::optional<WordOrder>& outCounts,
-                bool alphabetical, const DictionaryOrder* dictionary = nullptr);
+void OrderWords(bool includeFrequency, const WordTable& table, std::optional<WordOrder>& outWords,
+                std::optional<WordOrder>& outCounts, bool alphabetical,
+                const DictionaryOrder* dictionary = nullptr);
 
 /// Literal, case-sensitive UTF-16 code-unit order: "Zebra" < "apple", "10" < "9".
 int CompareWordsAlphabetically(QStringView a, QStringView b);

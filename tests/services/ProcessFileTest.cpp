@@ -1,11 +1,13 @@
 #include "services/ProcessFile.h"
 #include "prefs/PreferenceStore.h"
+#include "tests/common/FakeIndexer.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 #include "words/WordContext.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <sys/stat.h>
@@ -22,22 +24,16 @@ QByteArray readAll(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
 }
 
-// A world whose indexer is a script that notes each run and hands over a prepared word
-// table, so each test decides exactly what the "document" holds.
+// A world whose indexer hands over a prepared word table, so each test decides exactly
+// what the "document" holds.
 struct World {
     explicit World(const Table& table = {})
     {
-        QByteArray xml = "<?xml version=\"1.0\"?>\n<plist version=\"1.0\"><dict>";
+        WordTable words;
         for (const auto& [word, count] : table) {
-            xml += "<key>" + word.toUtf8() + "</key><integer>" + QByteArray::number(count) +
-                   "</integer>";
+            words.insert(word, count);
         }
-        const QByteArray result = QFile::encodeName(
-            env.writeFile(QStringLiteral("result.plist"), xml + "</dict></plist>"));
-        const QString script = env.writeFile(QStringLiteral("indexer/SearchKitIndexer"),
-                                             "#!/bin/sh\necho run >> '" + runsLog() + "'\ncp '" +
-                                                 result + "' \"$TMPDIR/index-1964.dat\"\n");
-        QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner);
+        indexer.setDefaultTable(words);
     }
 
     QString output(const QString& name = {}) const
@@ -49,8 +45,7 @@ struct World {
     {
         return *FileRef::fromPath(env.writeFile(QStringLiteral("input/") + name, content));
     }
-    QByteArray runsLog() const { return QFile::encodeName(env.root() + QStringLiteral("/runs")); }
-    int indexerRuns() const { return int(readAll(QFile::decodeName(runsLog())).count('\n')); }
+    int indexerRuns() const { return int(indexer.calls().size()); }
     // What the user would notice: everything but log lines.
     QStringList shown() const
     {
@@ -62,16 +57,24 @@ struct World {
         }
         return kinds;
     }
+    // The operation from start to end, as the batch run or a service does it.
     void process(const FileRef& file, int mode) const
     {
-        ProcessFile(context, file, ProcessMode(mode));
+        const std::unique_ptr<FileJob> job = ProcessFile(context, file, ProcessMode(mode));
+        if (!job) {
+            return;
+        }
+        QSignalSpy ready(job.get(), &FileJob::ready);
+        job->start();
+        QVERIFY(ready.wait(5000));
+        job->commit();
     }
 
     testing::TestEnvironment env;
     testing::RecordingDesktop desktop;
     PreferenceStore preferences;
-    WordContext context{desktop, preferences, env.root() + QStringLiteral("/indexer"),
-                        env.tempFolder()};
+    testing::FakeIndexer indexer;
+    WordContext context{desktop, preferences, indexer, env.tempFolder()};
 };
 
 } // namespace

@@ -1,11 +1,13 @@
 #include "services/ServiceDispatcher.h"
 #include "prefs/PreferenceStore.h"
+#include "tests/common/FakeIndexer.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <unicode/locid.h>
@@ -29,6 +31,19 @@ const Pasteboard file{PasteboardItem{{QStringLiteral("text/uri-list"), "file://@
 ServiceRequest request(const char* name, const Pasteboard& pasteboard)
 {
     return {QString::fromLatin1(name), pasteboard};
+}
+
+// A request performed to its end: begun, and committed once it is ready.
+Status performed(const ServiceContext& context, const ServiceRequest& request)
+{
+    const std::unique_ptr<ServiceJob> job = HandleServicePerform(context, request);
+    if (!job->isReady()) {
+        QSignalSpy ready(job.get(), &FileJob::ready);
+        if (!ready.wait(5000)) {
+            return noErr;
+        }
+    }
+    return job->commit();
 }
 
 // What a request did, as lines; the word list by its file name alone.
@@ -137,12 +152,12 @@ private slots:
         testing::RecordingDesktop desktop;
         PreferenceStore preferences;
         QVERIFY(preferences.writeBool(prefs::QuitWhenDone, quitWhenDone));
-        const WordContext words{desktop, preferences, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
-                                env.tempFolder()};
+        testing::FakeIndexer indexer;
+        const WordContext words{desktop, preferences, indexer, env.tempFolder()};
         QList<std::chrono::milliseconds> timers;
         const ServiceContext context{words, [&](auto delay) { timers.append(delay); }};
 
-        QCOMPARE(HandleServicePerform(context, request), eventNotHandledErr);
+        QCOMPARE(performed(context, request), eventNotHandledErr);
         QCOMPARE(desktop.events().first().kind, QStringLiteral("raise"));
         QCOMPARE(outcome(desktop), expected);
         QCOMPARE(timers, quitWhenDone ? QList{std::chrono::milliseconds(1000)}
@@ -192,10 +207,9 @@ private slots:
         QVERIFY(preferences.writeBool(prefs::IncludeTotals, true));
         QVERIFY(preferences.writeInteger(prefs::ListFormat, 2));
         QVERIFY(preferences.writeString(prefs::StopListPath, stopList));
-        const ServiceContext context{
-            {desktop, preferences, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR), env.tempFolder()},
-            {}};
-        HandleServicePerform(context, request(service.constData(), text("The the THE cat")));
+        testing::FakeIndexer indexer;
+        const ServiceContext context{{desktop, preferences, indexer, env.tempFolder()}, {}};
+        performed(context, request(service.constData(), text("The the THE cat")));
         QCOMPARE(outcome(desktop),
                  QStringList(expected).replaceInStrings(QStringLiteral("%1"), stopList));
         QFile written(env.dataHome() +

@@ -2,12 +2,14 @@
 #include "prefs/PreferenceStore.h"
 #include "shell/PreferencesWindow.h"
 #include "support/IndexerStop.h"
+#include "tests/common/FakeIndexer.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
@@ -16,6 +18,7 @@
 
 using namespace tallyvox;
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 class ApplicationShellTest : public QObject {
     Q_OBJECT
@@ -26,18 +29,13 @@ class ApplicationShellTest : public QObject {
         testing::TestEnvironment env;
         testing::RecordingDesktop desktop;
         PreferenceStore store;
-        QStringList processed;
-        std::function<void()> onFile;
+        testing::FakeIndexer indexer;
         IndexerStop indexerStop;
-        ApplicationShell shell{desktop, store,
-                               [this](const FileRef& file) {
-                                   processed.append(file.name());
-                                   if (onFile) {
-                                       onFile();
-                                   }
-                               },
-                               &indexerStop};
+        WordContext words{desktop, store, indexer, env.tempFolder(), &indexerStop};
+        ApplicationShell shell{store, words};
         World() { shell.start(QRect(0, 0, 1440, 900)); }
+        /// The files indexed, by name, in order.
+        qsizetype processed() const { return indexer.calls().size(); }
         Status command(const char* code, Origin origin = Origin::MainWindow)
         {
             return shell.issueCommand(CommandId::fromChars(code), origin);
@@ -100,11 +98,11 @@ private slots:
         w.desktop.answerOpenPanel(w.files(3));
         QSignalSpy ended(&w.shell.batch(), &BatchRunner::runEnded);
         QCOMPARE(w.command("open"), noErr);
-        QVERIFY(w.processed.isEmpty());
+        QCOMPARE(w.processed(), 0);
         QCOMPARE(w.desktop.texts(u"openPanel"_s),
                  QStringList{u"Select one or more files to extract words from."_s});
         QVERIFY(ended.wait(2000));
-        QCOMPARE(w.processed.size(), 3);
+        QCOMPARE(w.processed(), 3);
 
         // A cancelled panel leaves everything as it was.
         QCOMPARE(w.command("open"), noErr);
@@ -119,8 +117,9 @@ private slots:
         QCOMPARE(w.command("ok  "), noErr);
         QCOMPARE(end.size(), 1);
 
-        w.onFile = [&] {
-            if (w.processed.size() == 1) {
+        w.indexer.setDefaultDelay(5s);
+        w.indexer.onStart = [&](const QString&) {
+            if (w.processed() == 1) {
                 // 'quit' is only flagged by the application, and the indexer ended at
                 // once; the standard end quits once the run has seen the flag.
                 QCOMPARE(w.command("quit"), noErr);
@@ -128,9 +127,13 @@ private slots:
                 QCOMPARE(end.size(), 1);
             }
         };
+        QElapsedTimer clock;
+        clock.start();
         w.shell.openDocuments(w.files(2));
         QTRY_COMPARE_WITH_TIMEOUT(end.size(), 2, 2000);
-        QCOMPARE(w.processed, QStringList{u"a"_s});
+        QVERIFY(clock.elapsed() < 2000);
+        QCOMPARE(w.processed(), 1);
+        QCOMPARE(w.indexer.running(), 0);
     }
 
     void preferencesWindowComesFirstInItsChain()

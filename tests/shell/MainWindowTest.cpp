@@ -2,6 +2,7 @@
 #include "shell/ApplicationShell.h"
 #include "shell/WindowBounds.h"
 #include "support/FilePath.h"
+#include "tests/common/FakeIndexer.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 
@@ -141,7 +142,8 @@ private slots:
         testing::RecordingDesktop desktop;
         PreferenceStore store;
         store.writeWindowBounds(QRect(-399, 120, 400, 300));
-        ApplicationShell shell(desktop, store, [](const FileRef&) {});
+        testing::FakeIndexer indexer;
+        ApplicationShell shell(store, {desktop, store, indexer, env.tempFolder()});
         shell.start(QRect(0, 0, 1440, 900));
         QCOMPARE(shell.mainWindow().geometry(), QRect(-399, 120, 400, 300));
         shell.mainWindow().setGeometry(QRect(10, 40, 420, 310));

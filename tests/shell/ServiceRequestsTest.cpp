@@ -1,6 +1,8 @@
 #include "shell/ServiceRequests.h"
 #include "prefs/PreferenceStore.h"
+#include "shell/JobQueue.h"
 #include "shell/ServiceBus.h"
+#include "tests/common/FakeIndexer.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 
@@ -104,8 +106,10 @@ private slots:
         desktop.setSelection(SelectionSource::Primary, textPasteboard("primary"));
         desktop.setSelection(SelectionSource::Clipboard, textPasteboard("clipboard"));
         PreferenceStore preferences;
-        const WordContext words{desktop, preferences, {}, env.tempFolder()};
-        ServiceActions actions({words, {}});
+        testing::FakeIndexer indexer;
+        const WordContext words{desktop, preferences, indexer, env.tempFolder()};
+        JobQueue jobs;
+        ServiceActions actions({words, {}}, jobs);
         ApplicationBusObject object;
         QDBusConnection bus = QDBusConnection::sessionBus();
         QCOMPARE(claimSingleInstance(bus, object), InstanceClaim::Primary);

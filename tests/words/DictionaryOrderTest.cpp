@@ -13,12 +13,10 @@ namespace {
 // The table's words ordered, with a dictionary of locale ("-": none, code units).
 QString ordered(const WordTable& table, const QByteArray& locale, bool alphabetical)
 {
-    testing::TestEnvironment env;
-    const PreferenceStore prefs;
     const DictionaryOrder dictionary(locale);
     std::optional<WordOrder> words;
     std::optional<WordOrder> counts;
-    OrderWords(prefs, table, words, counts, alphabetical, locale == "-" ? nullptr : &dictionary);
+    OrderWords(true, table, words, counts, alphabetical, locale == "-" ? nullptr : &dictionary);
     QStringList entries;
     for (qsizetype i = 0; i < words->size(); ++i) {
         entries.append(words->word(i).toString() + u':' + QString::number(counts->count(i)));

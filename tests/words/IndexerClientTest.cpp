@@ -1,14 +1,15 @@
 #include "words/IndexerClient.h"
 #include "prefs/PreferenceStore.h"
-#include "support/IndexerProgress.h"
 #include "support/IndexerStop.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
+#include "words/ProcessIndexer.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -74,31 +75,44 @@ struct World {
         }
         return names;
     }
+    // The indexers of bin, or the real ones of the build tree.
     WordContext context(bool ownIndexers = true)
     {
-        return {
-            desktop,          prefs, ownIndexers ? bin : QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
-            env.tempFolder(), &stop, timeBase};
+        indexer = std::make_unique<ProcessIndexer>(
+            desktop,
+            ProcessIndexer::Setup{ownIndexers ? bin : QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
+                                  env.tempFolder(), stallLimit});
+        return {desktop, prefs, *indexer, env.tempFolder(), &stop};
+    }
+    // The file's table, once the job says it is done; reports collects its progress
+    // reports as "done/total".
+    WordTable tableOf(const QString& path, bool ownIndexers = true, QStringList* reports = nullptr)
+    {
+        const WordContext words = context(ownIndexers);
+        const std::unique_ptr<WordTableJob> job = BuildWordTable(words, *FileRef::fromPath(path));
+        QSignalSpy finished(job.get(), &WordTableJob::finished);
+        if (reports) {
+            QObject::connect(job.get(), &WordTableJob::progressed, job.get(),
+                             [reports](quint64 done, quint64 total) {
+                                 reports->append(QStringLiteral("%1/%2").arg(done).arg(total));
+                             });
+        }
+        if (!finished.wait(30000)) {
+            qWarning("the word table job did not finish");
+            return {};
+        }
+        return std::move(job->table());
     }
     WordTable count(const QString& name, const QByteArray& content, bool ownIndexers = true)
     {
-        return BuildWordTable(context(ownIndexers),
-                              *FileRef::fromPath(env.writeFile(name, content)));
+        return tableOf(env.writeFile(name, content), ownIndexers);
     }
     // Every report the indexer's run passes on, as "done/total".
     QStringList reportsOf(const QString& name, const QByteArray& content, bool ownIndexers,
                           WordTable* table = nullptr)
     {
-        IndexerProgress progress;
         QStringList reports;
-        QObject::connect(&progress, &IndexerProgress::progressed, &progress,
-                         [&](quint64 done, quint64 total) {
-                             reports.append(QStringLiteral("%1/%2").arg(done).arg(total));
-                         });
-        WordContext withProgress = context(ownIndexers);
-        withProgress.progress = &progress;
-        WordTable result =
-            BuildWordTable(withProgress, *FileRef::fromPath(env.writeFile(name, content)));
+        WordTable result = tableOf(env.writeFile(name, content), ownIndexers, &reports);
         if (table) {
             *table = std::move(result);
         }
@@ -110,7 +124,8 @@ struct World {
     testing::RecordingDesktop desktop;
     const PreferenceStore prefs;
     IndexerStop stop;
-    std::chrono::milliseconds timeBase = 20s;
+    std::chrono::milliseconds stallLimit = 20s;
+    std::unique_ptr<ProcessIndexer> indexer;
     const QString bin = env.root() + QStringLiteral("/indexers");
 };
 
@@ -187,9 +202,9 @@ private slots:
         QTest::newRow("crash after writing a table")
             << writes + dictionaryOf("stale") + "EOF\nkill -SEGV $$\n"
             << both << hello << QStringLiteral("SearchKitIndexer was ended by signal 11");
-        QTest::newRow("past its time limit")
-            << QByteArray("sleep 20\n") << both << hello
-            << QStringLiteral("SearchKitIndexer was ended after 1 s, its time limit");
+        QTest::newRow("no progress for its stall limit")
+            << QByteArray("echo 'progress 1 10'\nsleep 20\n") << both << hello
+            << QStringLiteral("SearchKitIndexer was ended: it read nothing further for 1 s");
         QTest::newRow("missing first indexer")
             << QByteArray() << both.mid(1) << hello
             << QStringLiteral("SearchKitIndexer could not be started");
@@ -201,7 +216,7 @@ private slots:
         QFETCH(QStringList, expectedWords);
         QFETCH(QString, log);
         World world;
-        world.timeBase = 300ms;
+        world.stallLimit = 300ms;
         if (!first.isEmpty()) {
             world.writeIndexer(QStringLiteral("SearchKitIndexer"), first);
         }
@@ -271,7 +286,7 @@ private slots:
             QCOMPARE(::bind(fd, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
             ::close(fd);
         }
-        QVERIFY(BuildWordTable(world.context(), *FileRef::fromPath(path)).isEmpty());
+        QVERIFY(world.tableOf(path).isEmpty());
         QCOMPARE(world.calls(), QList<QStringList>());
         QVERIFY(world.logged(QStringLiteral("\"%1\" is %2, not a document").arg(path, kind)));
     }
@@ -318,6 +333,21 @@ private slots:
             last = done;
         }
         QCOMPARE(last, quint64(text.size()));
+    }
+
+    // A long run is never cut while it reads on: only a run that stops moving is ended.
+    void runThatKeepsReadingOutlivesTheStallLimit()
+    {
+        World world;
+        world.stallLimit = 400ms;
+        world.writeIndexer(QStringLiteral("SearchKitIndexer"),
+                           "for i in 1 2 3 4 5 6 7 8; do echo \"progress $i 8\"; sleep 0.15; done\n"
+                           "cat > \"$TMPDIR/index-1964.dat\" <<'EOF'\n" +
+                               dictionaryOf("whole") + "EOF\n");
+        world.writeIndexer(QStringLiteral("SearchKitIndexer32"), "exit 1\n");
+        QCOMPARE(world.count(QStringLiteral("long.txt"), "x").keys(),
+                 QStringList{QStringLiteral("whole")});
+        QCOMPARE(world.callNames(), QStringList{QStringLiteral("SearchKitIndexer")});
     }
 
     void stopEndsTheRunningIndexerAndAnyLater()

@@ -5,6 +5,7 @@
 #include "prefs/PreferenceStore.h"
 #include "tests/common/RecordingDesktop.h"
 #include "words/IndexerClient.h"
+#include "words/ProcessIndexer.h"
 
 #include <QCoreApplication>
 
@@ -17,7 +18,14 @@ int main(int argc, char** argv)
     }
     tallyvox::testing::RecordingDesktop desktop;
     const tallyvox::PreferenceStore preferences;
-    const tallyvox::WordContext context{desktop, preferences, arguments.at(1), arguments.at(2)};
+    tallyvox::ProcessIndexer indexer(desktop, {arguments.at(1), arguments.at(2)});
+    const tallyvox::WordContext context{desktop, preferences, indexer, arguments.at(2)};
     const std::optional<tallyvox::FileRef> file = tallyvox::FileRef::fromPath(arguments.at(3));
-    return file && !tallyvox::BuildWordTable(context, *file).isEmpty() ? 0 : 1;
+    if (!file) {
+        return 1;
+    }
+    const std::unique_ptr<tallyvox::WordTableJob> job = tallyvox::BuildWordTable(context, *file);
+    QObject::connect(job.get(), &tallyvox::WordTableJob::finished, &app,
+                     [&] { app.exit(job->table().isEmpty() ? 1 : 0); });
+    return QCoreApplication::exec();
 }

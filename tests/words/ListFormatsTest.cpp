@@ -1,6 +1,5 @@
 #include "words/ListFormats.h"
 #include "prefs/PreferenceStore.h"
-#include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 #include "words/WordListRenderer.h"
 
@@ -27,18 +26,18 @@ const WordTable awkwardWords{
 
 struct World {
     testing::TestEnvironment env;
-    testing::RecordingDesktop desktop;
     PreferenceStore prefs;
-    WordContext context{desktop, prefs, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
-                        env.tempFolder()};
+    /// What the last list left for the log.
+    QStringList logLines;
 
     /// The list of table as the store's settings and options make it.
     QString render(const WordTable& table, const WordListOptions& options)
     {
-        const std::optional<QByteArray> text = renderWordTable(
-            context, table, u"\"list\""_s, prefs.GetLineStyle(), prefs.GetSeparateBy(),
-            prefs.GetSortBy() == SortBy::Alphabetical, options);
-        return text ? QString::fromUtf8(*text) : u"<nothing>"_s;
+        ListSettings settings = ListSettings::read(prefs);
+        settings.options = options;
+        RenderedList list = renderWordTable(table, settings, u"\"list\""_s);
+        logLines = list.logLines;
+        return list.text ? QString::fromUtf8(*list.text) : u"<nothing>"_s;
     }
 };
 
@@ -100,7 +99,7 @@ private slots:
                  u"10 (1)\n3,000 (2)\n9 (1)\nApple (2)\nSS (1)\nTHE (1)\nThe (4)\nZebra (1)\n"
                  u"apple (3)\ne\u0301 (1)\nnil (0)\nodd\nthe (1234567)\nx\"y (1)\n\u00df (1)\n"
                  u"\u00e9 (2)\n"_s);
-        QCOMPARE(w.desktop.logLines(), QStringList{u"There are 1234588 words in \"list\""_s});
+        QCOMPARE(w.logLines, QStringList{u"There are 1234588 words in \"list\""_s});
     }
 
     void csvIsReadBackByPython_data()
@@ -136,7 +135,7 @@ private slots:
             expected.append(frequency ? QJsonArray{word, field} : QJsonArray{word});
         }
         QCOMPARE(rowsReadByPython(w.env.writeFile(u"list.csv"_s, bytes)), expected);
-        QCOMPARE(w.desktop.logLines().last(),
+        QCOMPARE(w.logLines.last(),
                  u"Totals of \"list\": 24 words, 10 distinct words, type/token ratio 0.4167"_s);
     }
 

@@ -1,7 +1,4 @@
 #include "words/WordListRenderer.h"
-#include "prefs/PreferenceStore.h"
-#include "tests/common/RecordingDesktop.h"
-#include "tests/common/TestEnvironment.h"
 #include "words/CountFormatter.h"
 #include "words/WordOrdering.h"
 #include "words/WordTable.h"
@@ -48,34 +45,31 @@ private slots:
         QFETCH(int, lineStyle);
         QFETCH(QString, expected);
 
-        testing::TestEnvironment env;
-        testing::RecordingDesktop desktop;
-        PreferenceStore prefs;
-        QVERIFY(prefs.writeBool(prefs::IncludeFrequency, frequency));
-        const WordContext context{desktop, prefs, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
-                                  env.tempFolder()};
-        const QString input =
-            env.writeFile(QStringLiteral("Report.pdf"), "the cat, the dog; the cat.\n");
-        const std::optional<QByteArray> text =
-            RenderWordList(context, *FileRef::fromPath(input), static_cast<LineStyle>(lineStyle),
-                           static_cast<SeparateBy>(separateBy), alphabetical);
-        QVERIFY(text);
-        QCOMPARE(QString::fromUtf8(*text), expected);
-        QCOMPARE(desktop.logLines().last(),
-                 QStringLiteral("There are %1 words in \"Report.pdf\"").arg(frequency ? 6 : 0));
+        ListSettings settings;
+        settings.alphabetical = alphabetical;
+        settings.includeFrequency = frequency;
+        settings.separateBy = static_cast<SeparateBy>(separateBy);
+        settings.lineStyle = static_cast<LineStyle>(lineStyle);
+        const WordTable table{
+            {QStringLiteral("the"), 3}, {QStringLiteral("cat"), 2}, {QStringLiteral("dog"), 1}};
+        const RenderedList list =
+            renderWordTable(table, settings, QStringLiteral("\"Report.pdf\""));
+        QVERIFY(list.text);
+        QCOMPARE(QString::fromUtf8(*list.text), expected);
+        QCOMPARE(
+            list.logLines,
+            QStringList{
+                QStringLiteral("There are %1 words in \"Report.pdf\"").arg(frequency ? 6 : 0)});
     }
 
-    void fileWithoutWordsRendersNothing()
+    void tableWithoutWordsRendersNothing()
     {
-        testing::TestEnvironment env;
-        testing::RecordingDesktop desktop;
-        const PreferenceStore prefs;
-        const WordContext context{desktop, prefs, QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR),
-                                  env.tempFolder()};
-        const QString input = env.writeFile(QStringLiteral("empty.txt"), " ... --- \n");
-        QVERIFY(!RenderWordList(context, *FileRef::fromPath(input), LineStyle::LineFeed,
-                                SeparateBy::Parentheses, true));
-        QCOMPARE(desktop.logLines().last(), QStringLiteral("There are 0 words in \"empty.txt\""));
+        const RenderedList list =
+            renderWordTable(WordTable(), ListSettings(), QStringLiteral("\"empty.txt\""));
+        QVERIFY(!list.text);
+        QCOMPARE(list.logLines, QStringList{QStringLiteral("There are 0 words in \"empty.txt\"")});
+        // Without a subject nothing is said.
+        QVERIFY(renderWordTable(WordTable(), ListSettings(), QString()).logLines.isEmpty());
     }
 
     void countsUseTheLocaleDigitsWithoutGrouping_data()

@@ -1,6 +1,7 @@
 #include "words/WordOrdering.h"
 #include "prefs/PreferenceStore.h"
 #include "tests/common/TestEnvironment.h"
+#include "words/ListSettings.h"
 
 #include <QTest>
 
@@ -12,8 +13,6 @@ class WordOrderingTest : public QObject {
 private slots:
     void alphabeticalIsUtf16CodeUnitOrder()
     {
-        testing::TestEnvironment env;
-        const PreferenceStore prefs;
         // Decomposed before precomposed; a surrogate pair (0xD83D...) sorts before U+FF5E,
         // unlike code-point order.
         const QStringList expected{QStringLiteral("10"),
@@ -31,7 +30,7 @@ private slots:
         }
         std::optional<WordOrder> words;
         std::optional<WordOrder> counts;
-        OrderWords(prefs, table, words, counts, true);
+        OrderWords(true, table, words, counts, true);
         QCOMPARE(words->toStringList(), expected);
         QCOMPARE(counts->size(), expected.size());
     }
@@ -57,7 +56,8 @@ private slots:
                               {QStringLiteral("big"), 40000}};
         std::optional<WordOrder> words;
         std::optional<WordOrder> counts;
-        OrderWords(prefs, table, words, counts, prefs.GetSortBy() == SortBy::Alphabetical);
+        const ListSettings settings = ListSettings::read(prefs);
+        OrderWords(settings.includeFrequency, table, words, counts, settings.alphabetical);
         const QStringList list = words->toStringList();
         QCOMPARE(list.mid(0, 3), (QStringList{QStringLiteral("big"), QStringLiteral("five"),
                                               QStringLiteral("three")}));
@@ -69,29 +69,27 @@ private slots:
 
     void countsExistOnlyWithFrequencyOn()
     {
-        testing::TestEnvironment env;
-        PreferenceStore prefs;
-        QVERIFY(prefs.writeBool(prefs::IncludeFrequency, false));
         const WordTable table{{QStringLiteral("a"), 2}};
         std::optional<WordOrder> words;
         std::optional<WordOrder> counts = WordOrder(table);
-        OrderWords(prefs, table, words, counts, true);
+        OrderWords(false, table, words, counts, true);
         QCOMPARE(words->toStringList(), QStringList{QStringLiteral("a")});
         QVERIFY(!counts);
         QCOMPARE(SumCounts(counts), 0u);
     }
 
-    void emptyTableLeavesBothOutputsEmpty()
+    // The counts are reset first; the words are left as the caller had them, so a caller
+    // that did not clear them sees its own value again.
+    void emptyTableResetsCountsAndLeavesWords()
     {
-        testing::TestEnvironment env;
-        const PreferenceStore prefs;
         const WordTable empty;
         const WordTable one{{QStringLiteral("a"), 1}};
-        std::optional<WordOrder> words;
+        std::optional<WordOrder> words = WordOrder(one);
         std::optional<WordOrder> counts = WordOrder(one);
-        OrderWords(prefs, empty, words, counts, false);
-        QVERIFY(!words);
+        OrderWords(true, empty, words, counts, false);
         QVERIFY(!counts);
+        QVERIFY(words);
+        QCOMPARE(words->toStringList(), QStringList{QStringLiteral("a")});
     }
 
     void sumWrapsAndSkipsWhatDoesNotFit()

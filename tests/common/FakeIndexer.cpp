@@ -1,0 +1,105 @@
+#include "tests/common/FakeIndexer.h"
+
+#include <QFile>
+#include <QMap>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace tallyvox::testing {
+
+WordTable countWhiteSpaceWords(const QByteArray& text)
+{
+    QMap<QString, qint64> counts;
+    for (const QByteArray& word : text.simplified().split(' ')) {
+        if (!word.isEmpty()) {
+            ++counts[QString::fromUtf8(word)];
+        }
+    }
+    WordTable table;
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
+        table.insert(it.key(), it.value());
+    }
+    return table;
+}
+
+class FakeRun final : public IndexerRun {
+public:
+    FakeRun(FakeIndexer& indexer, FakeIndexer::Script script)
+        : m_indexer(indexer), m_script(std::move(script))
+    {
+        m_indexer.m_mostAtOnce = std::max(m_indexer.m_mostAtOnce, ++m_indexer.m_running);
+        const auto reports = static_cast<int>(m_script.progress.size());
+        for (int i = 0; i < reports; ++i) {
+            const auto at = m_script.delay * (i + 1) / (reports + 1);
+            QTimer::singleShot(at, this, [this, i] {
+                if (!isFinished()) {
+                    emit progressed(m_script.progress.at(i).first, m_script.progress.at(i).second);
+                }
+            });
+        }
+        QTimer::singleShot(m_script.delay, this, [this] { end(m_script.ending); });
+    }
+    ~FakeRun() override
+    {
+        if (!m_ended) {
+            --m_indexer.m_running;
+        }
+    }
+    FakeRun(const FakeRun&) = delete;
+    FakeRun& operator=(const FakeRun&) = delete;
+
+    void stop() override { end(IndexerEnding::Stopped); }
+
+private:
+    void end(IndexerEnding ending)
+    {
+        if (m_ended) {
+            return;
+        }
+        m_ended = true;
+        --m_indexer.m_running;
+        const bool leftTable =
+            ending == IndexerEnding::Complete || ending == IndexerEnding::Partial;
+        if (leftTable && m_script.table) {
+            finish(ending, m_script.table);
+        } else {
+            finish(leftTable ? IndexerEnding::Failed : ending);
+        }
+    }
+
+    FakeIndexer& m_indexer;
+    FakeIndexer::Script m_script;
+    bool m_ended = false;
+};
+
+void FakeIndexer::script(const QString& path, Script script, const QString& executableName)
+{
+    m_scripts.insert(executableName + QLatin1Char(' ') + path, std::move(script));
+}
+
+std::unique_ptr<IndexerRun> FakeIndexer::start(const QString& posixPath,
+                                               const QString& executableName)
+{
+    const QString call = executableName + QLatin1Char(' ') + posixPath;
+    m_calls.append(call);
+    Script script;
+    if (const auto it = m_scripts.constFind(call); it != m_scripts.cend()) {
+        script = *it;
+    } else {
+        script.delay = m_defaultDelay;
+        QFile file(posixPath);
+        if (m_defaultTable) {
+            script.table = m_defaultTable;
+        } else if (file.open(QIODevice::ReadOnly)) {
+            script.table = countWhiteSpaceWords(file.readAll());
+        }
+    }
+    auto run = std::make_unique<FakeRun>(*this, std::move(script));
+    if (onStart) {
+        onStart(call);
+    }
+    return run;
+}
+
+} // namespace tallyvox::testing

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "words/Indexer.h"
+
+#include <QString>
+
+#include <chrono>
+
+namespace tallyvox {
+
+class Desktop;
+
+/// How long an indexer may go without reading further before it is taken to be stuck.
+inline constexpr std::chrono::milliseconds defaultIndexerStallLimit{60'000};
+
+/// The indexer executables, run as processes. Each run gets a fresh private folder of its
+/// own as TMPDIR, inside the temporary folder, and reads the result it left there.
+class ProcessIndexer final : public Indexer {
+public:
+    struct Setup {
+        /// The folder holding SearchKitIndexer and SearchKitIndexer32.
+        QString directory;
+        /// The private per-user temporary folder the runs' folders are made in.
+        QString temporaryFolder;
+        /// A run whose reported position has not moved for this long is ended. The
+        /// indexer reports at least every few seconds while it reads, so only a stuck
+        /// one waits this long.
+        std::chrono::milliseconds stallLimit = defaultIndexerStallLimit;
+    };
+
+    /// Log lines (the indexer's own complaints, and why a run ended) go to desktop.
+    ProcessIndexer(Desktop& desktop, Setup setup);
+
+    /// RunIndexer: the executable with posixPath as its one argument.
+    std::unique_ptr<IndexerRun> start(const QString& posixPath,
+                                      const QString& executableName) override;
+
+    /// One run alone uses the threads it chooses; several share the processor's cores
+    /// between them (TALLYVOX_INDEXER_THREADS in each run's environment).
+    void setConcurrentRuns(int runs) override;
+
+private:
+    Desktop& m_desktop;
+    Setup m_setup;
+    int m_threadsPerRun = 0;
+};
+
+/// libexec/tallyvox beside the running program's bin/ folder, in the build tree as installed.
+QString defaultIndexerDirectory();
+
+} // namespace tallyvox
