@@ -75,7 +75,7 @@ private:
 
 void FakeIndexer::script(const QString& path, Script script, const QString& executableName)
 {
-    m_scripts.insert(executableName + QLatin1Char(' ') + path, std::move(script));
+    m_scripts.emplace(executableName + QLatin1Char(' ') + path, std::move(script));
 }
 
 std::unique_ptr<IndexerRun> FakeIndexer::start(const QString& posixPath,
