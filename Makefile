@@ -6,7 +6,7 @@ CMAKE_FLAGS ?=
 ARGS ?=
 FUZZ_SECONDS ?= 60
 
-.PHONY: all deps configure build run test asan-test bench fuzz format format-check lint clean
+.PHONY: all deps configure build run test asan-test tsan-test bench fuzz format format-check lint clean
 
 all: build
 
@@ -28,6 +28,16 @@ test: build
 # The same tests with AddressSanitizer and UndefinedBehaviorSanitizer.
 asan-test:
 	$(MAKE) test BUILD=build-asan BUILD_TYPE=Debug CMAKE_FLAGS="-DTALLYVOX_SANITIZE=ON"
+
+# The tests that run work side by side (label concurrency) with ThreadSanitizer; Qt's own
+# libraries are not instrumented, so races reported inside them alone are suppressed.
+tsan-test: deps
+	@cmake -S . -B build-tsan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DTALLYVOX_TSAN=ON >/dev/null
+	cmake --build build-tsan -j $(JOBS) --target tallyvox SearchKitIndexer SearchKitIndexer32 \
+		IndexerParent IndexerClientTest WordListRunTest BatchRunnerTest ApplicationShellTest \
+		ConsoleModeTest
+	cd build-tsan && TSAN_OPTIONS="suppressions=$(CURDIR)/tests/tsan.supp halt_on_error=1 die_after_fork=0" \
+		ctest --output-on-failure -L concurrency
 
 bench: build
 	bench/run.sh $(BUILD)
@@ -51,7 +61,7 @@ lint: build
 	@echo "lint: no findings"
 
 clean:
-	rm -rf build build-asan
+	rm -rf build build-asan build-tsan
 
 .PHONY: package package-check
 

@@ -4,7 +4,8 @@
 
 #include <algorithm>
 
-#if defined(__SANITIZE_ADDRESS__)
+// The sanitizers' shadow memory needs far more address space than the cap allows.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define TALLYVOX_ASAN 1
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
