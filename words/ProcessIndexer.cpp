@@ -252,7 +252,7 @@ private:
         m_reading = true;
         auto* watcher = new QFutureWatcher<std::optional<WordTable>>(this);
         connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, ending] {
-            std::optional<WordTable> table = watcher->result();
+            std::optional<WordTable> table = watcher->future().takeResult();
             watcher->deleteLater();
             m_reading = false;
             finish(table ? ending : IndexerEnding::Failed, std::move(table));

@@ -127,7 +127,7 @@ void WordListJob::render(WordTable table)
 {
     auto* watcher = new QFutureWatcher<RenderedList>(this);
     connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher] {
-        m_list = watcher->result();
+        m_list = watcher->future().takeResult();
         watcher->deleteLater();
         becomeReady();
     });
