@@ -83,10 +83,12 @@ public:
             m_total = m_mode == ProcessMode::WordCount ? wordCount(m_words->table())
                                                        : characterCount(m_words->table());
             m_stopped = m_words->ending() == IndexerEnding::Stopped;
+            m_failed = m_words->ending() == IndexerEnding::Failed;
             becomeReady();
         });
     }
     void stop() override { m_words->stop(); }
+    bool failed() const override { return m_failed; }
     Status commit() override
     {
         if (!m_stopped) {
@@ -124,6 +126,7 @@ private:
     std::unique_ptr<WordTableJob> m_words;
     qint64 m_total = 0;
     bool m_stopped = false;
+    bool m_failed = false;
 };
 
 // Decoding needs no indexer: it is all done when the job commits.

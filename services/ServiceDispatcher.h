@@ -52,6 +52,7 @@ public:
     void start() override;
     void stop() override;
     Status commit() override;
+    bool failed() const override { return m_file && m_file->failed(); }
 
 private:
     void perform();

@@ -188,7 +188,7 @@ void BatchRunner::commitReady()
     while (!m_inFlight.empty() && m_inFlight.front().job->isReady()) {
         Item item = std::move(m_inFlight.front());
         m_inFlight.pop_front();
-        if (item.job->commit() != noErr) {
+        if (item.job->commit() != noErr || item.job->failed()) {
             m_listFailed = true;
         }
         // Its ready() may be the signal being delivered now.

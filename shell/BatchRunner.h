@@ -73,7 +73,8 @@ public:
     /// Files indexed at once; at least 1.
     int concurrency() const { return m_concurrency; }
     void setConcurrency(int files);
-    /// True once a list of a run could not be written, in this process.
+    /// True once a file of a run could not be processed (neither indexer gave its words)
+    /// or its list could not be written, in this process.
     bool listFailed() const { return m_listFailed; }
 
 signals:

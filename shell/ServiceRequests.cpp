@@ -58,6 +58,7 @@ void ServiceActions::add(ServiceRequest request, std::optional<SelectionSource> 
         m_job = HandleServicePerform(m_context, request);
         connect(m_job.get(), &FileJob::ready, this, [this, done = std::move(done)] {
             m_job->commit();
+            m_anyFailed = m_anyFailed || m_job->failed();
             // Its ready() may be the signal being delivered now.
             m_job.release()->deleteLater();
             done();

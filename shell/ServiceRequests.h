@@ -36,6 +36,9 @@ public:
     /// hand. selection: read it just before performing, as there was no pasteboard.
     void add(ServiceRequest request, std::optional<SelectionSource> selection = std::nullopt);
 
+    /// True once a request's file could not be processed (neither indexer gave its words).
+    bool anyFailed() const { return m_anyFailed; }
+
 private:
     /// add(), from the event loop.
     void enqueue(ServiceRequest request, std::optional<SelectionSource> selection);
@@ -43,6 +46,7 @@ private:
     ServiceContext m_context;
     JobQueue& m_queue;
     std::unique_ptr<ServiceJob> m_job;
+    bool m_anyFailed = false;
 };
 
 /// The pasteboards of a --service command line: one per file, else one from the text,

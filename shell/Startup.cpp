@@ -231,7 +231,7 @@ int runConsoleService(QCoreApplication& app, ConsoleDesktop& desktop,
         app.exec();
     }
     desktop.holdClipboard(clipboardHoldLimit);
-    return 0;
+    return actions.anyFailed() ? 1 : 0;
 }
 
 int runConsole(int argc, char** argv, const CommandLine& commandLine)

@@ -26,6 +26,9 @@ public:
     virtual Status commit() = 0;
 
     bool isReady() const { return m_ready; }
+    /// True once ready when the file could not be processed: neither indexer gave its
+    /// words (an empty document is no failure).
+    virtual bool failed() const { return false; }
 
 signals:
     /// How far the indexer has read the file, when it says.

@@ -111,6 +111,7 @@ void WordListJob::stop()
 void WordListJob::indexed()
 {
     m_partial = m_words->ending() == IndexerEnding::Partial;
+    m_failed = m_words->ending() == IndexerEnding::Failed;
     WordTable table = std::move(m_words->table());
     if (m_combining || m_stopped || m_words->ending() == IndexerEnding::Stopped) {
         m_stopped = m_stopped || m_words->ending() == IndexerEnding::Stopped;

@@ -46,6 +46,7 @@ public:
     void stop() override;
     Status commit() override;
 
+    bool failed() const override { return m_failed; }
     /// True when the indexer left a table cut short by one of its limits.
     bool partial() const { return m_partial; }
 
@@ -60,6 +61,7 @@ private:
     ListSettings m_settings;
     bool m_combining = false;
     bool m_partial = false;
+    bool m_failed = false;
     bool m_stopped = false;
     Status m_placement = noErr;
     QString m_listName;

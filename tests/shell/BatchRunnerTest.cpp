@@ -274,6 +274,8 @@ private slots:
         QCOMPARE(w.indexer.calls().filter(u"SearchKitIndexer32"_s).size(),
                  how == u"failed"_s ? 1 : 0);
         QCOMPARE(w.indexer.running(), 0);
+        // Only a file that neither indexer could read counts as not processed.
+        QCOMPARE(w.batch.listFailed(), fallback == u"failed"_s);
     }
 
     void stopOrQuitDuringTheSecondOfFiveFiles_data()

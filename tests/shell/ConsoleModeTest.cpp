@@ -200,6 +200,36 @@ private slots:
                               u"One or more items you dropped on Tallyvox was not a file."_s}));
     }
 
+    // A file that no indexer could read (its path is longer than the indexers take) keeps
+    // the designed outcome, an empty list or a count of 0, but the exit status says that
+    // it could not be processed; the files beside it are listed as usual.
+    void realProgramSaysWhenAFileCouldNotBeProcessed_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QStringList>("lines");
+        const QString deep = u"d/"_s.repeated(130) + u"deep.txt"_s;
+        QTest::newRow("word list")
+            << QStringList{u"--console"_s, u"ok.txt"_s, deep} << QStringList{u"ok.txt.txt"_s};
+        QTest::newRow("word count")
+            << QStringList{u"--console"_s, u"--service"_s, u"wordCount"_s, deep}
+            << QStringList{u"Word count: 0"_s};
+    }
+    void realProgramSaysWhenAFileCouldNotBeProcessed()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QStringList, lines);
+        testing::TestEnvironment env;
+        env.writeFile(u"ok.txt"_s, "fine words\n");
+        env.writeFile(arguments.last(), "never read\n");
+        const Run run = runTallyvox(arguments, env.root());
+        QCOMPARE(run.exitCode, 1);
+        QStringList shown;
+        for (const QString& line : run.lines) {
+            shown.append(line.section(u'/', -1));
+        }
+        QCOMPARE(shown, lines);
+    }
+
     void realProgramExtractsWordsAndHandsOverTheList_data()
     {
         QTest::addColumn<QString>("name");
