@@ -1,28 +1,41 @@
-// The settings file on arbitrary bytes, as the store reads it at start-up: whatever the
-// limits let through must parse and be freed by libplist without a crash, however deep,
-// shared or self-referencing the input is.
-#include "prefs/PlistLimits.h"
+// The settings file on arbitrary bytes, read and written by the store itself as the
+// application does: every reader, then a write, which reads the file again, changes one
+// key and replaces it. Nothing may crash, however deep, shared or self-referencing the
+// input is.
+#include "prefs/PreferenceKeys.h"
+#include "prefs/PreferenceStore.h"
 
-#include <plist/plist.h>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 
 #include <cstddef>
 #include <cstdint>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-    if (bytes.isEmpty() || !tallyvox::withinPlistLimits(bytes)) {
+    using namespace tallyvox;
+    static const QTemporaryDir folder;
+    const QString path = folder.path() + QStringLiteral("/Tallyvox.plist");
+    // A file the store set aside as unreadable last time must not stand in for this input.
+    QDir(folder.path()).removeRecursively();
+    QDir().mkpath(folder.path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) ||
+        file.write(reinterpret_cast<const char*>(data), static_cast<qint64>(size)) < 0) {
         return 0;
     }
-    plist_t root = nullptr;
-    plist_from_memory(bytes.constData(), static_cast<uint32_t>(bytes.size()), &root);
-    if (root) {
-        // Writing it back recurses like freeing does; the store does both at quit.
-        char* xml = nullptr;
-        uint32_t length = 0;
-        plist_to_xml(root, &xml, &length);
-        plist_to_xml_free(xml);
-        plist_free(root);
-    }
+    file.close();
+
+    PreferenceStore store(path);
+    store.GetQuitWhenDone();
+    store.GetIncludeFrequency();
+    store.GetSortBy();
+    store.GetSeparateBy();
+    store.GetLineStyle();
+    store.readInteger(prefs::MinimumCount);
+    store.readString(prefs::StopListPath);
+    store.readWindowBounds();
+    store.writeBool(prefs::QuitWhenDone, true);
     return 0;
 }

@@ -60,10 +60,11 @@ private slots:
             << u"shared"_s << 0 << helloList << QString();
         QTest::newRow("the usual temporary folder belongs to another user")
             << u"squatted"_s << 0 << helloList << u"belongs to another user"_s;
+        // Refused unread: the file could not be processed, so the status says so.
         QTest::newRow("a named pipe as the document")
-            << u"fifo"_s << 0 << QByteArray() << u"is a named pipe, not a document"_s;
+            << u"fifo"_s << 1 << QByteArray() << u"is a named pipe, not a document"_s;
         QTest::newRow("/dev/zero as the document")
-            << u"device"_s << 0 << QByteArray() << u"is a device, not a document"_s;
+            << u"device"_s << 1 << QByteArray() << u"is a device, not a document"_s;
         QTest::newRow("garbage settings") << u"garbage"_s << 0 << helloList << QString();
         QTest::newRow("settings 65,000 levels deep") << u"deep"_s << 0 << helloList << QString();
         QTest::newRow("a full disk") << u"full"_s << 1 << QByteArray() << u"could not be written"_s;
