@@ -2,24 +2,18 @@
 #include "support/FilePath.h"
 
 #include "prefs/PreferenceStore.h"
-#include "services/ProcessFile.h"
-#include "services/TemporaryFile.h"
 #include "shell/ApplicationBus.h"
 #include "shell/ApplicationShell.h"
-#include "shell/BatchRunner.h"
 #include "shell/CommandLine.h"
-#include "shell/ConsoleDesktop.h"
-#include "shell/ConsoleView.h"
+#include "shell/ConsoleMode.h"
 #include "shell/DesktopFactory.h"
+#include "shell/Extraction.h"
 #include "shell/Integration.h"
-#include "shell/JobQueue.h"
 #include "shell/ServiceBus.h"
 #include "shell/ServiceRequests.h"
+#include "shell/TemporaryFolderLease.h"
 #include "shell/WaylandClipboard.h"
 #include "support/IndexerStop.h"
-#include "support/TemporaryFolder.h"
-#include "words/ProcessIndexer.h"
-#include "words/WordContext.h"
 
 #include <QApplication>
 #include <QDir>
@@ -28,10 +22,8 @@
 #include <QScreen>
 #include <QStandardPaths>
 #include <QTextStream>
-#include <QThread>
 #include <QTimer>
 
-#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -43,78 +35,12 @@ using namespace std::chrono_literals;
 
 constexpr char applicationId[] = "com.okaluna.Tallyvox";
 
-// Long enough to paste by hand; a clipboard manager takes its copy at once.
-constexpr auto clipboardHoldLimit = 10s;
-
 void nameApplication()
 {
     QCoreApplication::setOrganizationName(QStringLiteral("Okaluna Software"));
     QCoreApplication::setApplicationName(QStringLiteral("Tallyvox"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TALLYVOX_VERSION));
 }
-
-// The private temporary folder of this run. One made for this process alone is removed
-// with everything in it when the process ends.
-class TemporaryFolderLease {
-public:
-    TemporaryFolderLease() : m_choice(chooseTemporaryFolder()) {}
-    ~TemporaryFolderLease()
-    {
-        if (m_choice.madeForThisProcess) {
-            QDir(path()).removeRecursively();
-        }
-    }
-    TemporaryFolderLease(const TemporaryFolderLease&) = delete;
-    TemporaryFolderLease& operator=(const TemporaryFolderLease&) = delete;
-
-    QString path() const { return decodePath(m_choice.path); }
-
-    /// Says once what was wrong with the usual folder, and drops copies of selected text
-    /// that are older than their lifetime.
-    void prepare(Desktop& desktop) const
-    {
-        if (!m_choice.problem.empty()) {
-            const QString problem = QString::fromLocal8Bit(m_choice.problem.c_str());
-            desktop.log(problem);
-            desktop.alert(problem + QLatin1Char('.'));
-        }
-        removeOldTemporaryFiles(path(), temporaryFileLifetime);
-    }
-
-private:
-    TemporaryFolderChoice m_choice;
-};
-
-// TALLYVOX_INDEXER_TIMEOUT: the seconds an indexer may go without reading further before
-// it is ended; anything but a positive number keeps the default.
-std::chrono::milliseconds indexerStallLimit()
-{
-    bool ok = false;
-    const int seconds = qEnvironmentVariableIntValue("TALLYVOX_INDEXER_TIMEOUT", &ok);
-    return ok && seconds > 0 ? std::chrono::milliseconds(std::chrono::seconds(seconds))
-                             : defaultIndexerStallLimit;
-}
-
-// TALLYVOX_JOBS: how many files are indexed at once; at most one a core, which is also
-// the default.
-int filesAtOnce()
-{
-    const int cores = std::max(1, QThread::idealThreadCount());
-    bool ok = false;
-    const int asked = qEnvironmentVariableIntValue("TALLYVOX_JOBS", &ok);
-    return ok && asked > 0 ? std::min(asked, cores) : cores;
-}
-
-// What word extraction runs on: the indexer executables, with this run's temporary folder.
-struct Extraction {
-    Extraction(Desktop& desktop, const PreferenceStore& preferences,
-               const TemporaryFolderLease& temporary, IndexerStop* stop = nullptr)
-        : indexer(desktop, {defaultIndexerDirectory(), temporary.path(), indexerStallLimit()}),
-          context{desktop, preferences, indexer, temporary.path(), stop}
-    {}
-    ProcessIndexer indexer;
-    WordContext context;
-};
 
 bool isSelection(ServiceSource source)
 {
@@ -172,68 +98,6 @@ std::pair<std::unique_ptr<QCoreApplication>, bool> consoleApplication(int& argc,
     return {std::move(app), opened};
 }
 
-// Standard input larger than a selection, for a service that only indexes it: copied as it
-// comes into the temporary file that the text would have been written to, and handed over
-// as that file, so that the input is never held whole and its bytes reach the indexer as
-// they are. Smaller input, and every other service, take the text path (nothing here).
-std::optional<Pasteboard> streamStandardInput(const ServiceContext& context,
-                                              const QString& serviceName, QFile& input)
-{
-    const ProcessMode mode = ServiceModeForMessage(serviceName);
-    if (mode != ProcessMode::ExtractWords && mode != ProcessMode::WordCount) {
-        return std::nullopt;
-    }
-    constexpr qint64 textPathLimit = qint64(1) << 20;
-    QByteArray head = input.read(textPathLimit);
-    const QByteArray next = input.read(textPathLimit);
-    std::optional<FileRef> file;
-    if (next.isEmpty()) {
-        input.close();
-        // What was read is all there is: the ordinary text path, from memory.
-        return pasteboardWithBytes(head);
-    }
-    head += next;
-    if (!writeStreamToTemporaryFile(context.words.temporaryFolder, head, input, file)) {
-        context.words.desktop.log(QStringLiteral("Standard input could not be copied"));
-        return Pasteboard{};
-    }
-    return pasteboardWithFile(file->path());
-}
-
-// The service of the command line, performed here: the process ends with it, so
-// there is no quit timer to arm.
-int runConsoleService(QCoreApplication& app, ConsoleDesktop& desktop,
-                      const PreferenceStore& preferences, const TemporaryFolderLease& temporary,
-                      const CommandLine& commandLine, QTextStream& err)
-{
-    const Extraction extraction(desktop, preferences, temporary);
-    const ServiceContext context{extraction.context, {}};
-    QFile input;
-    std::optional<Pasteboard> streamed;
-    if (commandLine.serviceSource == ServiceSource::Stdin) {
-        input.open(stdin, QIODevice::ReadOnly);
-        streamed = streamStandardInput(context, commandLine.serviceName, input);
-    }
-    const QList<Pasteboard> pasteboards = streamed
-                                              ? QList<Pasteboard>{*streamed}
-                                              : commandLinePasteboards(commandLine, desktop, input);
-    JobQueue jobs;
-    ServiceActions actions(context, jobs);
-    for (const Pasteboard& pasteboard : pasteboards) {
-        if (pasteboard.isEmpty() && isSelection(commandLine.serviceSource)) {
-            err << "tallyvox: the selection holds nothing\n";
-            err.flush();
-        }
-        actions.add({commandLine.serviceName, pasteboard});
-    }
-    if (jobs.isBusy()) {
-        QObject::connect(&jobs, &JobQueue::idle, &app, &QCoreApplication::quit);
-        app.exec();
-    }
-    desktop.holdClipboard(clipboardHoldLimit);
-    return actions.anyFailed() ? 1 : 0;
-}
-
 int runConsole(int argc, char** argv, const CommandLine& commandLine)
 {
     const auto [app, displayOpened] = consoleApplication(argc, argv, commandLine);
@@ -252,24 +116,9 @@ int runConsole(int argc, char** argv, const CommandLine& commandLine)
         }
         err << "; the clipboard is left as it is\n";
     }
-    // Made here rather than by the factory: only console mode holds the clipboard.
-    ConsoleDesktop desktop(out, err, commandLine.saveAsPath);
-    PreferenceStore preferences;
-    const TemporaryFolderLease temporary;
-    temporary.prepare(desktop);
-    if (!commandLine.serviceName.isEmpty()) {
-        return runConsoleService(*app, desktop, preferences, temporary, commandLine, err);
-    }
-    const Extraction extraction(desktop, preferences, temporary);
-    ConsoleView view(desktop);
-    JobQueue jobs;
-    BatchRunner batch(view, extraction.context, jobs);
-    batch.setConcurrency(filesAtOnce());
-    // No window to wait for: the run's end is the end of the process.
-    QObject::connect(&batch, &BatchRunner::runEnded, app.get(), &QCoreApplication::quit);
-    batch.queueDocuments(commandLine.files);
-    app->exec();
-    return view.errorShown() || batch.listFailed() ? 1 : 0;
+    QFile input;
+    input.open(stdin, QIODevice::ReadOnly);
+    return runConsoleMode(commandLine, {out, err, input});
 }
 
 // Hands the command line's service to the running instance. A selection this process
@@ -337,13 +186,13 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
     const TemporaryFolderLease temporary;
     IndexerStop indexerStop;
     const Extraction extraction(*desktop, preferences, temporary, &indexerStop);
-    ApplicationShell shell(preferences, extraction.context);
+    ApplicationShell shell(preferences, extraction.context());
     shell.batch().setConcurrency(filesAtOnce());
     QObject::connect(&shell, &ApplicationShell::eventLoopEndRequested, &app,
                      &QCoreApplication::quit);
     ShellDocumentHandler documents(shell);
     busObject.setDocumentHandler(&documents);
-    ServiceActions actions({extraction.context,
+    ServiceActions actions({extraction.context(),
                             [&shell](std::chrono::milliseconds delay) {
                                 QTimer::singleShot(delay, &shell,
                                                    &ApplicationShell::QuitWithFarewell);

@@ -1,10 +1,13 @@
+#include "shell/ConsoleMode.h"
 #include "prefs/PreferenceStore.h"
 #include "shell/CommandLine.h"
 #include "shell/ConsoleDesktop.h"
 #include "shell/SelectionItems.h"
 #include "support/FilePath.h"
+#include "tests/common/FakeIndexer.h"
 #include "tests/common/TestEnvironment.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QMimeData>
@@ -88,6 +91,69 @@ class ConsoleModeTest : public QObject {
     Q_OBJECT
 
 private slots:
+    // Console mode in this process, its streams and its indexer the test's: what it prints
+    // and its exit status, as --help describes them. "@" in a line stands for the output
+    // folder; a file named "fails" is one that neither indexer can read.
+    void consoleModeInProcess_data()
+    {
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<QStringList>("out");
+        QTest::addColumn<int>("status");
+        QTest::newRow("two files listed in order")
+            << u"b.txt a.txt"_s << QByteArray()
+            << QStringList{u"open @/b.txt.txt"_s, u"open @/a.txt.txt"_s} << 0;
+        QTest::newRow("a folder and a missing file")
+            << u"folder missing.txt"_s << QByteArray()
+            << QStringList{u"An error occurred while launching \"folder\"   (Error code: -43)"_s,
+                           u"One or more items you dropped on Tallyvox was not a file."_s}
+            << 1;
+        QTest::newRow("a file no indexer reads, beside one it does")
+            << u"fails a.txt"_s << QByteArray() << QStringList{u"open @/a.txt.txt"_s} << 1;
+        QTest::newRow("character count of text")
+            << u"--service charCount --text hello"_s << QByteArray()
+            << QStringList{u"Character count: 5"_s} << 0;
+        QTest::newRow("word count of a file") << u"--service wordCount a.txt"_s << QByteArray()
+                                              << QStringList{u"Word count: 3"_s} << 0;
+        QTest::newRow("word count of a file no indexer reads")
+            << u"--service wordCount fails"_s << QByteArray() << QStringList{u"Word count: 0"_s}
+            << 1;
+        QTest::newRow("word list of standard input")
+            << u"--service tallyvox --stdin"_s << QByteArray("b a b")
+            << QStringList{u"open @/TallyvoxData.txt.txt"_s} << 0;
+    }
+    void consoleModeInProcess()
+    {
+        QFETCH(QString, arguments);
+        QFETCH(QByteArray, input);
+        QFETCH(QStringList, out);
+        QFETCH(int, status);
+        testing::TestEnvironment env;
+        env.writeFile(u"a.txt"_s, "one two two");
+        env.writeFile(u"b.txt"_s, "three");
+        env.writeFile(u"fails"_s, "unread");
+        QDir().mkpath(env.root() + u"/folder"_s);
+        testing::FakeIndexer indexer;
+        for (const char* executable : {"SearchKitIndexer", "SearchKitIndexer32"}) {
+            indexer.script(env.root() + u"/fails"_s, {std::nullopt, IndexerEnding::Failed, {}, {}},
+                           QString::fromLatin1(executable));
+        }
+        const CommandLine line =
+            parseCommandLine(QStringList{u"--console"_s} + arguments.split(u' '), env.root());
+        QVERIFY(line.error.isEmpty());
+        QString printed;
+        QString complaints;
+        QTextStream outStream(&printed);
+        QTextStream errStream(&complaints);
+        QBuffer inputDevice(&input);
+        QVERIFY(inputDevice.open(QIODevice::ReadOnly));
+        QCOMPARE(runConsoleMode(line, {outStream, errStream, inputDevice}, &indexer), status);
+        outStream.flush();
+        const QString folder = env.dataHome() + u"/Okaluna Software/Tallyvox"_s;
+        QCOMPARE(printed.split(u'\n', Qt::SkipEmptyParts),
+                 QStringList(out).replaceInStrings(u"@"_s, folder));
+    }
+
     void commandLine_data()
     {
         QTest::addColumn<QString>("arguments");
