@@ -8,6 +8,8 @@
 #include <QImage>
 #include <QTest>
 
+#include <sys/stat.h>
+
 using namespace tallyvox;
 
 namespace {
@@ -119,20 +121,12 @@ private slots:
         QTest::addColumn<QString>("answer");
         QTest::addColumn<QStringList>("events");
 
-        const QString base64 = QStringLiteral("SGVsbG8=");
-        const QString svgText = QString::fromLatin1(svg);
-        const QStringList panel{QStringLiteral("savePanel")};
         QTest::newRow("not Base64")
             << false << QStringLiteral(" -!\n") << QStringLiteral("x")
             << QStringList{QStringLiteral("alert The text could not be base64 decoded")};
         QTest::newRow("no UTF-8 form")
             << true << QStringLiteral("a") + QChar(0xd800) << QStringLiteral("x")
             << QStringList{QStringLiteral("alert The text could not be decoded as UTF8")};
-        QTest::newRow("decode write fails: nothing opened")
-            << false << base64 << QStringLiteral("folder") << panel;
-        QTest::newRow("graphic write fails: chosen path opened")
-            << true << svgText << QStringLiteral("folder")
-            << QStringList{QStringLiteral("savePanel"), QStringLiteral("openFile")};
     }
     void nothingWritten()
     {
@@ -149,6 +143,82 @@ private slots:
         }
         QCOMPARE(seen, events);
         QCOMPARE(world.saved(), QStringList());
+    }
+
+    // What stands at the chosen path is never written through: each save is refused with a
+    // failure alert, nothing is opened, and whatever was there is as it was.
+    void refusesWhatIsNoFile_data()
+    {
+        QTest::addColumn<bool>("graphic");
+        QTest::addColumn<QString>("answer"); // in the world's folder
+        QTest::addColumn<QString>("reason");
+        for (const bool graphic : {false, true}) {
+            const char* service = graphic ? "graphic" : "decode";
+            QTest::addRow("%s onto a link", service)
+                << graphic << QStringLiteral("link")
+                << QStringLiteral("it is a symbolic link, which Tallyvox does not write through");
+            QTest::addRow("%s onto a dangling link", service)
+                << graphic << QStringLiteral("dangling")
+                << QStringLiteral("it is a symbolic link, which Tallyvox does not write through");
+            QTest::addRow("%s onto a named pipe", service)
+                << graphic << QStringLiteral("pipe") << QStringLiteral("it is no regular file");
+            QTest::addRow("%s onto a folder", service)
+                << graphic << QStringLiteral("folder")
+                << QStringLiteral("a folder of that name is in the way");
+            QTest::addRow("%s into a missing folder", service)
+                << graphic << QStringLiteral("missing/x")
+                << QStringLiteral("the folder \"%1/missing\" does not exist");
+        }
+    }
+    void refusesWhatIsNoFile()
+    {
+        QFETCH(bool, graphic);
+        QFETCH(QString, answer);
+        QFETCH(QString, reason);
+        testing::TestEnvironment env;
+        const QString folder = env.root() + QStringLiteral("/saved");
+        QVERIFY(QDir().mkpath(folder + QStringLiteral("/folder")));
+        const QString victim = env.writeFile(QStringLiteral("victim.txt"), "keep me");
+        QVERIFY(QFile::link(victim, folder + QStringLiteral("/link")));
+        QVERIFY(QFile::link(env.root() + QStringLiteral("/nowhere"),
+                            folder + QStringLiteral("/dangling")));
+        QVERIFY(::mkfifo(QFile::encodeName(folder + QStringLiteral("/pipe")).constData(), 0600) ==
+                0);
+        testing::RecordingDesktop desktop;
+        const QString path = folder + QLatin1Char('/') + answer;
+        desktop.answerSavePanel(path);
+        graphic ? SaveGraphicData(desktop, QString::fromLatin1(svg))
+                : DecodeAndSaveBase64(desktop, QStringLiteral("SGVsbG8="));
+
+        const QString message = QStringLiteral("The file \"%1\" was not saved: %2.")
+                                    .arg(path, reason.contains(u'%') ? reason.arg(folder) : reason);
+        QCOMPARE(desktop.texts(QStringLiteral("failureAlert")), QStringList{message});
+        QCOMPARE(desktop.texts(QStringLiteral("openFile")), QStringList());
+        QCOMPARE(readAll(victim), QByteArray("keep me"));
+        QVERIFY(!QFile::exists(env.root() + QStringLiteral("/nowhere")));
+        QCOMPARE(QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
+                                            QDir::NoDotAndDotDot,
+                                        QDir::Name),
+                 (QStringList{QStringLiteral("dangling"), QStringLiteral("folder"),
+                              QStringLiteral("link"), QStringLiteral("pipe")}));
+    }
+
+    // A file that is there already is replaced whole, keeping its permissions.
+    void replacesAFile()
+    {
+        testing::TestEnvironment env;
+        const QString path = env.writeFile(QStringLiteral("saved/old"), "old old old old");
+        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
+        const QFile::Permissions before = QFile::permissions(path);
+        testing::RecordingDesktop desktop;
+        desktop.answerSavePanel(path);
+        DecodeAndSaveBase64(desktop, QStringLiteral("SGVsbG8="));
+        QCOMPARE(readAll(path), QByteArray("Hello"));
+        QCOMPARE(QFile::permissions(path), before);
+        QCOMPARE(desktop.texts(QStringLiteral("failureAlert")), QStringList());
+        QCOMPARE(QDir(env.root() + QStringLiteral("/saved"))
+                     .entryList(QDir::Files | QDir::Hidden, QDir::Name),
+                 QStringList{QStringLiteral("old")});
     }
 };
 
