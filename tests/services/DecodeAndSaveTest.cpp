@@ -8,7 +8,11 @@
 #include <QImage>
 #include <QTest>
 
+#include <QProcess>
+
+#include <pwd.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace tallyvox;
 
@@ -201,6 +205,57 @@ private slots:
                                         QDir::Name),
                  (QStringList{QStringLiteral("dangling"), QStringLiteral("folder"),
                               QStringLiteral("link"), QStringLiteral("pipe")}));
+    }
+
+    // In a shared folder (sticky, open to all, like /tmp) another user can put a link to one
+    // of our files, or a named pipe, where we are about to save: neither is written through.
+    void refusesWhatAnotherUserPlanted_data()
+    {
+        QTest::addColumn<QString>("command"); // run as the other user, with the path last
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("a link to our file")
+            << QStringLiteral("ln -s VICTIM")
+            << QStringLiteral("it is a symbolic link, which Tallyvox does not write through");
+        QTest::newRow("a named pipe")
+            << QStringLiteral("mkfifo") << QStringLiteral("it is no regular file");
+    }
+    void refusesWhatAnotherUserPlanted()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, reason);
+        if (::geteuid() != 0) {
+            QSKIP("acting as a second user needs root");
+        }
+        const QString other = QStringLiteral("nobody");
+        if (::getpwnam("nobody") == nullptr) {
+            QCOMPARE(QProcess::execute(
+                         QStringLiteral("useradd"),
+                         {QStringLiteral("--system"), QStringLiteral("--no-create-home"), other}),
+                     0);
+        }
+        testing::TestEnvironment env;
+        const QString victim = env.writeFile(QStringLiteral("victim.txt"), "keep me");
+        QByteArray shared("/tmp/tallyvox-shared-XXXXXX");
+        QVERIFY(::mkdtemp(shared.data()) != nullptr);
+        const QString folder = QString::fromLocal8Bit(shared);
+        QVERIFY(::chmod(shared.constData(), 01777) == 0);
+        const QString path = folder + QStringLiteral("/Graphic");
+        QStringList arguments{QStringLiteral("-u"), other, QStringLiteral("--")};
+        arguments += QString(command).replace(QStringLiteral("VICTIM"), victim).split(u' ');
+        arguments += path;
+        QCOMPARE(QProcess::execute(QStringLiteral("runuser"), arguments), 0);
+
+        testing::RecordingDesktop desktop;
+        desktop.answerSavePanel(path);
+        SaveGraphicData(desktop, QString::fromLatin1(svg));
+        QCOMPARE(
+            desktop.texts(QStringLiteral("failureAlert")),
+            QStringList{QStringLiteral("The file \"%1\" was not saved: %2.").arg(path, reason)});
+        QCOMPARE(readAll(victim), QByteArray("keep me"));
+        struct stat info {};
+        QVERIFY(::lstat(QFile::encodeName(path).constData(), &info) == 0);
+        QCOMPARE(info.st_uid, ::getpwnam("nobody")->pw_uid);
+        QDir(folder).removeRecursively();
     }
 
     // A file that is there already is replaced whole, keeping its permissions.
