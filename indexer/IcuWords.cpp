@@ -46,15 +46,35 @@ bool isSpace(UChar32 c)
     return u_hasBinaryProperty(c, UCHAR_WHITE_SPACE) != 0;
 }
 
-// Whether text holds a character ICU segments with a dictionary of its own (Thai, Lao,
-// Myanmar, Khmer, Tai scripts). Only the first bytes of their blocks need a lookup.
+// Whether the UTF-8 sequence starting with lead, second may lie in a block of the scripts
+// ICU segments with a dictionary of its own: Thai and Lao (U+0E00-U+0EFF), Myanmar
+// (U+1000-U+10BF), Khmer (U+1780-U+17FF), Tai Le, New Tai Lue, Tai Tham (U+1940-U+1ABF),
+// Myanmar extensions and Tai Viet (U+A9C0-U+AAFF), Ahom (U+11700-).
+bool mayBeComplexContext(uint8_t lead, uint8_t second)
+{
+    switch (lead) {
+    case 0xE0:
+        return second >= 0xB8 && second <= 0xBB;
+    case 0xE1:
+        return second <= 0x82 || (second >= 0x9E && second <= 0x9F) ||
+               (second >= 0xA5 && second <= 0xAA);
+    case 0xEA:
+        return second >= 0xA7 && second <= 0xAB;
+    case 0xF0:
+        return second == 0x91;
+    default:
+        return false;
+    }
+}
+
+// Whether text holds a character of line-break class SA, which ICU segments with a
+// dictionary. Only the first bytes of those scripts' blocks cost a lookup.
 bool hasComplexContext(std::string_view utf8)
 {
     const auto* s = reinterpret_cast<const uint8_t*>(utf8.data());
     const auto length = static_cast<int32_t>(utf8.size());
-    for (int32_t i = 0; i < length; ++i) {
-        const uint8_t b = s[i];
-        if (b != 0xE0 && b != 0xE1 && b != 0xEA && b != 0xF0) {
+    for (int32_t i = 0; i + 1 < length; ++i) {
+        if (!mayBeComplexContext(s[i], s[i + 1])) {
             continue;
         }
         int32_t at = i;
@@ -67,14 +87,12 @@ bool hasComplexContext(std::string_view utf8)
     return false;
 }
 
-} // namespace
-
-bool wordKey(std::string_view word, const icu::Normalizer2& nfc, std::string& key)
+// Whether the word holds a character the key drops, or white space at an edge.
+bool hasInvisible(std::string_view word)
 {
     const auto* s = reinterpret_cast<const uint8_t*>(word.data());
     const auto length = static_cast<int32_t>(word.size());
-    bool clean = true;
-    for (int32_t i = 0; i < length && clean;) {
+    for (int32_t i = 0; i < length;) {
         if (!mayBeInvisible(s[i])) {
             ++i;
             continue;
@@ -82,23 +100,19 @@ bool wordKey(std::string_view word, const icu::Normalizer2& nfc, std::string& ke
         const int32_t start = i;
         UChar32 c = 0;
         U8_NEXT(s, i, length, c);
-        clean = c < 0 || !(isInvisible(c) || (isSpace(c) && (start == 0 || i == length)));
-    }
-    UErrorCode status = U_ZERO_ERROR;
-    if (clean) {
-        const icu::StringPiece piece(word.data(), length);
-        if (nfc.isNormalizedUTF8(piece, status) || U_FAILURE(status)) {
-            return false;
+        if (c >= 0 && (isInvisible(c) || (isSpace(c) && (start == 0 || i == length)))) {
+            return true;
         }
-        icu::StringByteSink<std::string> sink(&key, length);
-        nfc.normalizeUTF8(0, piece, sink, nullptr, status);
-        if (U_FAILURE(status)) {
-            key.assign(word);
-        }
-        return true;
     }
-    // Drop what is invisible, then the spaces left at either edge, then normalise: a
-    // dropped character may have kept two combining marks apart.
+    return false;
+}
+
+// The word without its default-ignorable characters, then without the white space left at
+// either edge.
+std::string visiblePart(std::string_view word)
+{
+    const auto* s = reinterpret_cast<const uint8_t*>(word.data());
+    const auto length = static_cast<int32_t>(word.size());
     std::string visible;
     visible.reserve(word.size());
     for (int32_t i = 0; i < length;) {
@@ -113,26 +127,39 @@ bool wordKey(std::string_view word, const icu::Normalizer2& nfc, std::string& ke
     const auto* v = reinterpret_cast<const uint8_t*>(visible.data());
     auto begin = int32_t{0};
     auto end = static_cast<int32_t>(visible.size());
-    while (begin < end) {
-        int32_t next = begin;
+    for (int32_t next = begin; begin < end; begin = next) {
         UChar32 c = 0;
         U8_NEXT(v, next, end, c);
         if (c < 0 || !isSpace(c)) {
             break;
         }
-        begin = next;
     }
-    while (end > begin) {
-        int32_t previous = end;
+    for (int32_t previous = end; end > begin; end = previous) {
         UChar32 c = 0;
         U8_PREV(v, begin, previous, c);
         if (c < 0 || !isSpace(c)) {
             break;
         }
-        end = previous;
     }
-    const icu::StringPiece piece(visible.data() + begin, end - begin);
-    icu::StringByteSink<std::string> sink(&key, end - begin);
+    return visible.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin));
+}
+
+} // namespace
+
+bool wordKey(std::string_view word, const icu::Normalizer2& nfc, std::string& key)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    std::string visible;
+    icu::StringPiece piece(word.data(), static_cast<int32_t>(word.size()));
+    if (hasInvisible(word)) {
+        // Normalised after the dropping: a dropped U+034F may have kept two marks apart.
+        visible = visiblePart(word);
+        piece = icu::StringPiece(visible.data(), static_cast<int32_t>(visible.size()));
+    } else if (nfc.isNormalizedUTF8(piece, status) || U_FAILURE(status)) {
+        return false;
+    }
+    status = U_ZERO_ERROR;
+    icu::StringByteSink<std::string> sink(&key, piece.size());
     nfc.normalizeUTF8(0, piece, sink, nullptr, status);
     if (U_FAILURE(status)) {
         key.assign(piece.data(), static_cast<std::size_t>(piece.size()));

@@ -351,6 +351,7 @@ bool readTextFile(const std::string& path, TextSink& sink)
         }
         // ISO-8859-16 and VISCII: glibc has them, ICU does not.
         if (const iconv_t decoder = iconv_open("UTF-8", encoding.name.c_str());
+            // NOLINTNEXTLINE(performance-no-int-to-ptr): iconv_open's documented failure value
             decoder != reinterpret_cast<iconv_t>(-1)) {
             const IconvCloser closeDecoder{decoder};
             return convertWithIconv(fd, buffer.get(), chunk, decoder, sink);

@@ -36,7 +36,7 @@ QString csvField(QStringView text)
 {
     // A spreadsheet takes a cell that starts like a formula for one ("@SUM(...)", "=1+1"):
     // a leading apostrophe makes it text, as OWASP advises for CSV injection.
-    const QString guarded =
+    QString guarded =
         startsLikeFormula(text) ? QStringLiteral("'") + text.toString() : text.toString();
     const bool quoted = text.contains(QLatin1Char(',')) || text.contains(QLatin1Char('"')) ||
                         text.contains(QLatin1Char('\r')) || text.contains(QLatin1Char('\n'));
