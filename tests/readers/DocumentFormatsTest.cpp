@@ -209,7 +209,7 @@ private slots:
         const qsizetype sectorSize = qsizetype{1} << quint8(doc[0x1E]);
         const qsizetype table = (le(mini ? 0x3C : 0x4C) + 1) * sectorSize;
         for (int i = 0; i < 4; ++i) {
-            doc[table + 4 * index + i] = char(next >> (8 * i));
+            doc[table + qsizetype{4} * index + i] = char(next >> (8 * i));
         }
         WordCountingSink whole;
         const QByteArray intact = dataBytes(QStringLiteral("source.doc"));
