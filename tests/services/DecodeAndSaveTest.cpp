@@ -15,6 +15,7 @@
 #include <unistd.h>
 
 using namespace tallyvox;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -150,112 +151,85 @@ private slots:
     }
 
     // What stands at the chosen path is never written through: each save is refused with a
-    // failure alert, nothing is opened, and whatever was there is as it was.
+    // failure alert, nothing is opened, and whatever was there is as it was. In a shared
+    // folder (sticky, open to all, like /tmp) another user may have put it there.
     void refusesWhatIsNoFile_data()
     {
         QTest::addColumn<bool>("graphic");
-        QTest::addColumn<QString>("answer"); // in the world's folder
+        QTest::addColumn<QString>("answer"); // in the folder
         QTest::addColumn<QString>("reason");
+        QTest::addColumn<bool>("planted"); // by another user, in a shared folder
+        const QString link =
+            QStringLiteral("it is a symbolic link, which Tallyvox does not write through");
+        const QString special = QStringLiteral("it is no regular file");
         for (const bool graphic : {false, true}) {
             const char* service = graphic ? "graphic" : "decode";
-            QTest::addRow("%s onto a link", service)
-                << graphic << QStringLiteral("link")
-                << QStringLiteral("it is a symbolic link, which Tallyvox does not write through");
+            QTest::addRow("%s onto a link", service) << graphic << u"link"_s << link << false;
             QTest::addRow("%s onto a dangling link", service)
-                << graphic << QStringLiteral("dangling")
-                << QStringLiteral("it is a symbolic link, which Tallyvox does not write through");
+                << graphic << u"dangling"_s << link << false;
             QTest::addRow("%s onto a named pipe", service)
-                << graphic << QStringLiteral("pipe") << QStringLiteral("it is no regular file");
+                << graphic << u"pipe"_s << special << false;
             QTest::addRow("%s onto a folder", service)
-                << graphic << QStringLiteral("folder")
-                << QStringLiteral("a folder of that name is in the way");
+                << graphic << u"folder"_s << u"a folder of that name is in the way"_s << false;
             QTest::addRow("%s into a missing folder", service)
-                << graphic << QStringLiteral("missing/x")
-                << QStringLiteral("the folder \"%1/missing\" does not exist");
+                << graphic << u"missing/x"_s << u"the folder \"%1/missing\" does not exist"_s
+                << false;
         }
+        QTest::newRow("another user's link") << true << u"link"_s << link << true;
+        QTest::newRow("another user's pipe") << true << u"pipe"_s << special << true;
     }
     void refusesWhatIsNoFile()
     {
         QFETCH(bool, graphic);
         QFETCH(QString, answer);
         QFETCH(QString, reason);
+        QFETCH(bool, planted);
         testing::TestEnvironment env;
-        const QString folder = env.root() + QStringLiteral("/saved");
-        QVERIFY(QDir().mkpath(folder + QStringLiteral("/folder")));
-        const QString victim = env.writeFile(QStringLiteral("victim.txt"), "keep me");
-        QVERIFY(QFile::link(victim, folder + QStringLiteral("/link")));
-        QVERIFY(QFile::link(env.root() + QStringLiteral("/nowhere"),
-                            folder + QStringLiteral("/dangling")));
-        QVERIFY(::mkfifo(QFile::encodeName(folder + QStringLiteral("/pipe")).constData(), 0600) ==
-                0);
+        const QString victim = env.writeFile(u"victim.txt"_s, "keep me");
+        QString folder = env.root() + u"/saved"_s;
+        QStringList plant; // the command that makes the link and the pipe, run as whom
+        if (planted) {
+            if (::geteuid() != 0) {
+                QSKIP("acting as a second user needs root");
+            }
+            if (::getpwnam("nobody") == nullptr) {
+                QCOMPARE(QProcess::execute(u"useradd"_s, {u"--system"_s, u"nobody"_s}), 0);
+            }
+            QByteArray shared("/tmp/tallyvox-shared-XXXXXX");
+            QVERIFY(::mkdtemp(shared.data()) != nullptr && ::chmod(shared.constData(), 01777) == 0);
+            folder = QString::fromLocal8Bit(shared);
+            plant = QStringList{u"runuser"_s, u"-u"_s, u"nobody"_s, u"--"_s};
+        }
+        const auto run = [&plant](QStringList command) {
+            command = plant + command;
+            return QProcess::execute(command.takeFirst(), command);
+        };
+        QVERIFY(QDir().mkpath(folder + u"/folder"_s));
+        QCOMPARE(run({u"ln"_s, u"-s"_s, victim, folder + u"/link"_s}), 0);
+        QCOMPARE(run({u"ln"_s, u"-s"_s, env.root() + u"/nowhere"_s, folder + u"/dangling"_s}), 0);
+        QCOMPARE(run({u"mkfifo"_s, folder + u"/pipe"_s}), 0);
+        struct stat before {};
+        QCOMPARE(::lstat(QFile::encodeName(folder + u"/"_s + answer).constData(), &before),
+                 answer.contains(u'/') ? -1 : 0);
+
         testing::RecordingDesktop desktop;
         const QString path = folder + QLatin1Char('/') + answer;
         desktop.answerSavePanel(path);
         graphic ? SaveGraphicData(desktop, QString::fromLatin1(svg))
-                : DecodeAndSaveBase64(desktop, QStringLiteral("SGVsbG8="));
+                : DecodeAndSaveBase64(desktop, u"SGVsbG8="_s);
 
-        const QString message = QStringLiteral("The file \"%1\" was not saved: %2.")
-                                    .arg(path, reason.contains(u'%') ? reason.arg(folder) : reason);
-        QCOMPARE(desktop.texts(QStringLiteral("failureAlert")), QStringList{message});
-        QCOMPARE(desktop.texts(QStringLiteral("openFile")), QStringList());
+        const QString message = u"The file \"%1\" was not saved: %2."_s.arg(
+            path, reason.contains(u'%') ? reason.arg(folder) : reason);
+        QCOMPARE(desktop.texts(u"failureAlert"_s), QStringList{message});
+        QCOMPARE(desktop.texts(u"openFile"_s), QStringList());
         QCOMPARE(readAll(victim), QByteArray("keep me"));
-        QVERIFY(!QFile::exists(env.root() + QStringLiteral("/nowhere")));
-        QCOMPARE(QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
-                                            QDir::NoDotAndDotDot,
-                                        QDir::Name),
-                 (QStringList{QStringLiteral("dangling"), QStringLiteral("folder"),
-                              QStringLiteral("link"), QStringLiteral("pipe")}));
-    }
-
-    // In a shared folder (sticky, open to all, like /tmp) another user can put a link to one
-    // of our files, or a named pipe, where we are about to save: neither is written through.
-    void refusesWhatAnotherUserPlanted_data()
-    {
-        QTest::addColumn<QString>("command"); // run as the other user, with the path last
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("a link to our file")
-            << QStringLiteral("ln -s VICTIM")
-            << QStringLiteral("it is a symbolic link, which Tallyvox does not write through");
-        QTest::newRow("a named pipe")
-            << QStringLiteral("mkfifo") << QStringLiteral("it is no regular file");
-    }
-    void refusesWhatAnotherUserPlanted()
-    {
-        QFETCH(QString, command);
-        QFETCH(QString, reason);
-        if (::geteuid() != 0) {
-            QSKIP("acting as a second user needs root");
+        QVERIFY(!QFile::exists(env.root() + u"/nowhere"_s));
+        const QStringList left = QDir(folder).entryList(
+            QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+        if (planted) {
+            QDir(folder).removeRecursively();
         }
-        const QString other = QStringLiteral("nobody");
-        if (::getpwnam("nobody") == nullptr) {
-            QCOMPARE(QProcess::execute(
-                         QStringLiteral("useradd"),
-                         {QStringLiteral("--system"), QStringLiteral("--no-create-home"), other}),
-                     0);
-        }
-        testing::TestEnvironment env;
-        const QString victim = env.writeFile(QStringLiteral("victim.txt"), "keep me");
-        QByteArray shared("/tmp/tallyvox-shared-XXXXXX");
-        QVERIFY(::mkdtemp(shared.data()) != nullptr);
-        const QString folder = QString::fromLocal8Bit(shared);
-        QVERIFY(::chmod(shared.constData(), 01777) == 0);
-        const QString path = folder + QStringLiteral("/Graphic");
-        QStringList arguments{QStringLiteral("-u"), other, QStringLiteral("--")};
-        arguments += QString(command).replace(QStringLiteral("VICTIM"), victim).split(u' ');
-        arguments += path;
-        QCOMPARE(QProcess::execute(QStringLiteral("runuser"), arguments), 0);
-
-        testing::RecordingDesktop desktop;
-        desktop.answerSavePanel(path);
-        SaveGraphicData(desktop, QString::fromLatin1(svg));
-        QCOMPARE(
-            desktop.texts(QStringLiteral("failureAlert")),
-            QStringList{QStringLiteral("The file \"%1\" was not saved: %2.").arg(path, reason)});
-        QCOMPARE(readAll(victim), QByteArray("keep me"));
-        struct stat info {};
-        QVERIFY(::lstat(QFile::encodeName(path).constData(), &info) == 0);
-        QCOMPARE(info.st_uid, ::getpwnam("nobody")->pw_uid);
-        QDir(folder).removeRecursively();
+        QCOMPARE(left, (QStringList{u"dangling"_s, u"folder"_s, u"link"_s, u"pipe"_s}));
     }
 
     // A file that is there already is replaced whole, keeping its permissions.
