@@ -3,13 +3,16 @@
 #include "indexer/Progress.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include <fcntl.h>
+#include <iconv.h>
 #include <sys/stat.h>
 #include <uchardet.h>
 #include <unicode/ucnv.h>
@@ -187,8 +190,89 @@ bool convert(int fd, char* buffer, std::string_view chunk, UConverter* source, U
     }
 }
 
+struct IconvCloser {
+    iconv_t handle;
+    ~IconvCloser() { iconv_close(handle); }
+};
+
+// The same through glibc's iconv, for the few encodings uchardet names that ICU has no
+// converter for. Bytes it cannot convert become U+FFFD, one each, as ICU's would.
+bool convertWithIconv(int fd, char* buffer, std::string_view chunk, iconv_t decoder, TextSink& sink)
+{
+    std::vector<char> output(convertChunk * 4);
+    std::string carried; // an incomplete sequence at the end of the last chunk
+    for (;;) {
+        const bool last = chunk.empty();
+        std::string input = std::move(carried);
+        input.append(chunk);
+        carried.clear();
+        char* from = input.data();
+        std::size_t left = input.size();
+        while (left > 0) {
+            char* to = output.data();
+            std::size_t room = output.size();
+            const std::size_t result = iconv(decoder, &from, &left, &to, &room);
+            const int error = result == static_cast<std::size_t>(-1) ? errno : 0;
+            if (to != output.data()) {
+                sink.text(
+                    std::string_view(output.data(), static_cast<std::size_t>(to - output.data())));
+            }
+            if (error == EINVAL && !last) {
+                carried.assign(from, left);
+                break;
+            }
+            if (error == EILSEQ || error == EINVAL) {
+                sink.text("\xEF\xBF\xBD");
+                ++from;
+                --left;
+            }
+        }
+        if (last) {
+            return true;
+        }
+        const ssize_t n = readFully(fd, buffer, convertChunk);
+        if (n < 0) {
+            return false;
+        }
+        chunk = std::string_view(buffer, static_cast<std::size_t>(n));
+    }
+}
+
+bool equalNoCase(std::string_view a, std::string_view b)
+{
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
+               return std::tolower(static_cast<unsigned char>(x)) ==
+                      std::tolower(static_cast<unsigned char>(y));
+           });
+}
+
 } // namespace
 
+std::string decoderName(std::string_view detected)
+{
+    // Browsers read these labels as the Windows code pages that extend them: text labelled
+    // or detected as Latin-1 is nearly always Windows-1252, whose 0x80-0x9F are quotes and
+    // dashes rather than control characters. uchardet's detector looks at the start of a
+    // file only, so a curly quote further on must still read as one. EUC-KR likewise
+    // stands for its superset CP949, which uchardet calls UHC and ICU windows-949.
+    static constexpr std::pair<std::string_view, std::string_view> names[] = {
+        {"ISO-8859-1", "windows-1252"},
+        {"ISO-8859-9", "windows-1254"},
+        {"ISO-8859-11", "windows-874"},
+        {"TIS-620", "windows-874"},
+        {"EUC-KR", "windows-949"},
+        {"UHC", "windows-949"},
+        {"HZ-GB-2312", "HZ"},
+        {"MAC-CENTRALEUROPE", "x-mac-centraleurroman"},
+        {"MAC-CYRILLIC", "x-mac-cyrillic"},
+    };
+    for (const auto& [from, to] : names) {
+        if (equalNoCase(detected, from)) {
+            return std::string(to);
+        }
+    }
+    return std::string(detected);
+}
 TextEncoding detectEncoding(std::string_view sample, bool wholeFile)
 {
     using namespace std::string_view_literals;
@@ -229,7 +313,7 @@ TextEncoding detectEncoding(std::string_view sample, bool wholeFile)
     if (name.empty() || name == "ASCII") {
         name = "UTF-8";
     }
-    return {name, 0};
+    return {decoderName(name), 0};
 }
 
 bool readTextFile(const std::string& path, TextSink& sink)
@@ -264,6 +348,13 @@ bool readTextFile(const std::string& path, TextSink& sink)
         const Converter target(ucnv_open("UTF-8", &status));
         if (U_SUCCESS(status)) {
             return convert(fd, buffer.get(), chunk, source.get(), target.get(), sink);
+        }
+        // ISO-8859-16 and VISCII: glibc has them, ICU does not.
+        if (const iconv_t decoder = iconv_open("UTF-8", encoding.name.c_str());
+            // NOLINTNEXTLINE(performance-no-int-to-ptr): iconv_open's documented failure value
+            decoder != reinterpret_cast<iconv_t>(-1)) {
+            const IconvCloser closeDecoder{decoder};
+            return convertWithIconv(fd, buffer.get(), chunk, decoder, sink);
         }
     }
     return passThrough(fd, buffer.get(), chunk, sink);

@@ -20,6 +20,11 @@ struct TextEncoding {
 /// bytes act as non-letters.
 TextEncoding detectEncoding(std::string_view sample, bool wholeFile);
 
+/// The converter for an encoding as uchardet names it: the name ICU (or, for the few ICU
+/// lacks, glibc's iconv) knows it by, Latin-1 and the like read as the Windows code pages
+/// that extend them.
+std::string decoderName(std::string_view detected);
+
 /// Streams a text file into sink as UTF-8, in chunks of about a megabyte.
 /// Returns false when the file cannot be opened or read.
 bool readTextFile(const std::string& path, TextSink& sink);

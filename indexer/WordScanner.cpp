@@ -79,7 +79,7 @@ inline bool joins(unsigned last, unsigned mid, unsigned next)
 }
 
 // The class ICU's rules give a BMP character, from ICU's own properties.
-unsigned char lookUpClass(char32_t c)
+unsigned char ruleClass(char32_t c)
 {
     const auto cp = static_cast<UChar32>(c);
     UErrorCode status = U_ZERO_ERROR;
@@ -116,6 +116,20 @@ unsigned char lookUpClass(char32_t c)
     default: // Extend, Format, ZWJ, Hebrew_Letter, Katakana, Double_Quote, Regional_Indicator...
         return Complex;
     }
+}
+
+unsigned char lookUpClass(char32_t c)
+{
+    // A space that joins words (U+202F before French "!", between digits) or an invisible
+    // character must be trimmed or dropped from the word's key, which IcuWords does.
+    const unsigned char k = ruleClass(c);
+    const auto cp = static_cast<UChar32>(c);
+    if (k != Other && k != Complex &&
+        (u_hasBinaryProperty(cp, UCHAR_WHITE_SPACE) ||
+         u_hasBinaryProperty(cp, UCHAR_DEFAULT_IGNORABLE_CODE_POINT))) {
+        return Complex;
+    }
+    return k;
 }
 
 inline bool isContinuation(unsigned char b)

@@ -10,10 +10,15 @@
 
 #include <plist/plist.h>
 
+#include <cerrno>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
 #include <memory>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace tallyvox {
 
@@ -33,9 +38,20 @@ struct Stored {
 
 Stored readStored(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {nullptr, file.exists()};
+    // Opened without blocking and looked at before reading: a named pipe put in the
+    // settings file's place would otherwise hold every read until somebody writes to it.
+    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) {
+        return {nullptr, errno != ENOENT};
+    }
+    QFile file;
+    if (!file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(fd);
+        return {nullptr, true};
+    }
+    struct stat info {};
+    if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
+        return {nullptr, true};
     }
     const PlistLimits limits;
     // One byte past the limit is enough to know the file is too large.
@@ -95,6 +111,21 @@ bool writeItem(const QString& path, const char* key, plist_t item)
     }
     return file.commit();
 }
+
+} // namespace
+
+std::optional<QString> PreferenceStore::refusal() const
+{
+    struct stat info {};
+    if (::stat(QFile::encodeName(m_path).constData(), &info) != 0 || S_ISREG(info.st_mode)) {
+        return std::nullopt;
+    }
+    return QStringLiteral("The settings file \"%1\" is no regular file; Tallyvox uses its "
+                          "default settings and sets it aside at the first change.")
+        .arg(m_path);
+}
+
+namespace {
 
 bool isNumber(plist_t node)
 {

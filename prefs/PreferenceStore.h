@@ -22,6 +22,10 @@ public:
 
     const QString& path() const { return m_path; }
 
+    /// The alert to show when something other than a file (a named pipe, a device, a
+    /// folder) stands at the settings file's path: it is never read, and the defaults apply.
+    std::optional<QString> refusal() const;
+
     bool GetQuitWhenDone() const { return readBool(prefs::QuitWhenDone); }
     bool GetIncludeFrequency() const { return readBool(prefs::IncludeFrequency); }
     SortBy GetSortBy() const { return readChoice(prefs::SortBy); }

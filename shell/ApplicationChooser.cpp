@@ -9,11 +9,15 @@
 
 #include "support/SystemLog.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
+#include <QFile>
+#include <QFileInfo>
 #include <QUrl>
 
+#include <cstring>
 #include <memory>
 
 namespace tallyvox {
@@ -39,6 +43,42 @@ QString idOf(GAppInfo* app)
     return id ? QString::fromUtf8(id) : QString();
 }
 
+struct Strings {
+    gchar** list = nullptr;
+    ~Strings() { g_strfreev(list); }
+};
+
+// Whether the entry starts Tallyvox, whatever its name: its Exec line runs a program called
+// tallyvox, or this very program, directly or through env.
+bool runsTallyvox(GAppInfo* app)
+{
+    const char* commandLine = app ? g_app_info_get_commandline(app) : nullptr;
+    Strings argv;
+    if (commandLine == nullptr || !g_shell_parse_argv(commandLine, nullptr, &argv.list, nullptr)) {
+        return false;
+    }
+    gchar** word = argv.list;
+    const auto baseName = [](const char* path) {
+        return QFileInfo(QFile::decodeName(path)).fileName();
+    };
+    if (*word != nullptr && baseName(*word) == QLatin1String("env")) {
+        // env's options and the variables it sets come before the program.
+        for (++word; *word != nullptr && (std::strchr(*word, '=') || **word == '-'); ++word) {
+        }
+    }
+    if (*word == nullptr) {
+        return false;
+    }
+    if (baseName(*word) == QLatin1String("tallyvox")) {
+        return true;
+    }
+    gchar* found = g_find_program_in_path(*word);
+    const QString program = QFileInfo(QFile::decodeName(found ? found : *word)).canonicalFilePath();
+    g_free(found);
+    return !program.isEmpty() &&
+           program == QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath();
+}
+
 } // namespace
 
 ApplicationChooser::ApplicationChooser(QString ownDesktopId)
@@ -50,14 +90,15 @@ QString ApplicationChooser::applicationFor(const QString& mimeType) const
     const QByteArray type = mimeType.toUtf8();
     const AppInfo preferred(g_app_info_get_default_for_type(type.constData(), FALSE));
     QString preferredId = idOf(preferred.get());
-    if (!preferredId.isEmpty() && preferredId != m_ownDesktopId) {
+    if (!preferredId.isEmpty() && preferredId != m_ownDesktopId && !runsTallyvox(preferred.get())) {
         return preferredId;
     }
     // In the order of the rules: added associations first, then the entries' own claims.
     const AppList recommended(g_app_info_get_recommended_for_type(type.constData()));
     for (GList* link = recommended.list; link; link = link->next) {
-        QString id = idOf(static_cast<GAppInfo*>(link->data));
-        if (!id.isEmpty() && id != m_ownDesktopId) {
+        auto* app = static_cast<GAppInfo*>(link->data);
+        QString id = idOf(app);
+        if (!id.isEmpty() && id != m_ownDesktopId && !runsTallyvox(app)) {
             return id;
         }
     }

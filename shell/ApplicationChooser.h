@@ -7,8 +7,9 @@ namespace tallyvox {
 
 /// Opens files with the application the desktop's MIME-apps rules (mimeapps.list, the
 /// desktop entries' MimeType lines) pick for a type, through GIO. The type is the caller's,
-/// never sniffed from the content, and Tallyvox's own entry is never chosen: where the
-/// desktop entry that lists our types has become the default, every list would come back.
+/// never sniffed from the content, and Tallyvox is never chosen: where the desktop entry
+/// that lists our types (or another entry whose Exec line runs Tallyvox) has become the
+/// default, every list would come back, and make a list of itself, until the path limit.
 class ApplicationChooser {
 public:
     /// ownDesktopId: our desktop entry's file name, "com.okaluna.Tallyvox.desktop".

@@ -10,8 +10,6 @@
 #include <QPointer>
 #include <QTimer>
 
-#include <algorithm>
-
 namespace tallyvox {
 
 namespace {
@@ -67,30 +65,7 @@ ConsoleDesktop::ConsoleDesktop(QTextStream& out, QTextStream& err, QString saveA
 
 QString consoleText(const QString& text)
 {
-    const auto isControl = [](QChar c) { return c < u' ' || (c >= u'\x7f' && c <= u'\x9f'); };
-    if (!text.startsWith(u"$'") && std::none_of(text.begin(), text.end(), isControl)) {
-        return text;
-    }
-    QString quoted = QStringLiteral("$'");
-    for (const QChar c : text) {
-        if (c == u'\\' || c == u'\'') {
-            quoted += u'\\';
-            quoted += c;
-        } else if (c == u'\n') {
-            quoted += u"\\n";
-        } else if (c == u'\r') {
-            quoted += u"\\r";
-        } else if (c == u'\t') {
-            quoted += u"\\t";
-        } else if (c <= u'\x7f' && isControl(c)) {
-            quoted += QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QLatin1Char('0'));
-        } else if (isControl(c)) {
-            quoted += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
-        } else {
-            quoted += c;
-        }
-    }
-    return quoted + u'\'';
+    return oneLine(text);
 }
 
 void ConsoleDesktop::printLine(const QString& line)
@@ -106,6 +81,12 @@ void ConsoleDesktop::alert(const QString& message)
 
 void ConsoleDesktop::stopAlert(const QString& message, const QString&)
 {
+    printLine(consoleText(message));
+}
+
+void ConsoleDesktop::failureAlert(const QString& message)
+{
+    m_failureReported = true;
     printLine(consoleText(message));
 }
 

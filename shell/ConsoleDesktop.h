@@ -21,6 +21,7 @@ public:
 
     void alert(const QString& message) override;
     void stopAlert(const QString& message, const QString& explanation) override;
+    void failureAlert(const QString& message) override;
     QStringList chooseFilesToOpen(const QString& prompt) override;
     QString chooseSavePath(const QString& proposedName) override;
     void openInTextEditor(const QString& path) override;
@@ -40,6 +41,9 @@ public:
     /// limit has passed.
     void holdClipboard(std::chrono::milliseconds limit);
 
+    /// Whether a failure alert was shown: the process should then exit with a failure status.
+    bool failureReported() const { return m_failureReported; }
+
     /// What the clipboard's data and holdClipboard share.
     struct ClipboardHold;
 
@@ -49,13 +53,14 @@ private:
     QTextStream& m_out;
     QTextStream& m_err;
     QString m_saveAsPath;
+    bool m_failureReported = false;
     // Shared with the clipboard's data, which may outlive this object.
     std::shared_ptr<ClipboardHold> m_hold;
 };
 
-/// A text as console mode prints it, on one line whatever it holds: unchanged when it has
-/// no control character and does not begin with $', otherwise quoted the way the shell
-/// reads $'...', with \\, \', \n, \r, \t, \xHH and (for C1 controls) \uHHHH.
+/// A text as console mode prints it, on one line whatever it holds (oneLine): unchanged when
+/// it has no control character and does not begin with $', otherwise quoted the way the
+/// shell reads $'...', with \\, \', \n, \r, \t, \xHH and (for C1 controls) \uHHHH.
 QString consoleText(const QString& text);
 
 } // namespace tallyvox

@@ -84,8 +84,8 @@ void QtDesktop::openInTextEditor(const QString& path)
     // Chosen by the list's type: sniffing its content would take a list of C-like words
     // for source code. When nothing opens it, the file manager at least shows where it is.
     if (!m_applications.open(QUrl::fromLocalFile(path), QStringLiteral("text/plain"))) {
-        systemLog(
-            QStringLiteral("No text editor opened %1; showing it in the file manager").arg(path));
+        systemLog(QStringLiteral("No text editor opened \"%1\"; showing it in the file manager")
+                      .arg(path));
         showInFileManager(path);
     }
 }

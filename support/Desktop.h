@@ -27,6 +27,9 @@ public:
 
     /// A modal alert whose message text is the whole message, with one "OK" button.
     virtual void alert(const QString& message) = 0;
+    /// An alert saying that something the user asked for was not done (a file not saved);
+    /// console mode then ends with a failure status.
+    virtual void failureAlert(const QString& message) { alert(message); }
     /// The standard stop alert of the batch run, a message with its explanation;
     /// it beeps before it shows.
     virtual void stopAlert(const QString& message, const QString& explanation) = 0;

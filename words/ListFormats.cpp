@@ -14,14 +14,36 @@ QByteArray countField(qint64 count)
 
 } // namespace
 
+bool startsLikeFormula(QStringView text)
+{
+    if (text.isEmpty()) {
+        return false;
+    }
+    switch (text.front().unicode()) {
+    case '=':
+    case '+':
+    case '-':
+    case '@':
+    case '\t':
+    case '\r':
+        return true;
+    default:
+        return false;
+    }
+}
+
 QString csvField(QStringView text)
 {
+    // A spreadsheet takes a cell that starts like a formula for one ("@SUM(...)", "=1+1"):
+    // a leading apostrophe makes it text, as OWASP advises for CSV injection.
+    QString guarded =
+        startsLikeFormula(text) ? QStringLiteral("'") + text.toString() : text.toString();
     const bool quoted = text.contains(QLatin1Char(',')) || text.contains(QLatin1Char('"')) ||
                         text.contains(QLatin1Char('\r')) || text.contains(QLatin1Char('\n'));
     if (!quoted) {
-        return text.toString();
+        return guarded;
     }
-    QString field = text.toString();
+    QString field = guarded;
     field.replace(QLatin1Char('"'), QLatin1String("\"\""));
     return QLatin1Char('"') + field + QLatin1Char('"');
 }

@@ -14,8 +14,13 @@ class WordOrder;
 // totals line ("IncludeTotals"). Numbers here are ASCII digits whatever the locale, so that
 // every program reads them; the design's text keeps the locale's digits for its counts.
 
+/// Whether a spreadsheet would read a cell starting so as a formula: "=", "+", "-", "@", a
+/// tab or a CR first.
+bool startsLikeFormula(QStringView text);
+
 /// One CSV field (RFC 4180): in double quotes, with each quote doubled, when it holds a
-/// comma, a double quote, a CR or an LF; else as it is.
+/// comma, a double quote, a CR or an LF; else as it is. A field that starts like a formula
+/// gets an apostrophe in front.
 QString csvField(QStringView text);
 
 /// One TSV field: a backslash, tab, CR or LF is written \\, \t, \r or \n, so no word can

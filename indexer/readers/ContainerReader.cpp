@@ -244,8 +244,9 @@ private:
 // numbers in their cell's number format, else as stored; booleans and errors as shown.
 class SheetCells : public MarkupHandler {
 public:
-    SheetCells(const std::vector<std::string>& shared, const CellStyles& styles, TextSink& sink)
-        : m_shared(shared), m_styles(styles), m_sink(sink)
+    SheetCells(const std::vector<std::string>& shared, std::vector<bool>& sharedUsed,
+               const CellStyles& styles, ZipArchive& zip, TextSink& sink)
+        : m_shared(shared), m_sharedUsed(sharedUsed), m_styles(styles), m_zip(zip), m_sink(sink)
     {}
 
     void startElement(std::string_view name, const MarkupAttributes& attributes) override
@@ -286,7 +287,11 @@ private:
             std::size_t index = 0;
             const auto [ptr, ec] =
                 std::from_chars(m_value.data(), m_value.data() + m_value.size(), index);
-            if (ec == std::errc() && index < m_shared.size()) {
+            // A string's second and later cells are copies: charged, so that a million cells
+            // of one large string stop at the budget rather than run for hours.
+            if (ec == std::errc() && index < m_shared.size() &&
+                (!m_sharedUsed[index] || m_zip.chargeCopy(m_shared[index].size()))) {
+                m_sharedUsed[index] = true;
                 m_sink.text(m_shared[index]);
             }
         } else if (m_type.empty() || m_type == "n") {
@@ -316,7 +321,9 @@ private:
     }
 
     const std::vector<std::string>& m_shared;
+    std::vector<bool>& m_sharedUsed;
     const CellStyles& m_styles;
+    ZipArchive& m_zip;
     TextSink& m_sink;
     std::string m_type;
     std::string m_style;
@@ -380,10 +387,11 @@ void readSpreadsheet(ZipArchive& zip, const std::string& main, TextSink& sink)
             parseXml(data, styles);
         }
     });
+    std::vector<bool> used(shared.strings.size());
     zip.forEach([&](const std::string& name, const ByteSource& data) {
         if (startsWith(name, dir + "worksheets/") && endsWith(name, ".xml") &&
             name.find("/_rels/") == std::string::npos) {
-            SheetCells handler(shared.strings, styles, sink);
+            SheetCells handler(shared.strings, used, styles, zip, sink);
             streamPart(data, handler, sink);
         }
     });
@@ -654,10 +662,17 @@ void readEpub(ZipArchive& zip, TextSink& sink)
             }
         }
     });
+    // A spine may name one document many times; each copy after the first is charged.
+    std::set<std::string> delivered;
     for (const auto& name : order) {
-        if (const auto part = documents.find(name); part != documents.end()) {
-            part->second.replay(sink);
+        const auto part = documents.find(name);
+        if (part == documents.end()) {
+            continue;
         }
+        if (!delivered.insert(name).second && !zip.chargeCopy(part->second.size())) {
+            break;
+        }
+        part->second.replay(sink);
     }
 }
 

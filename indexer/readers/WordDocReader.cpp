@@ -1,5 +1,7 @@
 #include "indexer/readers/WordDocReader.h"
 
+#include "indexer/readers/CutReport.h"
+
 #include "indexer/readers/Utf8.h"
 
 #include <algorithm>
@@ -154,14 +156,21 @@ private:
         return name;
     }
 
-    // Follows a chain; a loop or a bad link ends it.
+    // Follows a chain; a bad link ends it. A sector met twice means the chain loops: the file
+    // is damaged, and the stream is what came before the loop. Going round again would
+    // repeat those sectors up to the stream's size and read the repeats as more text.
     template <typename Sector>
     static std::string chain(std::uint32_t start, const std::vector<std::uint32_t>& fat,
                              std::size_t sectorSize, Sector sector, std::size_t size)
     {
         std::string out;
-        for (std::size_t hops = 0; start < fat.size() && hops <= fat.size() && out.size() < size;
-             ++hops) {
+        std::vector<bool> visited(fat.size(), false);
+        while (start < fat.size() && out.size() < size) {
+            if (visited[start]) {
+                CutReport::note("Word: a sector chain loops; the file is damaged");
+                break;
+            }
+            visited[start] = true;
             const std::string_view data = sector(start);
             if (data.empty()) {
                 break;

@@ -33,6 +33,18 @@ std::uint64_t ZipArchive::budgetFor(std::uint64_t compressedBytes)
     return std::clamp(ratio, ReadLimits::minInflatedBytes, ReadLimits::maxInflatedBytes);
 }
 
+bool ZipArchive::chargeCopy(std::uint64_t bytes)
+{
+    if (bytes > m_budget - std::min(m_budget, m_inflated)) {
+        CutReport::note("zip: repeated text stopped at " + std::to_string(m_budget >> 20) +
+                        " MiB, " + std::to_string(ReadLimits::maxInflationRatio) +
+                        " times the file's size");
+        return false;
+    }
+    m_inflated += bytes;
+    return true;
+}
+
 ZipArchive ZipArchive::fromFile(std::string path)
 {
     std::error_code ec;

@@ -31,6 +31,11 @@ public:
     void forEach(const std::function<void(const std::string& name, const ByteSource& data)>& visit);
     /// The whole entry called name, when present and not larger than limit.
     std::optional<std::string> read(std::string_view name, std::size_t limit);
+    /// Charges text that a document delivers again (a part its spine names twice, a shared
+    /// string in another cell) to the inflation budget, as if it had been inflated anew: a
+    /// small file that names one large part a million times costs what its copies would.
+    /// False, noting the cut, once the budget cannot pay for it.
+    bool chargeCopy(std::uint64_t bytes);
     /// Whether some reading stopped at the inflation budget.
     bool budgetSpent() const { return m_inflated >= m_budget; }
 

@@ -1,5 +1,7 @@
 #include "tests/common/RecordingDesktop.h"
 
+#include "support/SystemLog.h"
+
 namespace tallyvox::testing {
 
 void RecordingDesktop::record(const char* kind, const QString& text)
@@ -74,9 +76,15 @@ void RecordingDesktop::raiseApplication()
     record("raise", {});
 }
 
+void RecordingDesktop::failureAlert(const QString& message)
+{
+    record("failureAlert", message);
+}
+
 void RecordingDesktop::log(const QString& line)
 {
-    record("log", line);
+    // As the real desktops write it: a caller's line break cannot make a second line.
+    record("log", oneLine(line));
 }
 
 void RecordingDesktop::setClipboardText(const QString& text)

@@ -11,12 +11,14 @@ namespace tallyvox::testing {
 class RecordingDesktop final : public Desktop {
 public:
     struct Event {
-        QString kind; // "alert", "stopAlert", "openPanel", "savePanel", "editor", ...
+        QString
+            kind; // "alert", "failureAlert", "stopAlert", "openPanel", "savePanel", "editor", ...
         QString text;
     };
 
     void alert(const QString& message) override;
     void stopAlert(const QString& message, const QString& explanation) override;
+    void failureAlert(const QString& message) override;
     QStringList chooseFilesToOpen(const QString& prompt) override;
     QString chooseSavePath(const QString& proposedName) override;
     void openInTextEditor(const QString& path) override;

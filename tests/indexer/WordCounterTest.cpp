@@ -5,6 +5,9 @@
 #include "indexer/WordCounter.h"
 #include "indexer/WordScanner.h"
 
+#include <QByteArrayList>
+#include <QFile>
+#include <QRegularExpression>
 #include <QString>
 #include <QTest>
 
@@ -19,9 +22,11 @@
 #include <unicode/locid.h>
 #include <unicode/normalizer2.h>
 #include <unicode/ubrk.h>
-#include <unicode/utext.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
 
 using namespace tallyvox::indexer;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -34,28 +39,51 @@ Counts toCounts(const WordMap& words)
     return counts;
 }
 
-// ICU's segmentation of the whole text, NFC, case kept.
+// A segment as a word's key: default-ignorable characters left out, white space at the
+// edges trimmed, NFC.
+std::string keyOf(const icu::UnicodeString& segment, const icu::Normalizer2& nfc)
+{
+    icu::UnicodeString visible;
+    for (int32_t i = 0; i < segment.length(); i = segment.moveIndex32(i, 1)) {
+        const UChar32 c = segment.char32At(i);
+        if (!u_hasBinaryProperty(c, UCHAR_DEFAULT_IGNORABLE_CODE_POINT)) {
+            visible.append(c);
+        }
+    }
+    while (!visible.isEmpty() && u_isUWhiteSpace(visible.char32At(0))) {
+        visible.remove(0, U16_LENGTH(visible.char32At(0)));
+    }
+    while (!visible.isEmpty() && u_isUWhiteSpace(visible.char32At(visible.length() - 1))) {
+        const int32_t last = visible.moveIndex32(visible.length(), -1);
+        visible.truncate(last);
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    std::string word;
+    nfc.normalize(visible, status).toUTF8String(word);
+    return word;
+}
+
+// ICU's segmentation of the whole text as UTF-16, each word as its key, case kept.
 Counts countWithIcu(std::string_view utf8)
 {
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<icu::BreakIterator> words(
         icu::BreakIterator::createWordInstance(icu::Locale::getRoot(), status));
     const icu::Normalizer2* nfc = icu::Normalizer2::getNFCInstance(status);
-    UText* text = utext_openUTF8(nullptr, utf8.data(), static_cast<int64_t>(utf8.size()), &status);
-    words->setText(text, status);
+    const icu::UnicodeString text =
+        icu::UnicodeString::fromUTF8(icu::StringPiece(utf8.data(), int32_t(utf8.size())));
+    words->setText(text);
     Counts counts;
     for (int32_t start = words->first(), end = words->next(); end != icu::BreakIterator::DONE;
          start = end, end = words->next()) {
         const int32_t rule = words->getRuleStatus();
         if (rule >= UBRK_WORD_NUMBER && rule < UBRK_WORD_IDEO_LIMIT) {
-            std::string word;
-            icu::StringByteSink<std::string> sink(&word);
-            nfc->normalizeUTF8(0, icu::StringPiece(utf8.data() + start, end - start), sink, nullptr,
-                               status);
-            ++counts[word];
+            const std::string word = keyOf(text.tempSubString(start, end - start), *nfc);
+            if (!word.empty()) {
+                ++counts[word];
+            }
         }
     }
-    utext_close(text);
     return counts;
 }
 
@@ -155,6 +183,10 @@ private slots:
     void everyCharacterAgreesWithIcu();
     void asciiScannersAgree();
     void boundariesEndWords();
+    void keysOfEveryScript_data();
+    void keysOfEveryScript();
+    void conformsToUnicode_data();
+    void conformsToUnicode();
     void tableCountsAndOrders_data();
     void tableCountsAndOrders();
 };
@@ -294,6 +326,132 @@ void WordCounterTest::boundariesEndWords()
     const Counts expected{{"café", 2}, {"Café", 1}, {"CAFÉ", 1}, {"abc", 1}, {"def", 1},
                           {"don", 1},  {"t", 1},    {"日本", 1}, {"語", 1},  {"x", 1}};
     QCOMPARE(toCounts(counter.finish()), expected);
+}
+
+void WordCounterTest::keysOfEveryScript_data()
+{
+    // Exact words where ICU's UTF-8 and UTF-16 segmentation part, or where what ICU calls a
+    // word holds characters nobody sees. Each text goes through both the scanner's and ICU's
+    // paths (a run that needs ICU for something else).
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArrayList>("words"); // as counted, one entry per occurrence
+    const QByteArrayList burmese{"ကခဂ", "ကခဂ"};
+    QTest::newRow("burmese, three letters") << QByteArray(" ကခဂ ကခဂ ") << burmese;
+    QTest::newRow("khmer, three letters") << QByteArray(" កកក ") << QByteArrayList{"កកក"};
+    QTest::newRow("burmese beside Han") << QByteArray("ကခဂ 中") << QByteArrayList{"ကခဂ", "中"};
+    QTest::newRow("narrow no-break space before !")
+        << QByteArray("Bonjour ! Ça va ? Été́ ;") << QByteArrayList{"Bonjour", "Ça", "va", "Été́"};
+    QTest::newRow("narrow no-break space inside a number")
+        << QByteArray("10 000  a") << QByteArrayList{"10 000", "a"};
+    QTest::newRow("only spaces that join") << QByteArray("   x") << QByteArrayList{"x"};
+    QTest::newRow("soft hyphen") << QByteArray("co­operate cooperate co­")
+                                 << QByteArrayList{"cooperate", "cooperate", "co"};
+    QTest::newRow("word joiner") << QByteArray("a⁠b ab ⁠ab")
+                                 << QByteArrayList{"ab", "ab", "ab"};
+    QTest::newRow("zero-width non-joiner")
+        << QByteArray("می‌خواهم میخواهم") << QByteArrayList{"میخواهم", "میخواهم"};
+    QTest::newRow("variation selector") << QByteArray("葛󠄀 葛") << QByteArrayList{"葛", "葛"};
+    QTest::newRow("dropped mark between marks")
+        << QByteArray("a̖͏́ á̖") << QByteArrayList{"á̖", "á̖"};
+}
+
+void WordCounterTest::keysOfEveryScript()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QByteArrayList, words);
+    Counts expected;
+    for (const QByteArray& word : words) {
+        ++expected[QString::fromUtf8(word).normalized(QString::NormalizationForm_C).toStdString()];
+    }
+    for (const unsigned threads : {1u, 2u}) {
+        const Counts got = countPieces(std::string_view(text.constData(), std::size_t(text.size())),
+                                       {64, threads}, std::size_t(text.size()) + 1);
+        QVERIFY2(got == expected, difference(got, expected).constData());
+    }
+}
+
+void WordCounterTest::conformsToUnicode_data()
+{
+    // Unicode's own cases: ICU's UTF-16 segmentation must give the file's boundaries, and the
+    // counter the words of ICU's UTF-16 segmentation.
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QList<int>>("boundaries");  // in UTF-16 code units
+    QTest::addColumn<QByteArray>("fileVersion"); // empty when it is ICU's Unicode version
+    QFile file(QString::fromUtf8(WORD_BREAK_TEST));
+    QVERIFY2(file.open(QIODevice::ReadOnly),
+             "WordBreakTest.txt is missing: install the package unicode-data");
+    // "# WordBreakTest-15.0.0.txt"; ICU says "15.0".
+    const QByteArray head = file.readLine().trimmed();
+    const QByteArray version = head.mid(head.indexOf('-') + 1).chopped(4);
+    const QByteArray fileVersion =
+        version == U_UNICODE_VERSION || version == U_UNICODE_VERSION ".0" ? QByteArray() : version;
+    // ICU's root rules take the colon out of MidLetter on purpose ("a:b" is two words): where
+    // the file joins letters across a colon (rules 6 and 7), ICU breaks on both sides.
+    const QRegularExpression rule(QStringLiteral("([÷×]) \\[(\\d+\\.\\d+)\\]"));
+    int line = 1;
+    while (!file.atEnd()) {
+        const QString entry = QString::fromUtf8(file.readLine());
+        ++line;
+        const QStringList codePoints =
+            entry.section(u'#', 0, 0)
+                .split(QRegularExpression(QStringLiteral("[÷× \\t\\n]+")), Qt::SkipEmptyParts);
+        if (codePoints.isEmpty()) {
+            continue;
+        }
+        QStringList breaks; // before each code point and at the end: "÷" or "×" and the rule
+        for (auto it = rule.globalMatch(entry.section(u'#', 1)); it.hasNext();) {
+            const auto match = it.next();
+            breaks.append(match.captured(1) + match.captured(2));
+        }
+        QVERIFY2(breaks.size() == codePoints.size() + 1, qPrintable(entry));
+        QString text;
+        QList<int> boundaries;
+        for (qsizetype i = 0; i <= codePoints.size(); ++i) {
+            const char32_t c = i < codePoints.size() ? codePoints[i].toUInt(nullptr, 16) : 0;
+            if (c == u':' && breaks[i] == u"×6.0") {
+                const qsizetype after = breaks.indexOf(u"×7.0"_s, i + 1);
+                QVERIFY2(after > i, qPrintable(entry));
+                breaks[i] = u"÷"_s;
+                breaks[after] = u"÷"_s;
+            }
+            if (breaks[i].startsWith(u'÷')) {
+                boundaries.append(int(text.size()));
+            }
+            if (i < codePoints.size()) {
+                text.append(QString::fromUcs4(&c, 1));
+            }
+        }
+        QTest::addRow("line %d", line) << text << boundaries << fileVersion;
+    }
+}
+
+void WordCounterTest::conformsToUnicode()
+{
+    QFETCH(QString, text);
+    QFETCH(QList<int>, boundaries);
+    QFETCH(QByteArray, fileVersion);
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::BreakIterator> breaker(
+        icu::BreakIterator::createWordInstance(icu::Locale::getRoot(), status));
+    const icu::UnicodeString utf16(false, reinterpret_cast<const UChar*>(text.utf16()),
+                                   int32_t(text.size()));
+    breaker->setText(utf16);
+    QList<int> icu;
+    for (int32_t at = breaker->first(); at != icu::BreakIterator::DONE; at = breaker->next()) {
+        icu.append(at);
+    }
+    if (icu != boundaries && !fileVersion.isEmpty()) {
+        QSKIP(qPrintable(
+            QStringLiteral("the file is Unicode %1, ICU implements %2, and the two "
+                           "segment this case differently")
+                .arg(QString::fromLatin1(fileVersion), QStringLiteral(U_UNICODE_VERSION))));
+    }
+    QCOMPARE(icu, boundaries);
+    const QByteArray utf8 = text.toUtf8();
+    const std::string_view view(utf8.constData(), std::size_t(utf8.size()));
+    const Counts got = countPieces(view, {64, 1}, view.size() + 1);
+    const Counts expected = countWithIcu(view);
+    QVERIFY2(got == expected, difference(got, expected).constData());
 }
 
 void WordCounterTest::tableCountsAndOrders_data()

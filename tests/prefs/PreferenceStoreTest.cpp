@@ -1,10 +1,14 @@
 #include "prefs/PreferenceStore.h"
 #include "tests/common/TestEnvironment.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTest>
 
 #include <limits>
+
+#include <sys/stat.h>
 
 using namespace tallyvox;
 using namespace Qt::StringLiterals;
@@ -188,6 +192,44 @@ private slots:
         QVERIFY(aside.open(QIODevice::ReadOnly));
         QCOMPARE(aside.readAll(), content);
         QCOMPARE(store.readWindowBounds(), QRect(1, 2, 3, 4));
+    }
+
+    // Something other than a file at the settings path is never opened for reading in a way
+    // that waits, reads as the defaults, is named in an alert, and is set aside at a write.
+    void specialFileIsRefused_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::newRow("named pipe") << u"pipe"_s;
+        QTest::newRow("folder") << u"folder"_s;
+        QTest::newRow("regular file") << u"file"_s;
+    }
+    void specialFileIsRefused()
+    {
+        QFETCH(QString, kind);
+        testing::TestEnvironment env;
+        const QString path = env.writeFile(plistPath, plistWith("SortBy", "<integer>2</integer>"));
+        if (kind != u"file"_s) {
+            QVERIFY(QFile::remove(path));
+        }
+        if (kind == u"pipe"_s) {
+            QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+        } else if (kind == u"folder"_s) {
+            QVERIFY(QDir().mkdir(path));
+        }
+        PreferenceStore store;
+        if (kind == u"file"_s) {
+            QCOMPARE(store.refusal(), std::nullopt);
+            QCOMPARE(static_cast<int>(store.GetSortBy()), 2);
+            return;
+        }
+        QCOMPARE(store.refusal(),
+                 u"The settings file \"%1\" is no regular file; Tallyvox uses its default "
+                 "settings and sets it aside at the first change."_s.arg(path));
+        QCOMPARE(settings(store), (QList<int>{0, 1, 1, 1, 1}));
+        QVERIFY(store.writeWindowBounds(QRect(1, 2, 3, 4)));
+        QCOMPARE(store.readWindowBounds(), QRect(1, 2, 3, 4));
+        QCOMPARE(store.refusal(), std::nullopt);
+        QVERIFY(QFileInfo(path + u".bad"_s).exists());
     }
 
     void sharedObjectsWithinTheLimitsAreRead()

@@ -18,6 +18,7 @@ struct Entry {
     QByteArray data;
     std::uint64_t repeats = 1; // the data, so many times over
     QByteArray head = {};      // before the data
+    QByteArray tail = {};      // after it
 };
 
 QByteArray makeZip(const QList<Entry>& entries)
@@ -39,12 +40,14 @@ QByteArray makeZip(const QList<Entry>& entries)
         archive_entry_set_pathname(e, entry.name.constData());
         archive_entry_set_filetype(e, AE_IFREG);
         archive_entry_set_size(e, la_int64_t(std::uint64_t(entry.data.size()) * entry.repeats +
-                                             std::uint64_t(entry.head.size())));
+                                             std::uint64_t(entry.head.size()) +
+                                             std::uint64_t(entry.tail.size())));
         archive_write_header(a, e);
         archive_write_data(a, entry.head.constData(), size_t(entry.head.size()));
         for (std::uint64_t i = 0; i < entry.repeats; ++i) {
             archive_write_data(a, entry.data.constData(), size_t(entry.data.size()));
         }
+        archive_write_data(a, entry.tail.constData(), size_t(entry.tail.size()));
         archive_entry_free(e);
     }
     archive_write_close(a);
@@ -301,6 +304,71 @@ private slots:
         QVERIFY(sink.bytes >= ReadLimits::maxRepeatedText);
         QVERIFY(sink.bytes < 2 * ReadLimits::maxRepeatedText);
         QCOMPARE(report.reasons().size(), std::size_t{1});
+    }
+
+    // A reference that multiplies work: every copy after the first is charged to the
+    // inflation budget, so the reading stops there (and says so) instead of running for
+    // hours; a few copies within the budget are all delivered.
+    void repeatedReferencesAreCharged_data()
+    {
+        QTest::addColumn<QByteArray>("zip");
+        QTest::addColumn<quint64>("part"); // bytes of text of the repeated part
+        QTest::addColumn<quint64>("copies");
+        QTest::addColumn<bool>("cut");
+        const auto epub = [](const QByteArray& item, int times) {
+            const QByteArray spine = QByteArray("<itemref idref=\"c\"/>").repeated(times);
+            return makeZip({{"mimetype", "application/epub+zip"},
+                            {"META-INF/container.xml",
+                             "<container><rootfiles><rootfile full-path=\"book.opf\"/>"
+                             "</rootfiles></container>"},
+                            {"book.opf", "<package><manifest><item id=\"c\" href=\"c.xhtml\"/>"
+                                         "</manifest><spine>" +
+                                             spine + "</spine></package>"},
+                            {"c.xhtml", item, std::uint64_t(10) << 20 >> 4, "<html><body><p>",
+                             "</p></body></html>"}});
+        };
+        const QByteArray word16 = "word word words ";
+        QTest::newRow("EPUB, one 10 MB item 100,000 times")
+            << epub(word16, 100000) << (quint64(10) << 20) << quint64(100000) << true;
+        QTest::newRow("EPUB, one item 3 times")
+            << epub(word16, 3) << (quint64(10) << 20) << quint64(3) << false;
+        const auto xlsx = [](int cells) {
+            return makeZip(
+                {{"[Content_Types].xml", "<Types/>"},
+                 {"xl/workbook.xml", "<workbook/>"},
+                 {"xl/sharedStrings.xml", "cell text ", std::uint64_t(1) << 16, "<sst><si><t>",
+                  "</t></si></sst>"},
+                 {"xl/worksheets/sheet1.xml", "<c t=\"s\"><v>0</v></c>", std::uint64_t(cells),
+                  "<worksheet><sheetData><row>", "</row></sheetData></worksheet>"}});
+        };
+        QTest::newRow("XLSX, a 640 KB string in 1,000,000 cells")
+            << xlsx(1000000) << quint64(640) * 1024 << quint64(1000000) << true;
+        QTest::newRow("XLSX, the string in 5 cells")
+            << xlsx(5) << quint64(640) * 1024 << quint64(5) << false;
+    }
+    void repeatedReferencesAreCharged()
+    {
+        QFETCH(QByteArray, zip);
+        QFETCH(quint64, part);
+        QFETCH(quint64, copies);
+        QFETCH(bool, cut);
+        QVERIFY(zip.size() < qsizetype{4} << 20);
+        const CutReport report;
+        ByteCountingSink sink;
+        auto archive = ZipArchive::fromMemory({zip.constData(), std::size_t(zip.size())});
+        QVERIFY(readContainer(archive, sink));
+        if (!cut) {
+            QCOMPARE(sink.bytes, part * copies);
+            QVERIFY(report.reasons().empty());
+            return;
+        }
+        // Whole copies only, as many as the budget pays for beyond what was inflated.
+        QCOMPARE(sink.bytes % part, quint64(0));
+        QVERIFY(sink.bytes > ReadLimits::minInflatedBytes / 2);
+        QVERIFY(sink.bytes <= ReadLimits::minInflatedBytes);
+        // The sheet's own inflating may then stop at the spent budget too.
+        QVERIFY(report.reasons().size() <= 2);
+        QVERIFY(report.reasons().front().starts_with("zip: repeated text stopped at 256 MiB"));
     }
 
     void entriesAreCapped()

@@ -3,6 +3,7 @@
 #include "indexer/ResourceLimits.h"
 #include "indexer/readers/CutReport.h"
 #include "indexer/readers/ReadLimits.h"
+#include "indexer/readers/WordDocReader.h"
 
 #include <QFile>
 #include <QProcess>
@@ -182,6 +183,50 @@ private slots:
     }
 
     // A PDF starts with its marker, after blanks or binary junk only.
+    // A .doc whose sector chain loops is damaged: it gives nothing, or the words read before
+    // the loop, never the looped sectors again as more text.
+    void loopingWordChainsStop_data()
+    {
+        QTest::addColumn<bool>("mini");     // the mini FAT, else the FAT
+        QTest::addColumn<quint32>("index"); // the entry changed
+        QTest::addColumn<quint32>("next");  // what it now says follows
+        // source.doc: WordDocument is sectors 7 to 16, 1Table mini sectors 3 onwards.
+        QTest::newRow("WordDocument back to its start") << false << 9u << 7u;
+        QTest::newRow("WordDocument on itself") << false << 7u << 7u;
+        QTest::newRow("WordDocument near its end") << false << 15u << 14u;
+        QTest::newRow("1Table back to its start") << true << 10u << 3u;
+    }
+    void loopingWordChainsStop()
+    {
+        QFETCH(bool, mini);
+        QFETCH(quint32, index);
+        QFETCH(quint32, next);
+        QByteArray doc = dataBytes(QStringLiteral("source.doc"));
+        const auto le = [&doc](qsizetype at) {
+            return quint32(quint8(doc[at])) | quint32(quint8(doc[at + 1])) << 8 |
+                   quint32(quint8(doc[at + 2])) << 16 | quint32(quint8(doc[at + 3])) << 24;
+        };
+        const qsizetype sectorSize = qsizetype{1} << quint8(doc[0x1E]);
+        const qsizetype table = (le(mini ? 0x3C : 0x4C) + 1) * sectorSize;
+        for (int i = 0; i < 4; ++i) {
+            doc[table + qsizetype{4} * index + i] = char(next >> (8 * i));
+        }
+        WordCountingSink whole;
+        const QByteArray intact = dataBytes(QStringLiteral("source.doc"));
+        QVERIFY(readWordDocument({intact.constData(), std::size_t(intact.size())}, whole));
+        const QMap<QString, int> original = whole.words();
+
+        const CutReport report;
+        WordCountingSink sink;
+        readWordDocument({doc.constData(), std::size_t(doc.size())}, sink);
+        const QMap<QString, int> words = sink.words();
+        for (auto it = words.begin(); it != words.end(); ++it) {
+            QVERIFY2(it.value() <= original.value(it.key()), qPrintable(it.key()));
+        }
+        QCOMPARE(report.reasons(),
+                 std::vector<std::string>{"Word: a sector chain loops; the file is damaged"});
+    }
+
     void pdfMarker_data()
     {
         QTest::addColumn<QByteArray>("bytes");

@@ -8,7 +8,14 @@
 #include <QImage>
 #include <QTest>
 
+#include <QProcess>
+
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 using namespace tallyvox;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -119,20 +126,12 @@ private slots:
         QTest::addColumn<QString>("answer");
         QTest::addColumn<QStringList>("events");
 
-        const QString base64 = QStringLiteral("SGVsbG8=");
-        const QString svgText = QString::fromLatin1(svg);
-        const QStringList panel{QStringLiteral("savePanel")};
         QTest::newRow("not Base64")
             << false << QStringLiteral(" -!\n") << QStringLiteral("x")
             << QStringList{QStringLiteral("alert The text could not be base64 decoded")};
         QTest::newRow("no UTF-8 form")
             << true << QStringLiteral("a") + QChar(0xd800) << QStringLiteral("x")
             << QStringList{QStringLiteral("alert The text could not be decoded as UTF8")};
-        QTest::newRow("decode write fails: nothing opened")
-            << false << base64 << QStringLiteral("folder") << panel;
-        QTest::newRow("graphic write fails: chosen path opened")
-            << true << svgText << QStringLiteral("folder")
-            << QStringList{QStringLiteral("savePanel"), QStringLiteral("openFile")};
     }
     void nothingWritten()
     {
@@ -149,6 +148,106 @@ private slots:
         }
         QCOMPARE(seen, events);
         QCOMPARE(world.saved(), QStringList());
+    }
+
+    // What stands at the chosen path is never written through: each save is refused with a
+    // failure alert, nothing is opened, and whatever was there is as it was. In a shared
+    // folder (sticky, open to all, like /tmp) another user may have put it there.
+    void refusesWhatIsNoFile_data()
+    {
+        QTest::addColumn<bool>("graphic");
+        QTest::addColumn<QString>("answer"); // in the folder
+        QTest::addColumn<QString>("reason");
+        QTest::addColumn<bool>("planted"); // by another user, in a shared folder
+        const QString link =
+            QStringLiteral("it is a symbolic link, which Tallyvox does not write through");
+        const QString special = QStringLiteral("it is no regular file");
+        for (const bool graphic : {false, true}) {
+            const char* service = graphic ? "graphic" : "decode";
+            QTest::addRow("%s onto a link", service) << graphic << u"link"_s << link << false;
+            QTest::addRow("%s onto a dangling link", service)
+                << graphic << u"dangling"_s << link << false;
+            QTest::addRow("%s onto a named pipe", service)
+                << graphic << u"pipe"_s << special << false;
+            QTest::addRow("%s onto a folder", service)
+                << graphic << u"folder"_s << u"a folder of that name is in the way"_s << false;
+            QTest::addRow("%s into a missing folder", service)
+                << graphic << u"missing/x"_s << u"the folder \"%1/missing\" does not exist"_s
+                << false;
+        }
+        QTest::newRow("another user's link") << true << u"link"_s << link << true;
+        QTest::newRow("another user's pipe") << true << u"pipe"_s << special << true;
+    }
+    void refusesWhatIsNoFile()
+    {
+        QFETCH(bool, graphic);
+        QFETCH(QString, answer);
+        QFETCH(QString, reason);
+        QFETCH(bool, planted);
+        testing::TestEnvironment env;
+        const QString victim = env.writeFile(u"victim.txt"_s, "keep me");
+        QString folder = env.root() + u"/saved"_s;
+        QStringList plant; // the command that makes the link and the pipe, run as whom
+        if (planted) {
+            if (::geteuid() != 0) {
+                QSKIP("acting as a second user needs root");
+            }
+            if (::getpwnam("nobody") == nullptr) {
+                QCOMPARE(QProcess::execute(u"useradd"_s, {u"--system"_s, u"nobody"_s}), 0);
+            }
+            QByteArray shared("/tmp/tallyvox-shared-XXXXXX");
+            QVERIFY(::mkdtemp(shared.data()) != nullptr && ::chmod(shared.constData(), 01777) == 0);
+            folder = QString::fromLocal8Bit(shared);
+            plant = QStringList{u"runuser"_s, u"-u"_s, u"nobody"_s, u"--"_s};
+        }
+        const auto run = [&plant](QStringList command) {
+            command = plant + command;
+            return QProcess::execute(command.takeFirst(), command);
+        };
+        QVERIFY(QDir().mkpath(folder + u"/folder"_s));
+        QCOMPARE(run({u"ln"_s, u"-s"_s, victim, folder + u"/link"_s}), 0);
+        QCOMPARE(run({u"ln"_s, u"-s"_s, env.root() + u"/nowhere"_s, folder + u"/dangling"_s}), 0);
+        QCOMPARE(run({u"mkfifo"_s, folder + u"/pipe"_s}), 0);
+        struct stat before {};
+        QCOMPARE(::lstat(QFile::encodeName(folder + u"/"_s + answer).constData(), &before),
+                 answer.contains(u'/') ? -1 : 0);
+
+        testing::RecordingDesktop desktop;
+        const QString path = folder + QLatin1Char('/') + answer;
+        desktop.answerSavePanel(path);
+        graphic ? SaveGraphicData(desktop, QString::fromLatin1(svg))
+                : DecodeAndSaveBase64(desktop, u"SGVsbG8="_s);
+
+        const QString message = u"The file \"%1\" was not saved: %2."_s.arg(
+            path, reason.contains(u'%') ? reason.arg(folder) : reason);
+        QCOMPARE(desktop.texts(u"failureAlert"_s), QStringList{message});
+        QCOMPARE(desktop.texts(u"openFile"_s), QStringList());
+        QCOMPARE(readAll(victim), QByteArray("keep me"));
+        QVERIFY(!QFile::exists(env.root() + u"/nowhere"_s));
+        const QStringList left = QDir(folder).entryList(
+            QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+        if (planted) {
+            QDir(folder).removeRecursively();
+        }
+        QCOMPARE(left, (QStringList{u"dangling"_s, u"folder"_s, u"link"_s, u"pipe"_s}));
+    }
+
+    // A file that is there already is replaced whole, keeping its permissions.
+    void replacesAFile()
+    {
+        testing::TestEnvironment env;
+        const QString path = env.writeFile(QStringLiteral("saved/old"), "old old old old");
+        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
+        const QFile::Permissions before = QFile::permissions(path);
+        testing::RecordingDesktop desktop;
+        desktop.answerSavePanel(path);
+        DecodeAndSaveBase64(desktop, QStringLiteral("SGVsbG8="));
+        QCOMPARE(readAll(path), QByteArray("Hello"));
+        QCOMPARE(QFile::permissions(path), before);
+        QCOMPARE(desktop.texts(QStringLiteral("failureAlert")), QStringList());
+        QCOMPARE(QDir(env.root() + QStringLiteral("/saved"))
+                     .entryList(QDir::Files | QDir::Hidden, QDir::Name),
+                 QStringList{QStringLiteral("old")});
     }
 };
 

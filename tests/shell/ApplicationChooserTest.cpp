@@ -70,6 +70,14 @@ private slots:
             << QStringList{u"editor"_s, u"sniffer"_s}
             << "#include <stdio.h>\nint main(void) { printf(\"%d\", 1); return 0; }\n"_ba
             << u"editor"_s;
+        // Another entry may run Tallyvox under another name: known by its Exec line.
+        QTest::newRow("an entry of another name runs Tallyvox")
+            << "[Default Applications]\ntext/plain=alias.desktop;\n"_ba
+            << QStringList{u"alias"_s, u"editor"_s} << plain << u"editor"_s;
+        QTest::newRow("an entry runs Tallyvox through env")
+            << "[Default Applications]\ntext/plain=wrapped.desktop;\n"
+               "[Added Associations]\ntext/plain=wrapped.desktop;notepad.desktop;\n"_ba
+            << QStringList{u"wrapped"_s, u"notepad"_s} << plain << u"notepad"_s;
         QTest::newRow("nothing but Tallyvox opens text")
             << "[Default Applications]\ntext/plain=com.okaluna.Tallyvox.desktop;\n"_ba
             << QStringList{u"sniffer"_s} << plain << u"file manager"_s;
@@ -110,9 +118,15 @@ private slots:
         const QMap<QString, QString> types{{u"editor"_s, u"text/plain;"_s},
                                            {u"notepad"_s, u"text/x-log;"_s},
                                            {u"sniffer"_s, u"text/x-csrc;text/x-c;"_s}};
+        const QMap<QString, QString> tallyvoxUnderAnotherName{
+            {u"alias"_s, program + u" %F"_s}, {u"wrapped"_s, u"env LC_ALL=C.UTF-8 tallyvox %F"_s}};
         for (const QString& name : entries) {
+            const QString exec = tallyvoxUnderAnotherName.value(name);
             env.writeFile(applications + name + u".desktop"_s,
-                          recordingEntry(root, name, types.value(name)));
+                          exec.isEmpty() ? recordingEntry(root, name, types.value(name))
+                                         : u"[Desktop Entry]\nType=Application\nName=%1\nExec=%2\n"
+                                           "MimeType=text/plain;\n"_s.arg(name, exec)
+                                               .toUtf8());
         }
         // Which entry claims which type, GIO reads from the cache that installing builds.
         QCOMPARE(QProcess::execute(u"update-desktop-database"_s, {root + u"/"_s + applications}),

@@ -224,6 +224,7 @@ private slots:
             << u"it's\t\r\\"_s << u"$'it\\'s\\t\\r\\\\'"_s;
         QTest::newRow("other controls") << u"a\x1b[0m\x7f"_s << u"$'a\\x1b[0m\\x7f'"_s;
         QTest::newRow("C1 control") << u"a\u0085b"_s << u"$'a\\u0085b'"_s;
+        QTest::newRow("line separators") << u"a\u2028b\u2029"_s << u"$'a\\u2028b\\u2029'"_s;
         // Would read as a quoted name otherwise.
         QTest::newRow("begins like a quote") << u"$'x'"_s << u"$'$\\'x\\''"_s;
     }

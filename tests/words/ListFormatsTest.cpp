@@ -22,6 +22,7 @@ const WordTable awkwardWords{
     {u"cr\rlf\r\n"_s, 1},  {u"tab\there"_s, 1},
     {u"back\\slash"_s, 1}, {u"plain"_s, 5},
     {u"\u00fcber"_s, 6},   {u"odd"_s, unreadableCount},
+    {u"@SUM(1,2)"_s, 1},
 };
 
 struct World {
@@ -132,11 +133,13 @@ private slots:
         for (const QString& word : words) {
             const qint64 count = awkwardWords.value(word);
             const QString field = count == unreadableCount ? QString() : QString::number(count);
-            expected.append(frequency ? QJsonArray{word, field} : QJsonArray{word});
+            // A spreadsheet shows "'@SUM(1,2)" as the text @SUM(1,2).
+            const QString cell = word.startsWith(u'@') ? u"'"_s + word : word;
+            expected.append(frequency ? QJsonArray{cell, field} : QJsonArray{cell});
         }
         QCOMPARE(rowsReadByPython(w.env.writeFile(u"list.csv"_s, bytes)), expected);
         QCOMPARE(w.logLines.last(),
-                 u"Totals of \"list\": 24 words, 10 distinct words, type/token ratio 0.4167"_s);
+                 u"Totals of \"list\": 25 words, 11 distinct words, type/token ratio 0.4400"_s);
     }
 
     void fieldsOfEachFormat_data()
@@ -150,6 +153,14 @@ private slots:
         QTest::newRow("line break") << u"a\r\nb"_s << u"\"a\r\nb\""_s << u"a\\r\\nb"_s;
         QTest::newRow("tab and backslash") << u"a\t\\b"_s << u"a\t\\b"_s << u"a\\t\\\\b"_s;
         QTest::newRow("blanks kept") << u" a "_s << u" a "_s << u" a "_s;
+        // What a spreadsheet would run as a formula is made text; TSV is no spreadsheet's.
+        QTest::newRow("at sign") << u"@SUM(A1)"_s << u"'@SUM(A1)"_s << u"@SUM(A1)"_s;
+        QTest::newRow("equals") << u"=1+1"_s << u"'=1+1"_s << u"=1+1"_s;
+        QTest::newRow("plus") << u"+1"_s << u"'+1"_s << u"+1"_s;
+        QTest::newRow("minus, quoted") << u"-1,2"_s << u"\"'-1,2\""_s << u"-1,2"_s;
+        QTest::newRow("tab first") << u"\tx"_s << u"'\tx"_s << u"\\tx"_s;
+        QTest::newRow("cr first") << u"\rx"_s << u"\"'\rx\""_s << u"\\rx"_s;
+        QTest::newRow("at sign inside") << u"me@x.org"_s << u"me@x.org"_s << u"me@x.org"_s;
     }
     void fieldsOfEachFormat()
     {
