@@ -85,7 +85,7 @@ int runService(ConsoleDesktop& desktop, const WordContext& words, const CommandL
         loop.exec();
     }
     desktop.holdClipboard(clipboardHoldLimit);
-    return actions.anyFailed() ? 1 : 0;
+    return actions.anyFailed() || desktop.failureReported() ? 1 : 0;
 }
 
 int runBatch(ConsoleDesktop& desktop, const WordContext& words, const CommandLine& commandLine)
@@ -99,7 +99,7 @@ int runBatch(ConsoleDesktop& desktop, const WordContext& words, const CommandLin
     QObject::connect(&batch, &BatchRunner::runEnded, &loop, &QEventLoop::quit);
     batch.queueDocuments(commandLine.files);
     loop.exec();
-    return view.errorShown() || batch.listFailed() ? 1 : 0;
+    return view.errorShown() || batch.listFailed() || desktop.failureReported() ? 1 : 0;
 }
 
 } // namespace
@@ -109,6 +109,9 @@ int runConsoleMode(const CommandLine& commandLine, const ConsoleStreams& streams
     // Made here rather than by the factory: only console mode holds the clipboard.
     ConsoleDesktop desktop(streams.out, streams.err, commandLine.saveAsPath);
     const PreferenceStore preferences;
+    if (const std::optional<QString> refused = preferences.refusal()) {
+        desktop.alert(*refused);
+    }
     const TemporaryFolderLease temporary;
     temporary.prepare(desktop);
     const Extraction extraction(desktop, preferences, temporary, nullptr, indexer);

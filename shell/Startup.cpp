@@ -203,6 +203,9 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
     const QScreen* screen = QGuiApplication::primaryScreen();
     const QRect screenRect(QPoint(0, 0), screen ? screen->size() : QSize());
     const Status status = shell.start(screenRect);
+    if (const std::optional<QString> refused = preferences.refusal()) {
+        desktop->alert(*refused);
+    }
     temporary.prepare(*desktop);
     // Files named at launch arrive like files from the file manager.
     if (service) {
