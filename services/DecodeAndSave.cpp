@@ -172,15 +172,13 @@ void SaveGraphicData(Desktop& desktop, const QString& text)
     }
     if (const QString failure = writeData(path, *data); !failure.isEmpty()) {
         // Nothing was written: the chosen path may be a link, a pipe or a folder, none of
-        // which is the user's graphic.
+        // which is the user's graphic. Said, and then opened all the same, as designed.
         desktop.failureAlert(failure);
-        return;
-    }
-    if (const std::optional<FileRef> ref = getFSRef(path)) {
+    } else if (const std::optional<FileRef> ref = getFSRef(path)) {
         std::optional<FileRef> renamed;
         NameFileByContentType(desktop, *ref, renamed);
     }
-    // Deliberately the path as chosen, even after a rename.
+    // Deliberately the path as chosen, even after a rename or a failed write.
     desktop.openFile(path);
 }
 
