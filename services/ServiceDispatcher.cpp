@@ -96,6 +96,7 @@ void ServiceJob::perform()
     if (ReadFileURLFromPasteboard(*m_request.pasteboard, file)) {
         // Whatever the mode: ProcessFile ignores the text-only ones.
         m_file = ProcessFile(words, *file, m_mode);
+        m_fileName = file->name();
         return;
     }
     const std::optional<QString> text = ReadTextFromPasteboard(*m_request.pasteboard);
@@ -104,6 +105,7 @@ void ServiceJob::perform()
     }
     if (const std::optional<FileRef> named = fileNamedByText(*text)) {
         m_file = ProcessFile(words, *named, m_mode);
+        m_fileName = named->name();
         return;
     }
     switch (m_mode) {
@@ -118,6 +120,7 @@ void ServiceJob::perform()
         std::optional<FileRef> copy;
         if (WriteTextToTemporaryFile(words.temporaryFolder, *text, copy)) {
             m_file = ProcessFile(words, *copy, m_mode);
+            m_fileName = copy->name();
         }
         break;
     }
@@ -154,6 +157,9 @@ Status ServiceJob::commit()
         default:
             break;
         }
+    }
+    if (failed()) {
+        desktop.failureAlert(QString::fromUtf16(unreadableFileMessage).arg(m_fileName));
     }
     if (m_context.words.preferences.GetQuitWhenDone() && m_context.armQuitTimer) {
         m_context.armQuitTimer(quitDelay);

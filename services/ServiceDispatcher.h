@@ -35,6 +35,10 @@ struct ServiceContext {
 /// ProcessMode{0} for a name that is not a service.
 ProcessMode ServiceModeForMessage(const QString& messageName);
 
+/// The alert after a count or a list of a file that neither indexer could read (the count
+/// itself, 0, is shown as designed).
+inline constexpr char16_t unreadableFileMessage[] = u"Tallyvox could not read \"%1\".";
+
 /// One service request being performed. start() raises the application and begins what
 /// the request needs: a file handed over (as a file URL or as text naming one) goes to
 /// ProcessFile, text through a temporary file when it is to be indexed. commit() shows
@@ -64,6 +68,8 @@ private:
     std::unique_ptr<FileJob> m_file;
     /// The text for a text operation performed at commit.
     std::optional<QString> m_text;
+    /// The name of the file handed to ProcessFile.
+    QString m_fileName;
 };
 
 /// Performs a service request: a started job, to commit once it is ready.

@@ -114,6 +114,7 @@ void BatchRunner::beginRun(const QStringList& items, std::function<void()> done)
     m_nextItem = 0;
     m_error = noErr;
     m_nonFileGiven = false;
+    m_unreadable.clear();
     m_context.indexer.setConcurrentRuns(
         static_cast<int>(std::min<qsizetype>(m_concurrency, std::max<qsizetype>(count, 1))));
     pump();
@@ -188,8 +189,12 @@ void BatchRunner::commitReady()
     while (!m_inFlight.empty() && m_inFlight.front().job->isReady()) {
         Item item = std::move(m_inFlight.front());
         m_inFlight.pop_front();
-        if (item.job->commit() != noErr || item.job->failed()) {
+        if (item.job->commit() != noErr) {
             m_listFailed = true;
+        }
+        if (item.job->failed()) {
+            m_listFailed = true;
+            m_unreadable.append(item.name);
         }
         // Its ready() may be the signal being delivered now.
         item.job.release()->deleteLater();
@@ -221,6 +226,16 @@ void BatchRunner::endRun()
     if (m_nonFileGiven) {
         m_context.desktop.stopAlert(QString::fromUtf16(batchTexts::notAFileMessage),
                                     QString::fromUtf16(batchTexts::notAFileExplanation));
+    }
+    // Beyond the designed reports: a list left empty because its file could not be read
+    // is said, once for the run.
+    if (m_unreadable.size() == 1) {
+        m_context.desktop.failureAlert(
+            QString::fromUtf16(batchTexts::unreadableFile).arg(m_unreadable.first()));
+    } else if (!m_unreadable.isEmpty()) {
+        m_context.desktop.failureAlert(
+            QString::fromUtf16(batchTexts::unreadableFiles)
+                .arg(u'"' + m_unreadable.join(QStringLiteral("\", \"")) + u'"'));
     }
 
     if (m_context.preferences.GetQuitWhenDone()) {

@@ -36,6 +36,11 @@ inline constexpr char16_t filePercent[] = u"%1: %2% read";
 inline constexpr char16_t fileReading[] = u"%1: reading\u2026";
 inline constexpr char16_t stopping[] = u"Stopping after this file\u2026";
 inline constexpr char16_t fileStopping[] = u"%1 \u2014 stopping after this file\u2026";
+// After the run, when neither indexer could read a file: its list stays empty.
+inline constexpr char16_t unreadableFile[] =
+    u"Tallyvox could not read \"%1\", so its word list is empty.";
+inline constexpr char16_t unreadableFiles[] =
+    u"Tallyvox could not read these files, so their word lists are empty: %1.";
 } // namespace batchTexts
 
 /// The open-documents queue and the batch run over it. Every way in (launch arguments,
@@ -117,6 +122,8 @@ private:
     Status m_error = noErr;
     bool m_nonFileGiven = false;
     std::optional<FileRef> m_current;
+    /// The files of the run that neither indexer could read, in order.
+    QStringList m_unreadable;
     std::deque<Item> m_inFlight;
     WordListRun m_listRun;
     std::function<void()> m_done;

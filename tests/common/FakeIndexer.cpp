@@ -1,6 +1,7 @@
 #include "tests/common/FakeIndexer.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QMap>
 #include <QTimer>
 
@@ -91,6 +92,9 @@ std::unique_ptr<IndexerRun> FakeIndexer::start(const QString& posixPath,
         QFile file(posixPath);
         if (m_defaultTable) {
             script.table = m_defaultTable;
+        } else if (QFileInfo(posixPath).isDir()) {
+            // A package, such as an .rtfd folder: read, and no words found here.
+            script.table = WordTable();
         } else if (file.open(QIODevice::ReadOnly)) {
             script.table = countWhiteSpaceWords(file.readAll());
         }

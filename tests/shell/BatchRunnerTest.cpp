@@ -274,8 +274,12 @@ private slots:
         QCOMPARE(w.indexer.calls().filter(u"SearchKitIndexer32"_s).size(),
                  how == u"failed"_s ? 1 : 0);
         QCOMPARE(w.indexer.running(), 0);
-        // Only a file that neither indexer could read counts as not processed.
+        // Only a file that neither indexer could read counts as not processed, and is said.
         QCOMPARE(w.batch.listFailed(), fallback == u"failed"_s);
+        QCOMPARE(w.desktop.texts(u"failureAlert"_s),
+                 fallback == u"failed"_s
+                     ? QStringList{u"Tallyvox could not read \"f2\", so its word list is empty."_s}
+                     : QStringList());
     }
 
     void stopOrQuitDuringTheSecondOfFiveFiles_data()

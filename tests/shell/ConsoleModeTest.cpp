@@ -108,16 +108,20 @@ private slots:
             << QStringList{u"An error occurred while launching \"folder\"   (Error code: -43)"_s,
                            u"One or more items you dropped on Tallyvox was not a file."_s}
             << 1;
-        QTest::newRow("a file no indexer reads, beside one it does")
-            << u"fails a.txt"_s << QByteArray() << QStringList{u"open @/a.txt.txt"_s} << 1;
+        QTest::newRow("files no indexer reads, beside one it does")
+            << u"fails a.txt fails2"_s << QByteArray()
+            << QStringList{u"open @/a.txt.txt"_s,
+                           u"Tallyvox could not read these files, so their word lists are "
+                           u"empty: \"fails\", \"fails2\"."_s}
+            << 1;
         QTest::newRow("character count of text")
             << u"--service charCount --text hello"_s << QByteArray()
             << QStringList{u"Character count: 5"_s} << 0;
         QTest::newRow("word count of a file") << u"--service wordCount a.txt"_s << QByteArray()
                                               << QStringList{u"Word count: 3"_s} << 0;
         QTest::newRow("word count of a file no indexer reads")
-            << u"--service wordCount fails"_s << QByteArray() << QStringList{u"Word count: 0"_s}
-            << 1;
+            << u"--service wordCount fails"_s << QByteArray()
+            << QStringList{u"Word count: 0"_s, u"Tallyvox could not read \"fails\"."_s} << 1;
         QTest::newRow("word list of standard input")
             << u"--service tallyvox --stdin"_s << QByteArray("b a b")
             << QStringList{u"open @/TallyvoxData.txt.txt"_s} << 0;
@@ -131,12 +135,15 @@ private slots:
         testing::TestEnvironment env;
         env.writeFile(u"a.txt"_s, "one two two");
         env.writeFile(u"b.txt"_s, "three");
-        env.writeFile(u"fails"_s, "unread");
         QDir().mkpath(env.root() + u"/folder"_s);
         testing::FakeIndexer indexer;
-        for (const char* executable : {"SearchKitIndexer", "SearchKitIndexer32"}) {
-            indexer.script(env.root() + u"/fails"_s, {std::nullopt, IndexerEnding::Failed, {}, {}},
-                           QString::fromLatin1(executable));
+        for (const QString& name : {u"fails"_s, u"fails2"_s}) {
+            env.writeFile(name, "unread");
+            for (const char* executable : {"SearchKitIndexer", "SearchKitIndexer32"}) {
+                indexer.script(env.root() + u'/' + name,
+                               {std::nullopt, IndexerEnding::Failed, {}, {}},
+                               QString::fromLatin1(executable));
+            }
         }
         const CommandLine line =
             parseCommandLine(QStringList{u"--console"_s} + arguments.split(u' '), env.root());
@@ -276,10 +283,12 @@ private slots:
         QTest::addColumn<QStringList>("lines");
         const QString deep = u"d/"_s.repeated(130) + u"deep.txt"_s;
         QTest::newRow("word list")
-            << QStringList{u"--console"_s, u"ok.txt"_s, deep} << QStringList{u"ok.txt.txt"_s};
+            << QStringList{u"--console"_s, u"ok.txt"_s, deep}
+            << QStringList{u"ok.txt.txt"_s, u"Tallyvox could not read \"deep.txt\", so its "
+                                            u"word list is empty."_s};
         QTest::newRow("word count")
             << QStringList{u"--console"_s, u"--service"_s, u"wordCount"_s, deep}
-            << QStringList{u"Word count: 0"_s};
+            << QStringList{u"Word count: 0"_s, u"Tallyvox could not read \"deep.txt\"."_s};
     }
     void realProgramSaysWhenAFileCouldNotBeProcessed()
     {
