@@ -115,6 +115,7 @@ void BatchRunner::beginRun(const QStringList& items, std::function<void()> done)
     m_error = noErr;
     m_nonFileGiven = false;
     m_unreadable.clear();
+    m_failedName.clear();
     m_context.indexer.setConcurrentRuns(
         static_cast<int>(std::min<qsizetype>(m_concurrency, std::max<qsizetype>(count, 1))));
     pump();
@@ -145,6 +146,7 @@ void BatchRunner::beginItem(qsizetype index)
     std::optional<FileRef> file = FileRef::fromPath(m_items.at(index));
     if (!file) {
         m_error = fnfErr;
+        m_failedName = m_items.at(index).section(u'/', -1);
         return;
     }
     m_error = noErr;
@@ -218,7 +220,10 @@ void BatchRunner::endRun()
         m_view.showStatus(QString(), StatusTarget::ProgressText);
     }
     if (m_error != noErr) {
-        const QString name = m_current ? CopyFileName(*m_current).value_or(QString()) : QString();
+        // The design names the last item read in this process; before any was, the one that
+        // failed.
+        const QString name =
+            m_current ? CopyFileName(*m_current).value_or(QString()) : m_failedName;
         m_view.showErrorWindow(
             QString::fromUtf16(batchTexts::errorWindowText).arg(name).arg(m_error));
     }

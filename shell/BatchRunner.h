@@ -122,6 +122,8 @@ private:
     Status m_error = noErr;
     bool m_nonFileGiven = false;
     std::optional<FileRef> m_current;
+    /// The name of the last item that could not be read as a file.
+    QString m_failedName;
     /// The files of the run that neither indexer could read, in order.
     QStringList m_unreadable;
     std::deque<Item> m_inFlight;

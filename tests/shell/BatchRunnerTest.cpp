@@ -136,6 +136,10 @@ private slots:
         QTest::newRow("missing, folders and a package")
             << u"-gone Plain/ a.txt Plain/ Notes.RTFD/"_s << 2 << u"a.txt Notes.RTFD"_s
             << u"max:4 min:0 value:1 value:2 value:3 value:4 value:5"_s << QString() << true;
+        // Before any item was read, the error names the one that failed.
+        QTest::newRow("missing only")
+            << u"-gone.txt"_s << 2 << u""_s << u"max:0 min:0 value:1"_s
+            << u"An error occurred while launching \"-gone.txt\"   (Error code: -43)"_s << false;
         QTest::newRow("missing last")
             << u"kept.txt -gone"_s << 2 << u"kept.txt"_s << u"max:1 min:0 value:1 value:2"_s
             << u"An error occurred while launching \"kept.txt\"   (Error code: -43)"_s << false;
