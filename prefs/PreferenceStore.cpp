@@ -1,24 +1,21 @@
 #include "prefs/PreferenceStore.h"
 
 #include "prefs/PlistLimits.h"
+#include "support/RegularFile.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QStandardPaths>
 
 #include <plist/plist.h>
 
-#include <cerrno>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
 #include <memory>
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace tallyvox {
 
@@ -38,24 +35,13 @@ struct Stored {
 
 Stored readStored(const QString& path)
 {
-    // Opened without blocking and looked at before reading: a named pipe put in the
-    // settings file's place would otherwise hold every read until somebody writes to it.
-    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0) {
-        return {nullptr, errno != ENOENT};
-    }
-    QFile file;
-    if (!file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        ::close(fd);
-        return {nullptr, true};
-    }
-    struct stat info {};
-    if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
-        return {nullptr, true};
-    }
+    // A named pipe put in the settings file's place must not hold every read.
     const PlistLimits limits;
-    // One byte past the limit is enough to know the file is too large.
-    const QByteArray bytes = file.read(limits.largestFile + 1);
+    const RegularFileRead read = readRegularFile(path, limits.largestFile);
+    if (!read.bytes) {
+        return {nullptr, !read.missing};
+    }
+    const QByteArray& bytes = *read.bytes;
     if (bytes.isEmpty() || !withinPlistLimits(bytes, limits)) {
         return {nullptr, true};
     }

@@ -4,20 +4,16 @@
 #include "services/DecodeAndSave.h"
 #include "support/Desktop.h"
 #include "support/FileRefPaths.h"
+#include "support/RegularFile.h"
 #include "words/IndexerClient.h"
 #include "words/WordList.h"
-
-#include <QFile>
 
 #include <uchardet.h>
 #include <unicode/ucnv.h>
 
-#include <cerrno>
-#include <fcntl.h>
 #include <limits>
 #include <memory>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace tallyvox {
 
@@ -146,29 +142,6 @@ private:
     FileRef m_file;
 };
 
-// A regular file's bytes, read whole when it is not larger than limit. Opened without
-// waiting, so a named pipe without a writer cannot hold the application.
-std::optional<QByteArray> readRegularFile(const QString& path, qint64 limit)
-{
-    const int fd = ::open(encodePath(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0) {
-        return std::nullopt;
-    }
-    QFile file;
-    struct stat info {};
-    if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode) || info.st_size > limit ||
-        !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        ::close(fd);
-        return std::nullopt;
-    }
-    // One byte more than allowed tells a file that grew since it was looked at.
-    QByteArray bytes = file.read(limit + 1);
-    if (file.error() != QFileDevice::NoError || bytes.size() > limit) {
-        return std::nullopt;
-    }
-    return bytes;
-}
-
 } // namespace
 
 std::unique_ptr<FileJob> ProcessFile(const WordContext& context, const FileRef& file,
@@ -194,7 +167,7 @@ std::unique_ptr<FileJob> ProcessFile(const WordContext& context, const FileRef& 
 
 std::optional<QString> ReadFileAsText(const QString& path)
 {
-    const std::optional<QByteArray> read = readRegularFile(path, largestFileReadAsText);
+    const std::optional<QByteArray> read = readRegularFile(path, largestFileReadAsText).bytes;
     if (!read) {
         return std::nullopt;
     }

@@ -1,13 +1,9 @@
 #include "words/StopList.h"
 
 #include "support/FilePath.h"
+#include "support/RegularFile.h"
 
 #include <QDir>
-#include <QFile>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace tallyvox {
 
@@ -46,24 +42,12 @@ std::optional<QSet<QString>> readStopList(const QString& setting)
     if (setting.isEmpty()) {
         return std::nullopt;
     }
-    // Without waiting, so that a named pipe cannot hold the application.
-    const int fd =
-        ::open(encodePath(stopListFile(setting)).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0) {
+    const std::optional<QByteArray> bytes =
+        readRegularFile(stopListFile(setting), largestStopList).bytes;
+    if (!bytes) {
         return std::nullopt;
     }
-    QFile file;
-    struct stat info {};
-    if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode) || info.st_size > largestStopList ||
-        !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        ::close(fd);
-        return std::nullopt;
-    }
-    const QByteArray bytes = file.read(largestStopList + 1);
-    if (file.error() != QFileDevice::NoError || bytes.size() > largestStopList) {
-        return std::nullopt;
-    }
-    return parseStopList(bytes);
+    return parseStopList(*bytes);
 }
 
 } // namespace tallyvox

@@ -158,7 +158,7 @@ void WordListRun::begin(bool combineFiles)
     m_combining = combineFiles;
     m_files = 0;
     m_firstName.clear();
-    m_words.clear();
+    m_sums.clear();
     m_reported.clear();
 }
 
@@ -166,16 +166,33 @@ void WordListRun::collect(WordTable table, const QString& name)
 {
     if (++m_files == 1) {
         m_firstName = name;
-        m_words = std::move(table);
-    } else {
-        addWordTable(m_words, table);
     }
+    // Sums of 1, 2, 4 ... files, merged as a binary counter carries: each word is merged
+    // about log2(files) times, where adding every file to one growing sum would merge the
+    // whole sum once per file.
+    m_sums.push_back({std::move(table), 1});
+    while (m_sums.size() >= 2 && m_sums[m_sums.size() - 2].files == m_sums.back().files) {
+        Sum last = std::move(m_sums.back());
+        m_sums.pop_back();
+        addWordTable(m_sums.back().words, last.words);
+        m_sums.back().files += last.files;
+    }
+}
+
+WordTable WordListRun::takeSum()
+{
+    WordTable words;
+    while (!m_sums.empty()) {
+        addWordTable(words, m_sums.back().words);
+        m_sums.pop_back();
+    }
+    return words;
 }
 
 Status WordListRun::finish(const WordContext& context, bool quitting)
 {
     const int files = m_files;
-    WordTable words = std::exchange(m_words, {});
+    WordTable words = takeSum();
     const bool combining = std::exchange(m_combining, false);
     m_files = 0;
     if (!combining || quitting || files == 0) {

@@ -12,6 +12,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace tallyvox {
 
@@ -102,11 +103,19 @@ public:
     bool firstReportOf(const QString& stopListPath);
 
 private:
+    /// Everything collected, as one table; the run's sums are emptied.
+    WordTable takeSum();
+
     bool m_combining = false;
     int m_files = 0;
     /// The first file's name, for a run that collects only it.
     QString m_firstName;
-    WordTable m_words;
+    /// The files' words, as sums of runs of files whose sizes are falling powers of two.
+    struct Sum {
+        WordTable words;
+        int files = 0;
+    };
+    std::vector<Sum> m_sums;
     QSet<QString> m_reported;
 };
 
