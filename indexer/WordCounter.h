@@ -42,6 +42,7 @@ private:
     void process(bool everything);
     void countBlock(const char* begin, const char* end);
     void planGrowth();
+    bool startHelper();
 
     Options m_options;
     std::string m_pending;
@@ -51,7 +52,8 @@ private:
     std::size_t m_sampleWords = 0;   // and distinct words then
     WordMap m_words;
     std::unique_ptr<Worker> m_workers[2];
-    std::unique_ptr<Helper> m_helper; // the second thread, when there is one
+    std::unique_ptr<Helper> m_helper; // the second thread, once a block is worth sharing
+    bool m_helperFailed = false;
 };
 
 } // namespace tallyvox::indexer
