@@ -1,7 +1,7 @@
-// SearchKitIndexer and SearchKitIndexer32: count the words of the file named by the one
-// argument and leave the table as the result file in the temporary folder.
-// Exit status: 0 the table is complete; 3 the table was written but is partial, and one
-// line on standard error says why; 1 no table could be written; 2 a usage error.
+// SearchKitIndexer, SearchKitDocumentIndexer and SearchKitIndexer32: count the words of the file
+// named by the one argument and leave the table as the result file in the temporary folder. Exit
+// status: 0 the table is complete; 3 the table was written but is partial, and one line on standard
+// error says why; 1 no table could be written; 2 a usage error.
 
 #include "indexer/DocumentReader.h"
 #include "indexer/Progress.h"
@@ -44,6 +44,11 @@ int main(int argc, char** argv)
     // Progress lines go to standard output; whoever reads them may stop listening, and
     // the table still has to be written.
     std::signal(SIGPIPE, SIG_IGN);
+    if (!handOff(argv)) {
+        std::fprintf(stderr, "%s: %s: the document indexer could not be started\n", argv[0],
+                     argv[1]);
+        return 1;
+    }
     const std::string folder = tallyvox::temporaryFolder();
     if (folder.empty()) {
         return 1;
