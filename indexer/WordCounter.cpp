@@ -261,14 +261,15 @@ private:
 
 WordCounter::WordCounter() : WordCounter(Options{}) {}
 
-WordCounter::WordCounter(Options options)
-    : m_options(options), m_words(options.threads >= 2 ? 2 : 1)
+WordCounter::WordCounter(Options options) : m_options(options), m_words(2)
 {
+    // Two shards whatever the threads: the result file numbers its count objects shard by
+    // shard, and must not change with the threads the indexer was allowed.
     if (m_options.blockSize < 16) {
         m_options.blockSize = 16;
     }
-    m_options.threads = m_words.shardCount();
-    for (unsigned i = 0; i < m_options.threads; ++i) {
+    m_options.threads = m_options.threads >= 2 ? 2 : 1;
+    for (unsigned i = 0; i < m_words.shardCount(); ++i) {
         m_workers[i] = std::make_unique<Worker>(m_words, i);
     }
 }
