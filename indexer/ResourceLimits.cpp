@@ -37,7 +37,7 @@ ResourceCaps capsForInput(std::uint64_t bytes)
     constexpr std::uint64_t gib = std::uint64_t{1} << 30;
     constexpr std::uint64_t secondsPerGib = 60;
     ResourceCaps caps;
-    caps.cpuSeconds += (bytes / gib + (bytes % gib != 0 ? 1 : 0)) * secondsPerGib;
+    caps.cpuSeconds += bytes / gib * secondsPerGib;
     return caps;
 }
 
