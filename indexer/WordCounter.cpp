@@ -269,17 +269,18 @@ WordCounter::WordCounter(Options options) : m_options(options), m_words(2)
         m_options.blockSize = 16;
     }
     m_options.threads = m_options.threads >= 2 ? 2 : 1;
-    for (unsigned i = 0; i < m_words.shardCount(); ++i) {
-        m_workers[i] = std::make_unique<Worker>(m_words, i);
-    }
+    m_workers[0] = std::make_unique<Worker>(m_words, 0);
 }
 
 bool WordCounter::startHelper()
 {
-    // Started with the first block worth sharing: most files are small, and a thread that
-    // is never needed still costs its start and its stack.
+    // Started with the first block worth sharing, with its worker (a scanner's tables and an
+    // ICU iterator): most files are small, and what is never needed still costs its setup.
     if (!m_helper && m_options.threads == 2 && !m_helperFailed) {
         try {
+            if (!m_workers[1]) {
+                m_workers[1] = std::make_unique<Worker>(m_words, 1);
+            }
             m_helper = std::make_unique<Helper>();
         } catch (const std::system_error&) {
             m_helperFailed = true; // one thread counts for both shards
