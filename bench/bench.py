@@ -294,7 +294,8 @@ def make_long_pdf(path, pages):
     """pages pages of the generated English (about 5 KB of text a page) as a PDF."""
     with open(path, "wb") as out:
         text = subprocess.Popen([sys.executable, str(HERE / "generate-text.py"), "english",
-                                 str(pages * 5500 // MB + 1)], stdout=subprocess.PIPE)
+                                 str(pages * 5500 // MB + 1)], stdout=subprocess.PIPE,
+                                stderr=subprocess.DEVNULL)
         subprocess.run([sys.executable, str(HERE / "make-pdf.py"), str(pages)],
                        stdin=text.stdout, stdout=out, check=True)
         text.stdout.close()
