@@ -184,7 +184,7 @@ void IndexerTest::sameFileWhateverTheThreads_data()
     QTest::addColumn<QByteArray>("content");
     // Over a megabyte, so that two threads share it, with words enough for both shards.
     QByteArray large;
-    for (int i = 0; large.size() < (3 << 20); ++i) {
+    for (qint64 i = 0; large.size() < (3 << 20); ++i) {
         large += "w" + QByteArray::number(i * 7919 % 100003) + (i % 13 == 0 ? ".\n" : " ");
     }
     for (const QString& indexer : indexers) {
