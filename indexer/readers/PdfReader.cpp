@@ -333,7 +333,14 @@ private:
 
 void readPdf(const std::string& path, TextSink& sink)
 {
-    PageMerger(path, allowedThreads(availableCores()), sink).run();
+    // More readers than cores cannot go faster, and each holds the document in memory.
+    const unsigned cores = availableCores();
+    readPdf(path, sink, std::min(allowedThreads(cores), cores));
+}
+
+void readPdf(const std::string& path, TextSink& sink, unsigned readers)
+{
+    PageMerger(path, std::max(readers, 1u), sink).run();
 }
 
 } // namespace tallyvox::indexer::readers

@@ -2,6 +2,7 @@
 #include "WordCountingSink.h"
 #include "indexer/ResourceLimits.h"
 #include "indexer/readers/CutReport.h"
+#include "indexer/readers/PdfReader.h"
 #include "indexer/readers/ReadLimits.h"
 #include "indexer/readers/WordDocReader.h"
 
@@ -368,36 +369,47 @@ private slots:
     // is dropped or read twice where the runs of pages change hands.
     void pdfPagesInOrderWhateverTheThreads_data()
     {
+        QTest::addColumn<int>("readers");        // 0: as the indexer chooses, from the variable
         QTest::addColumn<QByteArray>("threads"); // TALLYVOX_INDEXER_THREADS; empty: unset
         QTest::addColumn<QList<QByteArray>>("lines");
         const QList<QByteArray> many = numberedLines(37); // four runs of eight and a part
-        QTest::newRow("one reader") << QByteArray("1") << many;
-        QTest::newRow("two readers") << QByteArray("2") << many;
-        QTest::newRow("three readers") << QByteArray("3") << many;
-        QTest::newRow("more readers than runs") << QByteArray("8") << many;
-        QTest::newRow("as many as cores") << QByteArray() << many;
-        QTest::newRow("not a number: as many as cores") << QByteArray("two") << many;
-        QTest::newRow("one page, many allowed") << QByteArray("4") << numberedLines(1);
-        QTest::newRow("one run exactly") << QByteArray("2") << numberedLines(8);
-        QTest::newRow("one page past a run") << QByteArray("2") << numberedLines(9);
+        QTest::newRow("one reader") << 1 << QByteArray() << many;
+        QTest::newRow("two readers") << 2 << QByteArray() << many;
+        QTest::newRow("three readers") << 3 << QByteArray() << many;
+        QTest::newRow("more readers than runs") << 8 << QByteArray() << many;
+        QTest::newRow("variable: one") << 0 << QByteArray("1") << many;
+        QTest::newRow("variable: more than the cores") << 0 << QByteArray("64") << many;
+        QTest::newRow("variable unset: the cores") << 0 << QByteArray() << many;
+        QTest::newRow("variable not a number: the cores") << 0 << QByteArray("two") << many;
+        QTest::newRow("one page, many readers") << 4 << QByteArray() << numberedLines(1);
+        QTest::newRow("one run exactly") << 2 << QByteArray() << numberedLines(8);
+        QTest::newRow("one page past a run") << 2 << QByteArray() << numberedLines(9);
+        QTest::newRow("three readers, one page past two runs")
+            << 3 << QByteArray() << numberedLines(17);
     }
 
     void pdfPagesInOrderWhateverTheThreads()
     {
+        QFETCH(int, readers);
         QFETCH(QByteArray, threads);
         QFETCH(QList<QByteArray>, lines);
         QTemporaryDir dir;
         const QString path = writeInput(dir, QStringLiteral("pages.pdf"), pdfOfPages(lines));
-        if (threads.isEmpty()) {
-            qunsetenv("TALLYVOX_INDEXER_THREADS");
-        } else {
-            qputenv("TALLYVOX_INDEXER_THREADS", threads);
-        }
+        const std::string file = QFile::encodeName(path).toStdString();
         const CutReport report;
         WordCountingSink sink;
-        const bool claimed = readDocument(QFile::encodeName(path).toStdString(), sink);
-        qunsetenv("TALLYVOX_INDEXER_THREADS");
-        QVERIFY(claimed);
+        if (readers > 0) {
+            readPdf(file, sink, static_cast<unsigned>(readers));
+        } else {
+            if (threads.isEmpty()) {
+                qunsetenv("TALLYVOX_INDEXER_THREADS");
+            } else {
+                qputenv("TALLYVOX_INDEXER_THREADS", threads);
+            }
+            const bool claimed = readDocument(file, sink);
+            qunsetenv("TALLYVOX_INDEXER_THREADS");
+            QVERIFY(claimed);
+        }
         QVERIFY(report.reasons().empty());
         QCOMPARE(QByteArray::fromStdString(sink.collected()).simplified(), lines.join(' '));
     }
