@@ -20,8 +20,10 @@ namespace {
 // clearing the tallies that cross between them, costs more than it saves. Only large files
 // reach it, so that the many small files of a collection each keep to one core.
 constexpr std::size_t splitFromMost = std::size_t{1} << 20;
-// Text pieces at least this large are counted where they lie rather than copied.
-constexpr std::size_t inPlaceFromMost = std::size_t{256} << 10;
+// The last piece of the text announced is counted where it lies from this size on, rather
+// than copied: a small file's only read is such a piece. Other pieces are gathered into
+// blocks of the full size, which two threads can share.
+constexpr std::size_t lastInPlaceFrom = std::size_t{256} << 10;
 
 inline bool isSpace(char c)
 {
@@ -296,7 +298,9 @@ void WordCounter::text(std::string_view utf8)
     // Large pieces are counted where they lie, a block at a time up to its last whitespace;
     // only what is left over (an unfinished run) and small pieces are copied.
     const std::size_t block = m_options.blockSize;
-    const std::size_t large = std::min(block / 2, inPlaceFromMost);
+    const bool last = m_expected > 0 && m_received + utf8.size() >= m_expected;
+    m_received += utf8.size();
+    const std::size_t large = last ? std::min(block / 2, lastInPlaceFrom) : block / 2;
     while (!utf8.empty()) {
         if (utf8.size() >= large && !m_pending.empty()) {
             // Finish the run held over from before, so that the rest can be counted in place.

@@ -47,6 +47,7 @@ private:
     Options m_options;
     std::string m_pending;
     std::uint64_t m_expected = 0;    // bytes of text announced
+    std::uint64_t m_received = 0;    // bytes of text handed in
     std::uint64_t m_counted = 0;     // bytes counted so far
     std::uint64_t m_sampleBytes = 0; // the last look at the vocabulary's growth: bytes counted
     std::size_t m_sampleWords = 0;   // and distinct words then
