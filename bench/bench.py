@@ -344,7 +344,9 @@ def many_rows(app, indexer, work, sandbox, only, runs):
             "check": outcome.get("check", "no list"), "measured": measured,
             "ok": outcome.get("check") == f"{1 if combined else files} written"})
     name, pages, goal = PDF_ROW
-    if not only or name in only:
+    if (not only or name in only) and not shutil.which("pdftotext"):
+        log(f"  {name}: left out, pdftotext (poppler-utils) is not installed")
+    elif not only or name in only:
         log(f"  {name}")
         pdf = work / "long.pdf"
         make_long_pdf(pdf, pages)
