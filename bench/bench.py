@@ -16,6 +16,7 @@ Environment:
   BENCH_ROWS=a,b      only these rows (names as in ROWS below)
   BENCH_RUNS=N        pairs per row on 100 MB inputs (default 5)
   BENCH_BIG_RUNS=N    pairs per row on the larger inputs (default 3)
+  BENCH_MANY_RUNS=N   pairs per row on the collections and the long PDF (default 3)
   BENCH_RECORD=1      write the lists' digests into the reference file instead of checking
   BENCH_GROW=PATH     the text grower, when BUILD_DIR has none (an older build)
 """
@@ -48,6 +49,24 @@ ROWS = [
     ("list-4gb", "english-4gb", "file", 1, 1.6),
 ]
 BIG_INPUTS = {"english-1gb", "english-4gb"}
+
+# Collections: name, files, bytes each, CombineFiles; and the long PDF. Each is timed against
+# its peer over the same files in the same run: `wc -w FILES...`, `pdftotext FILE - | wc -w`.
+# Goals are the issue's: an indexer per file within 2x of `wc -w` per file, and a PDF read
+# in half the time pdftotext takes.
+# The "indexer-" rows run the indexer once per file, against `wc -w` once per file: the cost
+# of one process per file, which the application pays for each.
+MANY_ROWS = [
+    ("files-500k", 200, 500_000, False, 2.0),
+    ("files-500k-combined", 200, 500_000, True, 2.0),
+    ("files-50k", 2000, 50_000, False, 2.0),
+    ("files-50k-combined", 2000, 50_000, True, 2.0),
+    ("indexer-files-500k", 200, 500_000, None, 2.0),
+    ("indexer-files-50k", 2000, 50_000, None, 2.0),
+    ("indexer-files-11b", 2000, 11, None, 2.0),
+]
+EACH = 'for f; do "$0" "$f" >/dev/null; done'
+PDF_ROW = ("pdf-8000", 8200, 0.5)
 DESCRIPTIONS = {
     "english": "100 MB real English",
     "mixed": "100 MB mixed scripts",
@@ -145,7 +164,7 @@ class Sandbox:
         for folder in (self.tmp, self.indexer_tmp):
             folder.chmod(0o700)
 
-    def settings(self, sort_by, options=False):
+    def settings(self, sort_by, options=False, combine=False):
         # A property list with the one setting that differs between the rows, or with every
         # word-list option on: folding, dictionary order, a minimum, a stop list, one list
         # for the files, CSV and totals.
@@ -158,6 +177,8 @@ class Sandbox:
                      f"<key>StopListPath</key><string>{stop_list}</string>"
                      "<key>CombineFiles</key><true/><key>ListFormat</key><integer>1</integer>"
                      "<key>IncludeTotals</key><true/>")
+        elif combine:
+            extra = "<key>CombineFiles</key><true/>"
         (self.config / "Okaluna Software" / "Tallyvox.plist").write_text(
             '<?xml version="1.0" encoding="UTF-8"?>\n<plist version="1.0"><dict>'
             f"<key>SortBy</key><integer>{sort_by}</integer>{extra}</dict></plist>\n")
@@ -201,9 +222,10 @@ def timed(command, env, stdin_path=None):
     return seconds, int(rss) * 1024, float(user) + float(system)
 
 
-def paired(file, command, env, runs, stdin_path=None, after=None):
-    """Medians of runs of wc -w and of the command, alternating which goes first."""
-    wc = ["wc", "-w", str(file)]
+def paired(file, command, env, runs, stdin_path=None, after=None, peer=None):
+    """Medians of runs of wc -w (or the peer given) and of the command, alternating which
+    goes first."""
+    wc = peer or ["wc", "-w", str(file)]
     wc_env = {"PATH": env["PATH"], "LC_ALL": UTF8}
     timed(wc, wc_env)  # warm the page cache
     results = {"wc": [], "step": [], "ratio": [], "rss": [], "cpu": []}
@@ -244,6 +266,114 @@ def distinct_words(result):
         width = 1 << (data[at + 1] & 0x0F)
         count = int.from_bytes(data[at + 2:at + 2 + width], "big")
     return count
+
+
+# ---- collections and the long PDF ----------------------------------------------------------
+
+def make_collection(folder, files, size):
+    """files files of size bytes of the generated English, each a different stretch."""
+    folder.mkdir()
+    if size < 1000:
+        paths = [folder / f"{i:04d}.txt" for i in range(files)]
+        for path in paths:
+            path.write_bytes(b"hello world"[:size])
+        return paths
+    text = folder / "all.txt"
+    generate(text, "english", str(files * size // MB + 1), files * size)
+    paths = []
+    with open(text, "rb") as source:
+        for i in range(files):
+            path = folder / f"{i:04d}.txt"
+            path.write_bytes(source.read(size))
+            paths.append(path)
+    text.unlink()
+    return paths
+
+
+def make_long_pdf(path, pages):
+    """pages pages of the generated English (about 5 KB of text a page) as a PDF."""
+    with open(path, "wb") as out:
+        text = subprocess.Popen([sys.executable, str(HERE / "generate-text.py"), "english",
+                                 str(pages * 5500 // MB + 1)], stdout=subprocess.PIPE,
+                                stderr=subprocess.DEVNULL)
+        subprocess.run([sys.executable, str(HERE / "make-pdf.py"), str(pages)],
+                       stdin=text.stdout, stdout=out, check=True)
+        text.stdout.close()
+        text.kill()
+        text.wait()
+
+
+def many_rows(app, indexer, work, sandbox, only, runs):
+    """The rows of many files and of the long PDF, as table entries."""
+    entries = []
+    env = sandbox.environment()
+    made = {}
+    for name, files, size, combined, goal in MANY_ROWS:
+        if only and name not in only:
+            continue
+        log(f"  {name}")
+        if (files, size) not in made:
+            made[(files, size)] = make_collection(work / f"files-{files}", files, size)
+        paths = [str(p) for p in made[(files, size)]]
+        if combined is None:
+            indexer_env = dict(env, TMPDIR=str(sandbox.indexer_tmp))
+            measured = paired(None, ["sh", "-c", EACH, str(indexer), *paths], indexer_env, runs,
+                              None, None, ["sh", "-c", EACH, "wc", *paths])
+            entries.append({
+                "row": f"indexer once per file, {files:,} files of {size:,} bytes",
+                "peer": "`wc -w` once per file", "distinct": None, "goal": goal,
+                "check": "-", "measured": measured, "ok": True})
+            continue
+        sandbox.settings(1, combine=combined)
+        outcome = {}
+
+        def after(last, outcome=outcome, expected=1 if combined else files):
+            if last:
+                written = len(sandbox.lists())
+                outcome["check"] = (f"{written} written" if written == expected
+                                    else f"{written} of {expected} written")
+            sandbox.clean()
+
+        sandbox.clean()
+        measured = paired(None, [str(app), "--console", *paths], env, runs, None, after,
+                          ["wc", "-w", *paths])
+        label = "one list" if combined else "a list per file"
+        entries.append({
+            "row": f"{files:,} files of {size // 1000} KB to lists, {label}",
+            "peer": "`wc -w` on all", "distinct": None, "goal": goal,
+            "check": outcome.get("check", "no list"), "measured": measured,
+            "ok": outcome.get("check") == f"{1 if combined else files} written"})
+    name, pages, goal = PDF_ROW
+    if (not only or name in only) and not shutil.which("pdftotext"):
+        log(f"  {name}: left out, pdftotext (poppler-utils) is not installed")
+    elif not only or name in only:
+        log(f"  {name}")
+        pdf = work / "long.pdf"
+        make_long_pdf(pdf, pages)
+        indexer_env = dict(env, TMPDIR=str(sandbox.indexer_tmp))
+        measured = paired(None, [str(indexer), str(pdf)], indexer_env, runs, None, None,
+                          ["sh", "-c", 'pdftotext "$1" - | wc -w', "sh", str(pdf)])
+        result = sandbox.indexer_tmp / "index-1964.dat"
+        entries.append({
+            "row": f"indexer, PDF of {pages:,} pages", "peer": "`pdftotext \\| wc -w`",
+            "distinct": distinct_words(result) if result.exists() else None, "goal": goal,
+            "check": "written" if result.exists() else "no table", "measured": measured,
+            "ok": result.exists()})
+    return entries
+
+
+def print_many(entries):
+    print()
+    print("| step | distinct words | time (CPU) | peer | peer time | ratio | goal "
+          "| peak RSS | list |")
+    print("|---|---|---|---|---|---|---|---|---|")
+    for e in entries:
+        m = e["measured"]
+        goal = f"≤ {e['goal']:g}x " + ("met" if m["ratio"] <= e["goal"] else "**missed**")
+        distinct = "-" if e["distinct"] is None else f"{e['distinct']:,}"
+        print(f"| {e['row']} | {distinct} | {m['step']:.2f} s ({m['cpu']:.2f}) | {e['peer']} "
+              f"| {m['wc']:.2f} s | {m['ratio']:.2f}x | {goal} | {m['rss'] / 2**20:.0f} MB "
+              f"| {e['check']} |")
 
 
 # ---- the check of the written lists ------------------------------------------------------
@@ -310,6 +440,7 @@ def main():
     record = os.environ.get("BENCH_RECORD") == "1"
     only = set(filter(None, os.environ.get("BENCH_ROWS", "").split(",")))
     runs = int(os.environ.get("BENCH_RUNS", "5"))
+    many_runs = int(os.environ.get("BENCH_MANY_RUNS", "3"))
     big_runs = int(os.environ.get("BENCH_BIG_RUNS", "3"))
     app = build / "bin" / "tallyvox"
     indexer = build / "libexec" / "tallyvox" / "SearchKitIndexer"
@@ -320,6 +451,7 @@ def main():
     work = Path(tempfile.mkdtemp(prefix="bench-", dir=build))
     reference = read_reference()
     table = []
+    many = []
     started = time.time()
     load = open("/proc/loadavg").read().split()[:3]
     try:
@@ -405,6 +537,7 @@ def main():
             file.unlink()
             if input_name == "english-4gb" or not any(r[1] in BIG_INPUTS for r in rows):
                 (work / "corpus.txt").unlink(missing_ok=True)
+        many = many_rows(app, indexer, work, sandbox, only, many_runs)
     finally:
         shutil.rmtree(work, ignore_errors=True)
     if record:
@@ -430,7 +563,10 @@ def main():
         print(f"| {r['row']} | {r['distinct']:,} | {r['step']:.2f} s ({r['cpu']:.2f}) "
               f"| {r['wc']:.2f} s | {r['ratio']:.2f}x | {goal} | {rss} | {rss_goal} "
               f"| {r['check']} |")
-    return 1 if any(r["check"] in ("DIFFERS", "no list") for r in table) else 0
+    if many:
+        print_many(many)
+    failed = [e for e in many if not e["ok"]]
+    return 1 if failed or any(r["check"] in ("DIFFERS", "no list") for r in table) else 0
 
 
 if __name__ == "__main__":

@@ -1,5 +1,7 @@
 #include "indexer/BinaryPlistWriter.h"
 
+#include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -198,8 +200,10 @@ public:
     void note(std::uint64_t count)
     {
         if (count < smallLimit) {
-            if (m_small.empty()) {
-                m_small.assign(smallLimit, 0);
+            if (count >= m_small.size()) {
+                // Grown as counts need it: a short document's counts are all small, and
+                // clearing the whole array would cost it more than its words.
+                m_small.resize(std::min<std::size_t>(smallLimit, std::bit_ceil(count + 1)), 0);
             }
             if (m_small[count] == 0) {
                 m_small[count] = m_next++;

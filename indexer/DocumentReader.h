@@ -18,8 +18,14 @@ struct DocumentRead {
 };
 
 /// The one place that picks a reader for a document and feeds its text into sink.
-/// Each executable links its own definition: SearchKitIndexer knows document formats,
-/// SearchKitIndexer32 reads plain text only.
+/// Each executable links its own definition: SearchKitIndexer reads plain text and hands
+/// documents to SearchKitDocumentIndexer, which knows their formats; SearchKitIndexer32
+/// reads everything as plain text.
 DocumentRead readDocument(const std::string& path, TextSink& sink);
+
+/// Called first with the command line: an executable that leaves the file at argv[1] to
+/// another replaces itself with that one here, same arguments, same process. Returns false
+/// only when it should have and could not.
+bool handOff(char** argv);
 
 } // namespace tallyvox::indexer

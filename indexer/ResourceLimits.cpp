@@ -32,6 +32,15 @@ bool lower(int resource, rlim_t soft, rlim_t hard)
 
 } // namespace
 
+ResourceCaps capsForInput(std::uint64_t bytes)
+{
+    constexpr std::uint64_t gib = std::uint64_t{1} << 30;
+    constexpr std::uint64_t secondsPerGib = 60;
+    ResourceCaps caps;
+    caps.cpuSeconds += bytes / gib * secondsPerGib;
+    return caps;
+}
+
 bool applyResourceCaps(const ResourceCaps& caps)
 {
     // The hard CPU limit sits a little above the soft one: SIGXCPU first, SIGKILL if ignored.

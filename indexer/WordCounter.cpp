@@ -16,8 +16,14 @@ namespace tallyvox::indexer {
 
 namespace {
 
-// A block smaller than this is counted by one thread: waking the other costs more.
-constexpr std::size_t splitFrom = std::size_t{64} * 1024;
+// A block smaller than this is counted by one thread: starting or waking the other, and
+// clearing the tallies that cross between them, costs more than it saves. Only large files
+// reach it, so that the many small files of a collection each keep to one core.
+constexpr std::size_t splitFromMost = std::size_t{1} << 20;
+// The last piece of the text announced is counted where it lies from this size on, rather
+// than copied: a small file's only read is such a piece. Other pieces are gathered into
+// blocks of the full size, which two threads can share.
+constexpr std::size_t lastInPlaceFrom = std::size_t{256} << 10;
 
 inline bool isSpace(char c)
 {
@@ -29,10 +35,13 @@ inline bool isSpace(char c)
 // block with its count, not once per occurrence; the rest wait in a list.
 class Outbox {
 public:
-    Outbox() : m_slots(new Slot[slotCount]()) {}
-
     void add(const HashedWord& word, const std::uint64_t head[2])
     {
+        if (!m_slots) {
+            // Only text split between threads needs it: a small file never pays for
+            // clearing the tallies.
+            m_slots.reset(new Slot[slotCount]());
+        }
         if (word.size <= 16) {
             for (std::size_t i = word.tag >> (32 - bits);; i = (i + 1) & (slotCount - 1)) {
                 Slot& slot = m_slots[i];
@@ -101,9 +110,11 @@ class WordCounter::Worker final : public WordBatch {
 public:
     Worker(WordMap& words, unsigned index) : m_words(words), m_index(index) {}
 
-    // Counts a region whose first byte is whitespace or the start of the text.
-    void count(const char* begin, const char* end)
+    // Counts a region whose first byte is whitespace or the start of the text. Alone, no
+    // other thread touches the tables meanwhile, so every word goes straight to its shard.
+    void count(const char* begin, const char* end, bool alone)
     {
+        m_alone = alone;
         m_icu.forgetNormalised();
         const char* p = begin;
         while (p < end) {
@@ -139,8 +150,6 @@ public:
 
     /// Adds the words another worker found for this worker's shard.
     void takeFrom(Worker& other) { other.m_outbox.handTo(m_words.shard(m_index)); }
-    /// Adds the words found for another shard to it (when nobody else is using it).
-    void handTo(WordShard& shard) { m_outbox.handTo(shard); }
 
     IcuWords& icu() { return m_icu; }
 
@@ -166,8 +175,12 @@ private:
             const WordKey key = keyOf(std::string_view(words[i].data, words[i].size));
             const HashedWord word{words[i].data, static_cast<std::uint32_t>(words[i].size),
                                   static_cast<std::uint32_t>(key.hash >> 32)};
-            if (m_words.shardOf(key.hash) != m_index) {
-                m_outbox.add(word, key.head);
+            if (const unsigned owner = m_words.shardOf(key.hash); owner != m_index) {
+                if (m_alone) {
+                    m_words.shard(owner).add(word, key.head, 1);
+                } else {
+                    m_outbox.add(word, key.head);
+                }
                 continue;
             }
             shard.prefetch(word.tag);
@@ -186,6 +199,7 @@ private:
     WordScanner m_scanner;
     IcuWords m_icu;
     Outbox m_outbox;
+    bool m_alone = true;
 };
 
 // The second thread, started once and kept: each step runs one job here and one there.
@@ -249,23 +263,32 @@ private:
 
 WordCounter::WordCounter() : WordCounter(Options{}) {}
 
-WordCounter::WordCounter(Options options)
-    : m_options(options), m_words(options.threads >= 2 ? 2 : 1)
+WordCounter::WordCounter(Options options) : m_options(options), m_words(2)
 {
+    // Two shards whatever the threads: the result file numbers its count objects shard by
+    // shard, and must not change with the threads the indexer was allowed.
     if (m_options.blockSize < 16) {
         m_options.blockSize = 16;
     }
-    m_options.threads = m_words.shardCount();
-    for (unsigned i = 0; i < m_options.threads; ++i) {
-        m_workers[i] = std::make_unique<Worker>(m_words, i);
-    }
-    if (m_options.threads == 2) {
+    m_options.threads = m_options.threads >= 2 ? 2 : 1;
+    m_workers[0] = std::make_unique<Worker>(m_words, 0);
+}
+
+bool WordCounter::startHelper()
+{
+    // Started with the first block worth sharing, with its worker (a scanner's tables and an
+    // ICU iterator): most files are small, and what is never needed still costs its setup.
+    if (!m_helper && m_options.threads == 2 && !m_helperFailed) {
         try {
+            if (!m_workers[1]) {
+                m_workers[1] = std::make_unique<Worker>(m_words, 1);
+            }
             m_helper = std::make_unique<Helper>();
         } catch (const std::system_error&) {
-            // No second thread: one thread counts for both shards.
+            m_helperFailed = true; // one thread counts for both shards
         }
     }
+    return m_helper != nullptr;
 }
 
 WordCounter::~WordCounter() = default;
@@ -275,7 +298,9 @@ void WordCounter::text(std::string_view utf8)
     // Large pieces are counted where they lie, a block at a time up to its last whitespace;
     // only what is left over (an unfinished run) and small pieces are copied.
     const std::size_t block = m_options.blockSize;
-    const std::size_t large = block / 2;
+    const bool last = m_expected > 0 && m_received + utf8.size() >= m_expected;
+    m_received += utf8.size();
+    const std::size_t large = last ? std::min(block / 2, lastInPlaceFrom) : block / 2;
     while (!utf8.empty()) {
         if (utf8.size() >= large && !m_pending.empty()) {
             // Finish the run held over from before, so that the rest can be counted in place.
@@ -355,21 +380,20 @@ void WordCounter::countBlock(const char* begin, const char* end)
 {
     Worker& first = *m_workers[0];
     const char* middle = end;
-    if (m_helper && static_cast<std::size_t>(end - begin) >= splitFrom) {
+    const std::size_t splitFrom = std::min(m_options.blockSize / 4, splitFromMost);
+    if (static_cast<std::size_t>(end - begin) >= splitFrom && startHelper()) {
         middle = begin + (end - begin) / 2;
         while (middle < end && !isSpace(*middle)) {
             ++middle;
         }
     }
     if (middle == end) {
-        first.count(begin, end);
-        if (m_workers[1]) {
-            first.handTo(m_words.shard(1));
-        }
+        first.count(begin, end, true);
         return;
     }
     Worker& second = *m_workers[1];
-    m_helper->run([&] { first.count(begin, middle); }, [&] { second.count(middle, end); });
+    m_helper->run([&] { first.count(begin, middle, false); },
+                  [&] { second.count(middle, end, false); });
     m_helper->run([&] { first.takeFrom(second); }, [&] { second.takeFrom(first); });
     m_counted += static_cast<std::uint64_t>(end - begin);
     planGrowth();

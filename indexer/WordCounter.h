@@ -42,16 +42,19 @@ private:
     void process(bool everything);
     void countBlock(const char* begin, const char* end);
     void planGrowth();
+    bool startHelper();
 
     Options m_options;
     std::string m_pending;
     std::uint64_t m_expected = 0;    // bytes of text announced
+    std::uint64_t m_received = 0;    // bytes of text handed in
     std::uint64_t m_counted = 0;     // bytes counted so far
     std::uint64_t m_sampleBytes = 0; // the last look at the vocabulary's growth: bytes counted
     std::size_t m_sampleWords = 0;   // and distinct words then
     WordMap m_words;
     std::unique_ptr<Worker> m_workers[2];
-    std::unique_ptr<Helper> m_helper; // the second thread, when there is one
+    std::unique_ptr<Helper> m_helper; // the second thread, once a block is worth sharing
+    bool m_helperFailed = false;
 };
 
 } // namespace tallyvox::indexer

@@ -14,7 +14,9 @@ namespace tallyvox::indexer {
 
 namespace {
 
-constexpr unsigned initialBits = 14;
+// 32 KB: a short document fits without growing, and a file whose size is known is sized
+// before its first word. Larger empty tables cost page faults to clear and to sort.
+constexpr unsigned initialBits = 10;
 constexpr std::size_t arenaBlock = 1 << 20;
 constexpr std::size_t hugePage = 2u << 20;
 constexpr std::size_t releaseEvery = hugePage / 32; // slots
@@ -25,10 +27,12 @@ WordShard::SlotArray::SlotArray(std::size_t count) : m_bytes(count * sizeof(Slot
 {
     // Large arrays start on a huge-page boundary and ask for huge pages: a lookup that
     // misses the cache then rarely misses the TLB too, and one fault maps 2 MB.
+    // Smaller ones are filled in at once: their words, hashed all over them, touch nearly
+    // every page soon, and one call maps them faster than a fault per page.
     const bool huge = m_bytes >= hugePage;
     const std::size_t mapped = huge ? m_bytes + hugePage : m_bytes;
-    void* memory =
-        ::mmap(nullptr, mapped, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    void* memory = ::mmap(nullptr, mapped, PROT_READ | PROT_WRITE,
+                          MAP_PRIVATE | MAP_ANONYMOUS | (huge ? 0 : MAP_POPULATE), -1, 0);
     if (memory == MAP_FAILED) {
         throw std::bad_alloc();
     }

@@ -1,16 +1,19 @@
-// SearchKitIndexer and SearchKitIndexer32: count the words of the file named by the one
-// argument and leave the table as the result file in the temporary folder.
-// Exit status: 0 the table is complete; 3 the table was written but is partial, and one
-// line on standard error says why; 1 no table could be written; 2 a usage error.
+// SearchKitIndexer, SearchKitDocumentIndexer and SearchKitIndexer32: count the words of the file
+// named by the one argument and leave the table as the result file in the temporary folder. Exit
+// status: 0 the table is complete; 3 the table was written but is partial, and one line on standard
+// error says why; 1 no table could be written; 2 a usage error.
 
 #include "indexer/DocumentReader.h"
 #include "indexer/Progress.h"
 #include "indexer/ResourceLimits.h"
 #include "indexer/ResultFile.h"
+#include "indexer/Threads.h"
 #include "indexer/WordCounter.h"
 #include "support/TemporaryFolder.h"
 
+#include <algorithm>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -39,21 +42,28 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "usage: %s FILE\n", argc > 0 ? argv[0] : "SearchKitIndexer");
         return 2;
     }
+    struct stat input {};
+    const bool regular = ::stat(argv[1], &input) == 0 && S_ISREG(input.st_mode);
+    const auto size = regular ? static_cast<std::uint64_t>(input.st_size) : 0;
     // A pathological document ends this process, never the application that waits for it.
-    applyResourceCaps();
+    applyResourceCaps(capsForInput(size));
     // Progress lines go to standard output; whoever reads them may stop listening, and
     // the table still has to be written.
     std::signal(SIGPIPE, SIG_IGN);
+    if (!handOff(argv)) {
+        std::fprintf(stderr, "%s: %s: the document indexer could not be started\n", argv[0],
+                     argv[1]);
+        return 1;
+    }
     const std::string folder = tallyvox::temporaryFolder();
     if (folder.empty()) {
         return 1;
     }
-    struct stat input {};
-    if (::stat(argv[1], &input) == 0 && S_ISREG(input.st_mode)) {
-        progress::setTotal(static_cast<std::uint64_t>(input.st_size));
-    }
+    progress::setTotal(size);
     try {
-        WordCounter counter;
+        WordCounter::Options options;
+        options.threads = std::min(options.threads, allowedThreads(options.threads));
+        WordCounter counter(options);
         // An unreadable file still gets a fresh result, an empty one, so no earlier
         // result is mistaken for it.
         const DocumentRead read = readDocument(argv[1], counter);

@@ -1,6 +1,7 @@
 #include "indexer/readers/PdfReader.h"
 
 #include "indexer/Progress.h"
+#include "indexer/Threads.h"
 
 #include "indexer/readers/CutReport.h"
 #include "indexer/readers/ReadLimits.h"
@@ -16,13 +17,15 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdint>
-#include <filesystem>
+#include <ctime>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tallyvox::indexer::readers {
 
@@ -32,8 +35,27 @@ using Clock = std::chrono::steady_clock;
 
 void ignorePopplerMessage(const std::string&, void*) {}
 
-// What the child sends, each message a header and then size bytes.
-enum class Message : std::uint32_t { PageCount, PageText };
+// Pages are shared between the page readers in runs of this many, turn about: each reader
+// skips to its own runs, and the indexer takes the pages in order, so a reader is never
+// more than a few runs ahead of the one the indexer waits for.
+constexpr std::uint32_t runPages = 8;
+
+// How many page readers a document of this many pages keeps busy, at most allowed: each
+// has at least one run of its own. Children compute it as the parent does.
+std::uint32_t readersFor(std::uint32_t pages, std::uint32_t allowed)
+{
+    const std::uint32_t runs = pages / runPages + (pages % runPages != 0 ? 1 : 0);
+    return std::max<std::uint32_t>(1, std::min(runs, allowed));
+}
+
+std::uint32_t readerOf(std::uint32_t page, std::uint32_t readers)
+{
+    return page / runPages % readers;
+}
+
+// What the child sends, each message a header and then size bytes. Retire: it has used
+// its share of CPU time and ends after the pages it sent; a new one goes on from there.
+enum class Message : std::uint32_t { PageCount, PageText, Retire };
 
 struct Header {
     Message kind;
@@ -58,8 +80,23 @@ bool writeAll(int fd, const void* data, std::size_t size)
     return true;
 }
 
-// In the child: the page count, then the text of each page from first on.
-void extractPages(const std::string& path, std::uint32_t first, int fd)
+std::chrono::seconds cpuTime()
+{
+    timespec used{};
+    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
+    return std::chrono::seconds(used.tv_sec);
+}
+
+// Which pages one child reads: those from first on that fall to reader index when the
+// document's pages are shared between at most allowed readers.
+struct Share {
+    std::uint32_t index;
+    std::uint32_t allowed;
+    std::uint32_t first;
+};
+
+// In the child: the page count, then the text of each of its pages, in order.
+void extractPages(const std::string& path, Share share, int fd)
 {
     poppler::set_debug_error_function(ignorePopplerMessage, nullptr);
     const std::unique_ptr<poppler::document> doc(poppler::document::load_from_file(path));
@@ -71,7 +108,16 @@ void extractPages(const std::string& path, std::uint32_t first, int fd)
     if (!writeAll(fd, &count, sizeof count)) {
         return;
     }
-    for (std::uint32_t i = first; i < pages; ++i) {
+    const std::uint32_t readers = readersFor(pages, share.allowed);
+    for (std::uint32_t i = share.first; i < pages; ++i) {
+        if (readerOf(i, readers) != share.index) {
+            continue;
+        }
+        if (cpuTime().count() >= ReadLimits::pdfReaderCpuSeconds) {
+            const Header retire{Message::Retire, i, 0};
+            writeAll(fd, &retire, sizeof retire);
+            return;
+        }
         const std::unique_ptr<poppler::page> page(doc->create_page(static_cast<int>(i)));
         poppler::byte_array utf8;
         if (page) {
@@ -118,23 +164,29 @@ Got readAll(int fd, char* out, std::size_t size, Clock::time_point deadline)
     return Got::Data;
 }
 
-// One child reading pages from first on. Returns the page it stopped at, or nothing when
-// the document is done (or gives no text at all).
+std::chrono::seconds pageTime()
+{
+    return std::chrono::seconds(ReadLimits::maxPdfPageSeconds);
+}
+
+// One child reading its share of the pages, watched from here.
 class PageReader {
 public:
-    PageReader(const std::string& path, std::uint32_t first, Clock::time_point stop)
-        : m_first(first), m_stop(stop)
+    PageReader(const std::string& path, Share share)
     {
         int fds[2];
         if (::pipe2(fds, O_CLOEXEC) != 0) {
             return;
         }
+        // Room for a few runs of pages, so that a reader whose turn has not come keeps
+        // working; best effort, the default 64 KB works too.
+        ::fcntl(fds[1], F_SETPIPE_SZ, 1 << 20);
         m_child = ::fork();
         if (m_child == 0) {
             // Dies with the indexer, whoever ends it.
             ::prctl(PR_SET_PDEATHSIG, SIGKILL);
             ::close(fds[0]);
-            extractPages(path, first, fds[1]);
+            extractPages(path, share, fds[1]);
             ::_exit(0);
         }
         ::close(fds[1]);
@@ -160,98 +212,135 @@ public:
     PageReader(const PageReader&) = delete;
     PageReader& operator=(const PageReader&) = delete;
 
-    /// Delivers pages until the end; returns how far it got (pages() when all were read).
-    std::uint32_t run(TextSink& sink, bool& late)
+    /// The next message, within the time of a page (two for the first, which includes
+    /// loading the document); text is only read into text for PageText.
+    Got next(Header& header, std::string& text)
     {
         if (m_fd < 0) {
-            return 0;
+            return Got::End;
         }
-        // Loading may take longer than a page.
-        Header header{};
-        std::uint32_t page = m_first;
-        auto deadline = std::min(m_stop, Clock::now() + pageTime() * 2);
-        for (;;) {
-            const Got got =
-                readAll(m_fd, reinterpret_cast<char*>(&header), sizeof header, deadline);
-            if (got != Got::Data) {
-                late = got == Got::Late;
-                return page;
-            }
-            if (header.kind == Message::PageCount) {
-                m_pages = header.page;
-            } else {
-                std::string text(header.size, '\0');
-                if (readAll(m_fd, text.data(), text.size(), deadline) != Got::Data) {
-                    late = Clock::now() >= deadline;
-                    return page;
-                }
-                sink.text(text);
-                sink.boundary();
-                page = header.page + 1;
-                if (m_pages) {
-                    progress::setShare(page, *m_pages);
-                }
-            }
-            if (m_pages && page >= *m_pages) {
-                return page;
-            }
-            deadline = std::min(m_stop, Clock::now() + pageTime());
+        const auto deadline = Clock::now() + pageTime() * (m_started ? 1 : 2);
+        m_started = true;
+        Got got = readAll(m_fd, reinterpret_cast<char*>(&header), sizeof header, deadline);
+        if (got == Got::Data && header.kind == Message::PageText) {
+            text.resize(header.size);
+            got = readAll(m_fd, text.data(), text.size(), deadline);
         }
+        return got;
     }
-
-    /// The document's page count, once the child has told it.
-    std::optional<std::uint32_t> pages() const { return m_pages; }
 
 private:
-    static std::chrono::seconds pageTime()
-    {
-        return std::chrono::seconds(ReadLimits::maxPdfPageSeconds);
-    }
-
-    std::uint32_t m_first;
-    Clock::time_point m_stop;
     pid_t m_child = -1;
     int m_fd = -1;
-    std::optional<std::uint32_t> m_pages;
+    bool m_started = false;
+};
+
+// Takes the pages from the readers in order and keeps the readers going: a reader whose
+// page fails or is late is replaced by one that starts after that page.
+class PageMerger {
+public:
+    PageMerger(const std::string& path, std::uint32_t allowed, TextSink& sink)
+        : m_path(path), m_allowed(allowed), m_sink(sink)
+    {}
+
+    void run()
+    {
+        // The first reader tells the page count, and with it how many readers to start.
+        m_readers.push_back(std::make_unique<PageReader>(m_path, Share{0, m_allowed, 0}));
+        std::optional<std::uint32_t> pages;
+        Header header{};
+        std::string text;
+        const Got got = m_readers[0]->next(header, text);
+        if (got == Got::Data && header.kind == Message::PageCount) {
+            pages = header.page;
+        }
+        if (!pages) {
+            if (got == Got::Late) {
+                CutReport::note("PDF: opening it took too long");
+            }
+            return; // not a document poppler can open
+        }
+        m_pages = *pages;
+        m_readers.resize(readersFor(m_pages, m_allowed));
+        for (std::uint32_t i = 1; i < m_readers.size(); ++i) {
+            start(i, 0);
+        }
+        while (m_next < m_pages) {
+            if (!step()) {
+                CutReport::note("PDF: too many pages failed; the rest was not read");
+                return;
+            }
+        }
+    }
+
+private:
+    void start(std::uint32_t index, std::uint32_t first)
+    {
+        m_readers[index] = std::make_unique<PageReader>(m_path, Share{index, m_allowed, first});
+    }
+
+    // Delivers the next page, or leaves it out; false when too many pages failed.
+    bool step()
+    {
+        const std::uint32_t index = readerOf(m_next, static_cast<std::uint32_t>(m_readers.size()));
+        Header header{};
+        Got got = Got::Data;
+        do {
+            got = m_readers[index]->next(header, m_text);
+        } while (got == Got::Data && header.kind == Message::PageCount);
+        if (got == Got::Data && header.kind == Message::PageText && header.page == m_next) {
+            m_sink.text(m_text);
+            m_sink.boundary();
+            advance();
+            return true;
+        }
+        if (got == Got::Data && header.kind == Message::Retire && header.page == m_next) {
+            start(index, m_next); // the same pages, from a fresh reader
+            return true;
+        }
+        const std::string page =
+            "PDF: page " + std::to_string(m_next + 1) + " of " + std::to_string(m_pages);
+        CutReport::note(page + (got == Got::Late
+                                    ? " took longer than " +
+                                          std::to_string(ReadLimits::maxPdfPageSeconds) +
+                                          " s and was left out"
+                                    : " could not be read and was left out"));
+        advance();
+        if (++m_failures >= ReadLimits::maxPdfPageFailures) {
+            return false;
+        }
+        start(index, m_next);
+        return true;
+    }
+
+    void advance()
+    {
+        ++m_next;
+        progress::setShare(m_next, m_pages);
+    }
+
+    const std::string& m_path;
+    std::uint32_t m_allowed;
+    TextSink& m_sink;
+    std::vector<std::unique_ptr<PageReader>> m_readers;
+    std::string m_text;
+    std::uint32_t m_pages = 0;
+    std::uint32_t m_next = 0;
+    int m_failures = 0;
 };
 
 } // namespace
 
 void readPdf(const std::string& path, TextSink& sink)
 {
-    std::error_code ec;
-    const std::uintmax_t bytes = std::filesystem::file_size(path, ec);
-    const auto seconds = std::chrono::seconds(
-        ReadLimits::minPdfSeconds +
-        static_cast<std::int64_t>((ec ? 0 : bytes) / ReadLimits::pdfBytesPerSecond));
-    const auto stop = Clock::now() + seconds;
-    std::uint32_t next = 0;
-    // A page that fails or takes too long is left out, and a new child goes on after it.
-    for (int attempt = 0; attempt < 16; ++attempt) {
-        PageReader reader(path, next, stop);
-        bool late = false;
-        const std::uint32_t reached = reader.run(sink, late);
-        const auto pages = reader.pages();
-        if (!pages && late) {
-            CutReport::note("PDF: opening it took too long");
-        }
-        if (!pages || reached >= *pages) {
-            return; // done, or not a document poppler can open
-        }
-        const std::string page =
-            "PDF: page " + std::to_string(reached + 1) + " of " + std::to_string(*pages);
-        if (Clock::now() >= stop) {
-            CutReport::note(page + ": reading stopped after " + std::to_string(seconds.count()) +
-                            " s");
-            return;
-        }
-        CutReport::note(page + (late ? " took longer than " +
-                                           std::to_string(ReadLimits::maxPdfPageSeconds) +
-                                           " s and was left out"
-                                     : " could not be read and was left out"));
-        next = reached + 1;
-    }
-    CutReport::note("PDF: too many pages failed; the rest was not read");
+    // More readers than cores cannot go faster, and each holds the document in memory.
+    const unsigned cores = availableCores();
+    readPdf(path, sink, std::min(allowedThreads(cores), cores));
+}
+
+void readPdf(const std::string& path, TextSink& sink, unsigned readers)
+{
+    PageMerger(path, std::max(readers, 1u), sink).run();
 }
 
 } // namespace tallyvox::indexer::readers

@@ -32,14 +32,15 @@ struct ReadLimits {
     static constexpr std::uint64_t maxRepeatedText = 64ull << 20;
     /// Legacy Word files are mapped into memory whole, so they have a size limit.
     static constexpr std::uint64_t maxWordFileBytes = 1ull << 30;
-    /// Wall-clock seconds for the text of one PDF page (twice that for the first, which
-    /// includes loading the document).
+    /// Wall-clock seconds for the text of one PDF page (twice that for a page reader's
+    /// first, which includes loading the document). Nothing bounds the whole document: a
+    /// real one of any length reads whole, and progress rises with every page.
     static constexpr int maxPdfPageSeconds = 5;
-    /// Wall-clock seconds for a whole PDF: 20, plus one per 10 MiB of file. That stays
-    /// inside the application's limit for the indexer (30 s plus 1 s per 10 MiB of input),
-    /// so that the partial table is still written when this one acts.
-    static constexpr int minPdfSeconds = 20;
-    static constexpr std::uint64_t pdfBytesPerSecond = 10ull << 20;
+    /// Failed or slow PDF pages tolerated before the rest of the document is given up.
+    static constexpr int maxPdfPageFailures = 16;
+    /// CPU seconds after which a PDF page reader hands its pages on to a fresh one, well
+    /// before the CPU cap it inherits (ResourceLimits) would end it in mid-page.
+    static constexpr int pdfReaderCpuSeconds = 60;
 };
 
 } // namespace tallyvox::indexer::readers

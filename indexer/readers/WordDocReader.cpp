@@ -1,7 +1,7 @@
 #include "indexer/readers/WordDocReader.h"
 
+#include "indexer/Progress.h"
 #include "indexer/readers/CutReport.h"
-
 #include "indexer/readers/Utf8.h"
 
 #include <algorithm>
@@ -199,8 +199,12 @@ public:
     WordText(const WordText&) = delete;
     WordText& operator=(const WordText&) = delete;
 
+    /// Characters the document says it holds, so that progress can be reported.
+    void expect(std::uint64_t characters) { m_expected = characters; }
+
     void put(std::uint32_t unit)
     {
+        ++m_seen;
         char32_t c = m_surrogates.join(unit);
         switch (c) {
         case 0: // a high surrogate waiting for its pair, or NUL
@@ -254,9 +258,14 @@ private:
             m_sink.text(m_text);
             m_text.clear();
         }
+        if (m_expected > 0) {
+            progress::setShare(std::min(m_seen, m_expected), m_expected);
+        }
     }
 
     TextSink& m_sink;
+    std::uint64_t m_expected = 0;
+    std::uint64_t m_seen = 0;
     std::string m_text;
     std::vector<bool> m_fields; // per open field: still in its code
     int m_inCode = 0;
@@ -343,6 +352,7 @@ bool readWordDocument(std::string_view file, TextSink& sink)
         // Word 6/95: the text is one run of 8-bit characters.
         const std::uint32_t fcMin = le32(*word, 0x18);
         const std::uint32_t fcMac = le32(*word, 0x1C);
+        out.expect(fcMac > fcMin ? fcMac - fcMin : 0);
         for (std::size_t at = fcMin; at < fcMac && at < word->size(); ++at) {
             out.put(fromCp1252(static_cast<unsigned char>((*word)[at])));
         }
@@ -365,6 +375,7 @@ bool readWordDocument(std::string_view file, TextSink& sink)
     if (!table) {
         return true;
     }
+    out.expect(characters);
     readPieces(*word, *table, le32(*word, pairsAt + std::size_t{33} * 8),
                le32(*word, pairsAt + std::size_t{33} * 8 + 4), characters, out);
     return true;

@@ -59,6 +59,8 @@ private slots:
     void countsWords();
     void replacesTheEarlierResult();
     void givesUpQuietlyOnADirectoryInTheWay();
+    void sameFileWhateverTheThreads_data();
+    void sameFileWhateverTheThreads();
 };
 
 void IndexerTest::countsWords_data()
@@ -173,6 +175,48 @@ void IndexerTest::givesUpQuietlyOnADirectoryInTheWay()
         QVERIFY(QFileInfo(result + QStringLiteral("/inside")).isDir());
         QVERIFY(leftovers(environment).isEmpty());
     }
+}
+
+void IndexerTest::sameFileWhateverTheThreads_data()
+{
+    QTest::addColumn<QString>("indexer");
+    QTest::addColumn<QByteArray>("threads");
+    QTest::addColumn<QByteArray>("content");
+    // Over a megabyte, so that two threads share it, with words enough for both shards.
+    QByteArray large;
+    for (qint64 i = 0; large.size() < (3 << 20); ++i) {
+        large += "w" + QByteArray::number(i * 7919 % 100003) + (i % 13 == 0 ? ".\n" : " ");
+    }
+    for (const QString& indexer : indexers) {
+        for (const char* threads : {"1", "3"}) {
+            QTest::addRow("%s, %s, large", qPrintable(indexer), threads)
+                << indexer << QByteArray(threads) << large;
+            QTest::addRow("%s, %s, small", qPrintable(indexer), threads)
+                << indexer << QByteArray(threads) << QByteArray("one two two three three three");
+        }
+    }
+}
+
+// The result file is the same byte for byte whatever threads the indexer may use: the
+// application compares and caches tables, and the bench checks them against references.
+void IndexerTest::sameFileWhateverTheThreads()
+{
+    QFETCH(QString, indexer);
+    QFETCH(QByteArray, threads);
+    QFETCH(QByteArray, content);
+    TestEnvironment environment;
+    const QString input = environment.writeFile(QStringLiteral("in.txt"), content);
+    const QString result = environment.tempFolder() + QLatin1Char('/') + resultName;
+    const auto tableWith = [&](const QByteArray& value) {
+        qputenv("TALLYVOX_INDEXER_THREADS", value);
+        const int status = runIndexer(indexer, input);
+        qunsetenv("TALLYVOX_INDEXER_THREADS");
+        QFile file(result);
+        return status == 0 && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const QByteArray usual = tableWith("2");
+    QVERIFY(!usual.isEmpty());
+    QCOMPARE(tableWith(threads), usual);
 }
 
 QTEST_GUILESS_MAIN(IndexerTest)

@@ -2,6 +2,7 @@
 #include "WordCountingSink.h"
 #include "indexer/ResourceLimits.h"
 #include "indexer/readers/CutReport.h"
+#include "indexer/readers/PdfReader.h"
 #include "indexer/readers/ReadLimits.h"
 #include "indexer/readers/WordDocReader.h"
 
@@ -79,7 +80,92 @@ QByteArray xobjectBomb()
     return pdf;
 }
 
+// A PDF of the given pages, each showing one line of text in Helvetica.
+QByteArray pdfOfPages(const QList<QByteArray>& lines)
+{
+    QList<QByteArray> objects;
+    const auto pages = lines.size();
+    QByteArray kids;
+    for (qsizetype i = 0; i < pages; ++i) {
+        kids += QByteArray::number(4 + 2 * i) + " 0 R ";
+    }
+    objects << "<< /Type /Catalog /Pages 2 0 R >>"
+            << "<< /Type /Pages /Kids [" + kids + "] /Count " + QByteArray::number(pages) + " >>"
+            << "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>";
+    for (const QByteArray& line : lines) {
+        const QByteArray content = "BT /F1 12 Tf 72 700 Td (" + line + ") Tj ET";
+        objects << "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] /Resources << /Font "
+                   "<< /F1 3 0 R >> >> /Contents " +
+                       QByteArray::number(objects.size() + 2) + " 0 R >>"
+                << "<< /Length " + QByteArray::number(content.size()) + " >>\nstream\n" + content +
+                       "\nendstream";
+    }
+    QByteArray pdf = "%PDF-1.4\n";
+    QList<qsizetype> offsets;
+    for (qsizetype i = 0; i < objects.size(); ++i) {
+        offsets << pdf.size();
+        pdf += QByteArray::number(i + 1) + " 0 obj\n" + objects[i] + "\nendobj\n";
+    }
+    const qsizetype xref = pdf.size();
+    pdf += "xref\n0 " + QByteArray::number(objects.size() + 1) + "\n0000000000 65535 f \n";
+    for (const qsizetype offset : offsets) {
+        pdf += QByteArray::number(offset).rightJustified(10, '0') + " 00000 n \n";
+    }
+    pdf += "trailer\n<< /Size " + QByteArray::number(objects.size() + 1) +
+           " /Root 1 0 R >>\nstartxref\n" + QByteArray::number(xref) + "\n%%EOF\n";
+    return pdf;
+}
+
+// Page i says "alpha pgI": every page has a word of its own.
+QList<QByteArray> numberedLines(int pages)
+{
+    QList<QByteArray> lines;
+    for (int i = 1; i <= pages; ++i) {
+        lines << "alpha pg" + QByteArray::number(i);
+    }
+    return lines;
+}
+
+struct IndexerRun {
+    int status = -1;
+    QByteArray output;
+    QByteArray error;
+};
+
+// Runs an indexer on path with TMPDIR at folder and the variables given.
+IndexerRun runIndexer(const QString& program, const QString& path, const QString& folder,
+                      const QList<std::pair<QString, QString>>& variables = {})
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TMPDIR"), folder);
+    for (const auto& [name, value] : variables) {
+        environment.insert(name, value);
+    }
+    process.setProcessEnvironment(environment);
+    process.start(program, {path});
+    IndexerRun run;
+    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit) {
+        run.status = process.exitCode();
+    }
+    run.output = process.readAllStandardOutput();
+    run.error = process.readAllStandardError();
+    return run;
+}
+
+QString writeInput(const QTemporaryDir& dir, const QString& name, const QByteArray& content)
+{
+    QFile file(dir.filePath(name));
+    if (!file.open(QIODevice::WriteOnly)) {
+        return {};
+    }
+    file.write(content);
+    return file.fileName();
+}
+
 } // namespace
+
+Q_DECLARE_METATYPE(QList<QByteArray>)
 
 class DocumentFormatsTest : public QObject {
     Q_OBJECT
@@ -279,6 +365,129 @@ private slots:
         QVERIFY(report.reasons()[0].find("page 2 of 3") != std::string::npos);
     }
 
+    // However many page readers share a PDF, its pages arrive whole and in order, and none
+    // is dropped or read twice where the runs of pages change hands.
+    void pdfPagesInOrderWhateverTheThreads_data()
+    {
+        QTest::addColumn<int>("readers");        // 0: as the indexer chooses, from the variable
+        QTest::addColumn<QByteArray>("threads"); // TALLYVOX_INDEXER_THREADS; empty: unset
+        QTest::addColumn<QList<QByteArray>>("lines");
+        const QList<QByteArray> many = numberedLines(37); // four runs of eight and a part
+        QTest::newRow("one reader") << 1 << QByteArray() << many;
+        QTest::newRow("two readers") << 2 << QByteArray() << many;
+        QTest::newRow("three readers") << 3 << QByteArray() << many;
+        QTest::newRow("more readers than runs") << 8 << QByteArray() << many;
+        QTest::newRow("variable: one") << 0 << QByteArray("1") << many;
+        QTest::newRow("variable: more than the cores") << 0 << QByteArray("64") << many;
+        QTest::newRow("variable unset: the cores") << 0 << QByteArray() << many;
+        QTest::newRow("variable not a number: the cores") << 0 << QByteArray("two") << many;
+        QTest::newRow("one page, many readers") << 4 << QByteArray() << numberedLines(1);
+        QTest::newRow("one run exactly") << 2 << QByteArray() << numberedLines(8);
+        QTest::newRow("one page past a run") << 2 << QByteArray() << numberedLines(9);
+        QTest::newRow("three readers, one page past two runs")
+            << 3 << QByteArray() << numberedLines(17);
+    }
+
+    void pdfPagesInOrderWhateverTheThreads()
+    {
+        QFETCH(int, readers);
+        QFETCH(QByteArray, threads);
+        QFETCH(QList<QByteArray>, lines);
+        QTemporaryDir dir;
+        const QString path = writeInput(dir, QStringLiteral("pages.pdf"), pdfOfPages(lines));
+        const std::string file = QFile::encodeName(path).toStdString();
+        const CutReport report;
+        WordCountingSink sink;
+        if (readers > 0) {
+            readPdf(file, sink, static_cast<unsigned>(readers));
+        } else {
+            if (threads.isEmpty()) {
+                qunsetenv("TALLYVOX_INDEXER_THREADS");
+            } else {
+                qputenv("TALLYVOX_INDEXER_THREADS", threads);
+            }
+            const bool claimed = readDocument(file, sink);
+            qunsetenv("TALLYVOX_INDEXER_THREADS");
+            QVERIFY(claimed);
+        }
+        QVERIFY(report.reasons().empty());
+        QCOMPARE(QByteArray::fromStdString(sink.collected()).simplified(), lines.join(' '));
+    }
+
+    // Progress rises as the reading goes on: the application ends an indexer whose progress
+    // stands still for a minute. Every PDF page moves it, whichever reader read it.
+    void progressRisesWhileReading_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QByteArray>("threads");
+        QTest::addColumn<int>("rises"); // at least
+        const QByteArray pdf = pdfOfPages(numberedLines(37));
+        QTest::newRow("pdf, one reader") << pdf << QByteArray("1") << 37;
+        QTest::newRow("pdf, three readers") << pdf << QByteArray("3") << 37;
+        QTest::newRow("word 97") << dataBytes(QStringLiteral("source.doc")) << QByteArray("1") << 1;
+        QTest::newRow("rtf") << dataBytes(QStringLiteral("source.rtf")) << QByteArray("1") << 1;
+        QTest::newRow("text") << QByteArray("some words ").repeated(100000) << QByteArray("2") << 1;
+    }
+
+    void progressRisesWhileReading()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QByteArray, threads);
+        QFETCH(int, rises);
+        QTemporaryDir dir;
+        const QString path = writeInput(dir, QStringLiteral("in"), content);
+        const IndexerRun run = runIndexer(
+            QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer"), path, dir.path(),
+            {{QStringLiteral("TALLYVOX_PROGRESS_MS"), QStringLiteral("0")},
+             {QStringLiteral("TALLYVOX_INDEXER_THREADS"), QString::fromLatin1(threads)}});
+        QCOMPARE(run.status, 0);
+        qint64 done = 0;
+        int risen = 0;
+        for (const QByteArray& line : run.output.split('\n')) {
+            if (line.isEmpty()) {
+                continue;
+            }
+            const QList<QByteArray> fields = line.split(' ');
+            QCOMPARE(fields.size(), 3);
+            QCOMPARE(fields[0], QByteArray("progress"));
+            QCOMPARE(fields[2].toLongLong(), content.size());
+            QVERIFY2(fields[1].toLongLong() >= done, line.constData());
+            risen += fields[1].toLongLong() > done ? 1 : 0;
+            done = fields[1].toLongLong();
+        }
+        QVERIFY2(risen >= rises, run.output.constData());
+        QCOMPARE(done, qint64(content.size()));
+    }
+
+    // SearchKitIndexer hands every document a reader claims to the indexer beside it; when
+    // that one is missing, it says so and fails, and the application falls back. Plain text
+    // never needs it.
+    void documentsNeedTheDocumentIndexer_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<bool>("table");
+        QTest::newRow("text") << QByteArray("just words") << 0 << true;
+        QTest::newRow("pdf") << dataBytes(QStringLiteral("source.pdf")) << 1 << false;
+        QTest::newRow("rtf") << dataBytes(QStringLiteral("source.rtf")) << 1 << false;
+        QTest::newRow("html") << QByteArray("<html><p>words</p></html>") << 1 << false;
+    }
+
+    void documentsNeedTheDocumentIndexer()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(int, status);
+        QFETCH(bool, table);
+        QTemporaryDir dir;
+        const QString alone = dir.filePath(QStringLiteral("SearchKitIndexer"));
+        QVERIFY(QFile::copy(QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer"), alone));
+        const QString path = writeInput(dir, QStringLiteral("in"), content);
+        const IndexerRun run = runIndexer(alone, path, dir.path());
+        QCOMPARE(run.status, status);
+        QCOMPARE(run.error.contains("could not be started"), status == 1);
+        QCOMPARE(QFile::exists(dir.filePath(QStringLiteral("index-1964.dat"))), table);
+    }
+
     // The executables: a table cut by a limit is still written, with status 3 and a line on
     // stderr; the fallback leaves an empty table for the binary formats it cannot read.
     void indexerSaysWhatWasCut_data()
@@ -333,6 +542,29 @@ private slots:
         const QByteArray table = result.readAll();
         QCOMPARE(table.size() < 48, empty);
         QCOMPARE(table.contains("words"), !empty);
+    }
+
+    // A larger input may use more CPU, so that a real file of any size lists; a small one
+    // keeps the base cap, which ends a hostile one quickly.
+    void cpuCapGrowsWithTheInput_data()
+    {
+        QTest::addColumn<quint64>("bytes");
+        QTest::addColumn<quint64>("seconds");
+        constexpr quint64 gib = quint64{1} << 30;
+        QTest::newRow("empty") << quint64{0} << quint64{120};
+        QTest::newRow("11 bytes") << quint64{11} << quint64{120};
+        QTest::newRow("just under a GiB") << gib - 1 << quint64{120};
+        QTest::newRow("a GiB") << gib << quint64{180};
+        QTest::newRow("4 GB of text") << quint64{4'000'000'000} << quint64{300};
+        QTest::newRow("4 GiB") << 4 * gib << quint64{360};
+    }
+
+    void cpuCapGrowsWithTheInput()
+    {
+        QFETCH(quint64, bytes);
+        QFETCH(quint64, seconds);
+        QCOMPARE(capsForInput(bytes).cpuSeconds, seconds);
+        QCOMPARE(capsForInput(bytes).addressSpaceBytes, ResourceCaps{}.addressSpaceBytes);
     }
 
     // In a child process, so that the caps do not bind the test itself.
