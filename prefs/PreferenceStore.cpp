@@ -151,10 +151,30 @@ QString PreferenceStore::defaultPath()
 
 PreferenceStore::PreferenceStore(QString path) : m_path(std::move(path)) {}
 
+PreferenceStore PreferenceStore::snapshot() const
+{
+    PreferenceStore frozen(m_path);
+    PlistPtr dict = readDictionary(m_path);
+    // An empty dictionary stands for a missing or unreadable file: every key its default.
+    frozen.m_frozen = std::shared_ptr<void>(dict ? dict.release() : plist_new_dict(), plist_free);
+    return frozen;
+}
+
+void* PreferenceStore::item(const char* key, std::shared_ptr<void>& owner) const
+{
+    owner = m_frozen;
+    if (!owner) {
+        if (PlistPtr dict = readDictionary(m_path)) {
+            owner = std::shared_ptr<void>(dict.release(), plist_free);
+        }
+    }
+    return owner ? plist_dict_get_item(owner.get(), key) : nullptr;
+}
+
 bool PreferenceStore::readBool(const prefs::BoolKey& key) const
 {
-    const PlistPtr dict = readDictionary(m_path);
-    plist_t node = dict ? plist_dict_get_item(dict.get(), key.name) : nullptr;
+    std::shared_ptr<void> owner;
+    plist_t node = item(key.name, owner);
     if (!node || plist_get_node_type(node) != PLIST_BOOLEAN) {
         return key.fallback;
     }
@@ -165,8 +185,8 @@ bool PreferenceStore::readBool(const prefs::BoolKey& key) const
 
 qint32 PreferenceStore::readNumber(const prefs::NumberKey& key) const
 {
-    const PlistPtr dict = readDictionary(m_path);
-    plist_t node = dict ? plist_dict_get_item(dict.get(), key.name) : nullptr;
+    std::shared_ptr<void> owner;
+    plist_t node = item(key.name, owner);
     if (!isNumber(node)) {
         return key.fallback;
     }
@@ -180,8 +200,8 @@ qint32 PreferenceStore::readNumber(const prefs::NumberKey& key) const
 
 qint32 PreferenceStore::readInteger(const prefs::IntegerKey& key) const
 {
-    const PlistPtr dict = readDictionary(m_path);
-    plist_t node = dict ? plist_dict_get_item(dict.get(), key.name) : nullptr;
+    std::shared_ptr<void> owner;
+    plist_t node = item(key.name, owner);
     if (!isNumber(node)) {
         return key.fallback;
     }
@@ -192,8 +212,8 @@ qint32 PreferenceStore::readInteger(const prefs::IntegerKey& key) const
 
 QString PreferenceStore::readString(const prefs::StringKey& key) const
 {
-    const PlistPtr dict = readDictionary(m_path);
-    plist_t node = dict ? plist_dict_get_item(dict.get(), key.name) : nullptr;
+    std::shared_ptr<void> owner;
+    plist_t node = item(key.name, owner);
     if (!node || plist_get_node_type(node) != PLIST_STRING) {
         return QString::fromUtf8(key.fallback);
     }
@@ -206,8 +226,8 @@ QString PreferenceStore::readString(const prefs::StringKey& key) const
 
 std::optional<QByteArray> PreferenceStore::readData(const char* key) const
 {
-    const PlistPtr dict = readDictionary(m_path);
-    plist_t node = dict ? plist_dict_get_item(dict.get(), key) : nullptr;
+    std::shared_ptr<void> owner;
+    plist_t node = item(key, owner);
     if (!node || plist_get_node_type(node) != PLIST_DATA) {
         return std::nullopt;
     }

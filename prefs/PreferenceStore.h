@@ -6,6 +6,7 @@
 #include <QRect>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 namespace tallyvox {
@@ -21,6 +22,11 @@ public:
     explicit PreferenceStore(QString path = defaultPath());
 
     const QString& path() const { return m_path; }
+
+    /// The settings as they are stored now, read once: the copy's getters all give what
+    /// the file held at this moment, however it changes later (a list is made with one set
+    /// of settings). Its writers still write the file.
+    PreferenceStore snapshot() const;
 
     /// The alert to show when something other than a file (a named pipe, a device, a
     /// folder) stands at the settings file's path: it is never read, and the defaults apply.
@@ -68,7 +74,13 @@ public:
     bool writeWindowBounds(const QRect& bounds);
 
 private:
+    /// The stored item of key, from the snapshot or from the file as it is now; owner
+    /// keeps what it points into alive.
+    void* item(const char* key, std::shared_ptr<void>& owner) const;
+
     QString m_path;
+    /// The dictionary a snapshot was read into; none: every read goes to the file.
+    std::shared_ptr<void> m_frozen;
 };
 
 /// Window bounds as 8 bytes: top, left, bottom, right, each a big-endian signed

@@ -4,8 +4,10 @@
 
 namespace tallyvox {
 
-ListSettings ListSettings::read(const PreferenceStore& store)
+ListSettings ListSettings::read(const PreferenceStore& stored)
 {
+    // One read of the file for every setting.
+    const PreferenceStore store = stored.snapshot();
     ListSettings settings;
     settings.lineStyle = store.GetLineStyle();
     settings.separateBy = store.GetSeparateBy();

@@ -133,6 +133,27 @@ private slots:
         QCOMPARE(settings(reader), (QList<int>{0, 1, 5, 1, 1}));
     }
 
+    // A snapshot is the file as it was read once: later writes and edits reach the store's
+    // own readers, not the snapshot's; a missing or broken file gives the defaults.
+    void snapshotKeepsWhatWasStored()
+    {
+        testing::TestEnvironment env;
+        PreferenceStore store;
+        const PreferenceStore empty = store.snapshot();
+        QVERIFY(store.writeChoice(prefs::SortBy, SortBy::ByFrequency));
+        QVERIFY(store.writeString(prefs::StopListPath, u"stop.txt"_s));
+        const PreferenceStore before = store.snapshot();
+        QVERIFY(store.writeChoice(prefs::SortBy, SortBy::Alphabetical));
+        env.writeFile(plistPath, plistWith("IncludeFrequency", "<false/>"));
+        QCOMPARE(before.GetSortBy(), SortBy::ByFrequency);
+        QCOMPARE(before.readString(prefs::StopListPath), u"stop.txt"_s);
+        QCOMPARE(before.GetIncludeFrequency(), true);
+        QCOMPARE(store.GetIncludeFrequency(), false);
+        QCOMPARE(settings(empty), settings(PreferenceStore(env.root() + u"/none.plist"_s)));
+        env.writeFile(plistPath, "not a property list");
+        QCOMPARE(store.snapshot().GetSortBy(), SortBy::Alphabetical);
+    }
+
     void failedWriteKeepsOldValue()
     {
         testing::TestEnvironment env;
