@@ -11,7 +11,6 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
-#include <QMainWindow>
 #include <QMessageBox>
 #include <QMimeDatabase>
 #include <QPushButton>
@@ -21,17 +20,6 @@ namespace tallyvox {
 namespace {
 
 constexpr char ownDesktopId[] = "com.okaluna.Tallyvox.desktop";
-
-// The one main window, found rather than held, so the desktop can exist before it.
-QWidget* mainWindow()
-{
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (qobject_cast<QMainWindow*>(widget)) {
-            return widget;
-        }
-    }
-    return nullptr;
-}
 
 void runAlert(QWidget* parent, QMessageBox::Icon icon, const QString& text,
               const QString& informative)
@@ -50,18 +38,18 @@ void runAlert(QWidget* parent, QMessageBox::Icon icon, const QString& text,
 void QtDesktop::alert(const QString& message)
 {
     // The whole message is the message text; a blank keeps the informative line.
-    runAlert(mainWindow(), QMessageBox::NoIcon, message, QStringLiteral(" "));
+    runAlert(m_window.data(), QMessageBox::NoIcon, message, QStringLiteral(" "));
 }
 
 void QtDesktop::stopAlert(const QString& message, const QString& explanation)
 {
     beep();
-    runAlert(mainWindow(), QMessageBox::Critical, message, explanation);
+    runAlert(m_window.data(), QMessageBox::Critical, message, explanation);
 }
 
 QStringList QtDesktop::chooseFilesToOpen(const QString& prompt)
 {
-    QFileDialog dialog(mainWindow(), prompt);
+    QFileDialog dialog(m_window.data(), prompt);
     dialog.setFileMode(QFileDialog::ExistingFiles);
     dialog.setFilter(dialog.filter() | QDir::Hidden | QDir::System);
     dialog.setLabelText(QFileDialog::Accept, QStringLiteral("Open"));
@@ -73,7 +61,7 @@ QStringList QtDesktop::chooseFilesToOpen(const QString& prompt)
 
 QString QtDesktop::chooseSavePath(const QString& proposedName)
 {
-    return QFileDialog::getSaveFileName(mainWindow(), QString(),
+    return QFileDialog::getSaveFileName(m_window.data(), QString(),
                                         QDir::home().filePath(proposedName));
 }
 
@@ -119,7 +107,7 @@ void QtDesktop::playSound(const QString&)
 
 void QtDesktop::raiseApplication()
 {
-    if (QWidget* window = mainWindow()) {
+    if (QWidget* window = m_window.data()) {
         window->raise();
         window->activateWindow();
     }

@@ -3,6 +3,9 @@
 #include "shell/ApplicationChooser.h"
 #include "support/Desktop.h"
 
+#include <QPointer>
+#include <QWidget>
+
 namespace tallyvox {
 
 /// The desktop of the windowed application: Qt dialogs, the desktop's default
@@ -12,6 +15,10 @@ namespace tallyvox {
 class QtDesktop final : public Desktop {
 public:
     QtDesktop();
+
+    /// The main window, which the dialogs belong to and raiseApplication brings forward.
+    /// The desktop is made before it, so it is given once it exists.
+    void setWindow(QWidget* window) { m_window = window; }
 
     void alert(const QString& message) override;
     void stopAlert(const QString& message, const QString& explanation) override;
@@ -30,6 +37,7 @@ public:
 
 private:
     ApplicationChooser m_applications;
+    QPointer<QWidget> m_window;
 };
 
 /// Tells file managers that follow KDirNotify (Dolphin and the KIO file dialogs) that

@@ -6,9 +6,9 @@
 #include "shell/ApplicationShell.h"
 #include "shell/CommandLine.h"
 #include "shell/ConsoleMode.h"
-#include "shell/DesktopFactory.h"
 #include "shell/Extraction.h"
 #include "shell/Integration.h"
+#include "shell/QtDesktop.h"
 #include "shell/ServiceBus.h"
 #include "shell/ServiceRequests.h"
 #include "shell/TemporaryFolderLease.h"
@@ -160,7 +160,8 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
     // The main window is never closed, only hidden on the way out.
     QApplication::setQuitOnLastWindowClosed(false);
 
-    const std::unique_ptr<Desktop> desktop = makeDesktop({});
+    QtDesktop qtDesktop;
+    Desktop* const desktop = &qtDesktop;
     const bool service = !commandLine.serviceName.isEmpty();
     QList<Pasteboard> requests;
     if (service) {
@@ -187,6 +188,7 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
     IndexerStop indexerStop;
     const Extraction extraction(*desktop, preferences, temporary, &indexerStop);
     ApplicationShell shell(preferences, extraction.context());
+    qtDesktop.setWindow(&shell.mainWindow());
     shell.batch().setConcurrency(filesAtOnce());
     QObject::connect(&shell, &ApplicationShell::eventLoopEndRequested, &app,
                      &QCoreApplication::quit);
