@@ -1,0 +1,431 @@
+#include "words/CorpusList.h"
+
+#include "words/CorpusStatistics.h"
+#include "words/CountFormatter.h"
+#include "words/DictionaryOrder.h"
+#include "words/ListFormats.h"
+#include "words/WordListRenderer.h"
+#include "words/WordOrdering.h"
+#include "words/WordSpread.h"
+#include "words/WordTableShaping.h"
+
+#include <algorithm>
+
+namespace tallyvox {
+
+namespace {
+
+// One entry as written: the word, its counts and where its dispersion is found.
+struct Row {
+    QStringView word;
+    /// In the files (0 for a word only the reference has), and in the reference.
+    qint64 count = 0;
+    qint64 referenceCount = 0;
+    /// The entry's index in the table the dispersion was taken of, or -1.
+    qsizetype entry = -1;
+    double g2 = 0;
+    double ratio = 0;
+    bool more = false;
+};
+
+// Which columns a list has, in the order they are written.
+struct Columns {
+    bool count = false;
+    bool range = false;
+    bool perMillion = false;
+    bool keyness = false;
+};
+
+// The figures of one cell, or nothing for a cell that has none.
+using Cell = std::optional<QByteArray>;
+
+qint64 writtenCount(qint64 count)
+{
+    return countToInt32(count).value_or(0);
+}
+
+// The rows of an ordinary list: its words in the list's order.
+std::vector<Row> ordinaryRows(const WordTable& table, const ListSettings& settings,
+                              const DictionaryOrder* dictionary)
+{
+    std::optional<WordOrder> words;
+    std::optional<WordOrder> counts;
+    OrderWords(settings.includeFrequency, table, words, counts, settings.alphabetical, dictionary);
+    std::vector<Row> rows;
+    if (!words) {
+        return rows;
+    }
+    rows.reserve(std::size_t(words->size()));
+    for (qsizetype i = 0; i < words->size(); ++i) {
+        Row row;
+        row.entry = words->tableIndex(i);
+        row.word = words->word(i);
+        row.count = words->count(i);
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+// The rows of a keyword list: every word of either side (a word the files never use is
+// the clearest case of one they use less), kept from the threshold up, those the files use
+// more first, each side by falling G2. files holds every word the files kept before the
+// minimum, which then leaves out a word the files use too seldom on either side.
+std::vector<Row> keywordRows(const WordTable& files, const WordTable& reference, double fileWords,
+                             double referenceWords, const WordListOptions& options)
+{
+    std::vector<Row> rows;
+    const auto keep = [&](Row row) {
+        const auto a = double(writtenCount(row.count));
+        const auto b = double(writtenCount(row.referenceCount));
+        row.g2 = logLikelihood(a, b, fileWords, referenceWords);
+        if (!(row.g2 >= options.keynessThreshold)) {
+            return;
+        }
+        row.ratio = logRatio(a, b, fileWords, referenceWords);
+        row.more = moreFrequent(a, b, fileWords, referenceWords);
+        rows.push_back(row);
+    };
+    const qint64 minimum = options.minimumCount;
+    qsizetype i = 0;
+    qsizetype j = 0;
+    // Both tables are in code-unit order: one walk pairs them.
+    while (i < files.size() || j < reference.size()) {
+        const int order = i >= files.size() ? 1
+                          : j >= reference.size()
+                              ? -1
+                              : CompareWordsAlphabetically(files.word(i), reference.word(j));
+        Row row;
+        if (order <= 0) {
+            row.word = files.word(i);
+            row.count = files.count(i);
+            row.entry = i;
+            row.referenceCount = order == 0 ? reference.count(j) : 0;
+            ++i;
+            j += order == 0 ? 1 : 0;
+            if (row.count < minimum) {
+                continue;
+            }
+        } else {
+            row.word = reference.word(j++);
+            row.referenceCount = reference.count(j - 1);
+        }
+        keep(row);
+    }
+    std::stable_sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
+        if (a.more != b.more) {
+            return a.more;
+        }
+        return a.g2 > b.g2;
+    });
+    return rows;
+}
+
+void appendFramed(QByteArray& text, SeparateBy separateBy, const QByteArray& value)
+{
+    switch (separateBy) {
+    case SeparateBy::Parentheses:
+        text += " (" + value + ')';
+        break;
+    case SeparateBy::Tab:
+        text += '\t' + value;
+        break;
+    case SeparateBy::Comma:
+        text += ',' + value;
+        break;
+    default:
+        break;
+    }
+}
+
+// The cells of a row after the word, in column order.
+class CellMaker {
+public:
+    CellMaker(const Columns& columns, const WordSpread* spread, const WordTable& table, bool folded,
+              double textWords)
+        : m_columns(columns), m_textWords(textWords)
+    {
+        if (columns.range && spread && spread->files() > 1) {
+            m_sums = spread->dispersionOf(table, folded);
+            m_parts = spread->parts();
+        }
+    }
+
+    template <typename Count>
+    void cells(const Row& row, const Count& count, std::vector<Cell>& out) const
+    {
+        out.clear();
+        if (m_columns.count) {
+            out.push_back(count(row.count));
+        }
+        if (m_columns.range) {
+            rangeCells(row, out);
+        }
+        if (m_columns.perMillion) {
+            const std::optional<qint32> written = countToInt32(row.count);
+            const std::optional<double> rate =
+                written ? perMillion(*written, m_textWords) : std::nullopt;
+            out.push_back(rate ? Cell(figureText(*rate)) : Cell());
+        }
+        if (m_columns.keyness) {
+            out.push_back(count(row.referenceCount));
+            out.push_back(figureText(row.g2));
+            out.push_back(figureText(row.ratio));
+            out.push_back(QByteArray(row.more ? "+" : "-"));
+        }
+    }
+
+private:
+    void rangeCells(const Row& row, std::vector<Cell>& out) const
+    {
+        if (m_sums.empty()) {
+            // One file: it holds every word it lists, and one part spreads nothing.
+            out.push_back(QByteArray::number(writtenCount(row.count) > 0 ? 1 : 0));
+            out.emplace_back();
+            out.emplace_back();
+            return;
+        }
+        const DispersionSums none;
+        const DispersionSums& sums = row.entry >= 0 ? m_sums[std::size_t(row.entry)] : none;
+        out.push_back(QByteArray::number(sums.range));
+        const std::optional<double> d = juillandD(sums, m_parts);
+        const std::optional<double> dp = deviationOfProportions(sums, m_parts);
+        out.push_back(d ? Cell(figureText(*d)) : Cell());
+        out.push_back(dp ? Cell(figureText(*dp)) : Cell());
+    }
+
+    Columns m_columns;
+    double m_textWords;
+    std::vector<DispersionSums> m_sums;
+    qint64 m_parts = 0;
+};
+
+QByteArray header(const Columns& columns, const char* separator)
+{
+    QByteArrayList names{"word"};
+    if (columns.count) {
+        names << "count";
+    }
+    if (columns.range) {
+        names << "range"
+              << "juilland d"
+              << "dp";
+    }
+    if (columns.perMillion) {
+        names << "per million";
+    }
+    if (columns.keyness) {
+        names << "reference count"
+              << "log-likelihood"
+              << "log ratio"
+              << "sign";
+    }
+    return names.join(separator);
+}
+
+QByteArray renderTable(const std::vector<Row>& rows, const Columns& columns, const CellMaker& cells,
+                       ListFormat format)
+{
+    const bool csv = format == ListFormat::Csv;
+    const char* separator = csv ? "," : "\t";
+    const char* rowEnd = csv ? "\r\n" : "\n";
+    QByteArray text = header(columns, separator) + rowEnd;
+    const auto count = [](qint64 value) -> Cell {
+        const std::optional<qint32> written = countToInt32(value);
+        return written ? Cell(QByteArray::number(*written)) : Cell();
+    };
+    std::vector<Cell> row;
+    for (const Row& entry : rows) {
+        text += (csv ? csvField(entry.word) : tsvField(entry.word)).toUtf8();
+        cells.cells(entry, count, row);
+        for (const Cell& cell : row) {
+            text += separator;
+            text += cell.value_or(QByteArray());
+        }
+        text += rowEnd;
+    }
+    return text;
+}
+
+QByteArray renderText(const std::vector<Row>& rows, const CellMaker& cells,
+                      const ListSettings& settings, const CountFormatter& locale)
+{
+    // The text's counts keep the locale's digits, as they do without the figures.
+    const auto count = [&locale](qint64 value) -> Cell {
+        const std::optional<qint32> written = countToInt32(value);
+        QByteArray digits;
+        if (!written || !locale.appendUtf8(digits, *written)) {
+            return {};
+        }
+        return digits;
+    };
+    QByteArray text;
+    std::vector<Cell> row;
+    for (const Row& entry : rows) {
+        text += entry.word.toUtf8();
+        cells.cells(entry, count, row);
+        for (const Cell& cell : row) {
+            appendFramed(text, settings.separateBy, cell.value_or(QByteArrayLiteral("-")));
+        }
+        AppendLineSeparator(text, settings.lineStyle);
+    }
+    return text;
+}
+
+bool endsLines(LineStyle lineStyle)
+{
+    return lineStyle == LineStyle::LineFeed || lineStyle == LineStyle::CarriageReturn ||
+           lineStyle == LineStyle::CarriageReturnLineFeed;
+}
+
+} // namespace
+
+HonestTotals textTotalsOf(const WordTable& table, const WordListOptions& options)
+{
+    HonestTotals totals;
+    totals.textWords = totalsOf(table).words;
+    totals.textDistinct = table.size();
+    if (options.foldCase) {
+        WordTable folded = table;
+        WordListOptions foldingOnly;
+        foldingOnly.foldCase = true;
+        shapeWordTable(folded, foldingOnly);
+        totals.textDistinct = folded.size();
+    }
+    return totals;
+}
+
+QString describeHonestTotals(const HonestTotals& totals)
+{
+    const double ratio =
+        totals.textWords > 0 ? double(totals.textDistinct) / double(totals.textWords) : 0.0;
+    QString text = QStringLiteral("%1 words in the text, %2 listed; %3 distinct words, %4 "
+                                  "listed; type/token ratio %5")
+                       .arg(totals.textWords)
+                       .arg(totals.listedWords)
+                       .arg(totals.textDistinct)
+                       .arg(totals.listedDistinct)
+                       .arg(QString::number(ratio, 'f', 4));
+    if (totals.files > 1) {
+        text += QStringLiteral("; %1 files").arg(totals.files);
+    }
+    if (totals.referenceWords) {
+        text += QStringLiteral("; %1 words in the reference").arg(*totals.referenceWords);
+    }
+    return text;
+}
+
+QByteArray totalsRows(const HonestTotals& totals, ListFormat format)
+{
+    const bool csv = format == ListFormat::Csv;
+    const QByteArray separator = csv ? "," : "\t";
+    const QByteArray rowEnd = csv ? "\r\n" : "\n";
+    const double ratio =
+        totals.textWords > 0 ? double(totals.textDistinct) / double(totals.textWords) : 0.0;
+    QByteArray text = rowEnd;
+    const auto row = [&](const char* name, const QByteArray& value) {
+        text += "# " + QByteArray(name) + separator + value + rowEnd;
+    };
+    row("words in the text", QByteArray::number(totals.textWords));
+    row("words listed", QByteArray::number(totals.listedWords));
+    row("distinct words in the text", QByteArray::number(totals.textDistinct));
+    row("distinct words listed", QByteArray::number(totals.listedDistinct));
+    row("type/token ratio", QByteArray::number(ratio, 'f', 4));
+    if (totals.files > 1) {
+        row("files", QByteArray::number(totals.files));
+    }
+    if (totals.referenceWords) {
+        row("words in the reference", QByteArray::number(*totals.referenceWords));
+    }
+    return text;
+}
+
+RenderedList renderCorpusList(WordTable table, const ListSettings& settings, const QString& subject,
+                              const ListSources& sources)
+{
+    const WordListOptions& options = settings.options;
+    HonestTotals totals = textTotalsOf(table, options);
+    if (sources.spread) {
+        totals.files = sources.spread->files();
+    }
+    const bool keywords = sources.reference != nullptr;
+    Columns columns;
+    columns.count = settings.includeFrequency || keywords;
+    columns.range = options.includeRange;
+    columns.perMillion = options.includePerMillion;
+    columns.keyness = keywords;
+
+    // The rows point into both tables, which stay until the rows are written.
+    WordTable reference;
+    std::vector<Row> rows;
+    if (keywords) {
+        // The minimum is the walk's to apply, so that a word it leaves out of the files
+        // does not come back from the reference with a count of 0.
+        WordListOptions shaping = options;
+        shaping.minimumCount = 1;
+        shapeWordTable(table, shaping);
+        reference = *sources.reference;
+        totals.referenceWords = totalsOf(reference).words;
+        shapeWordTable(reference, shaping);
+        rows = keywordRows(table, reference, double(totals.textWords),
+                           double(*totals.referenceWords), options);
+    } else {
+        shapeWordTable(table, options);
+        std::optional<DictionaryOrder> dictionary;
+        if (options.dictionaryOrder) {
+            dictionary.emplace(collationLocaleOfEnvironment());
+        }
+        rows = ordinaryRows(table, settings, dictionary ? &*dictionary : nullptr);
+    }
+    totals.listedDistinct = qint64(rows.size());
+    for (const Row& row : rows) {
+        totals.listedWords += writtenCount(row.count);
+    }
+
+    RenderedList list;
+    if (!subject.isEmpty()) {
+        list.logLines.append(QStringLiteral("There are %1 words in %2")
+                                 .arg(columns.count ? totals.listedWords : 0)
+                                 .arg(subject));
+    }
+    if (rows.empty()) {
+        return list;
+    }
+    const CellMaker cells(columns, sources.spread, table, options.foldCase,
+                          double(totals.textWords));
+    if (options.listFormat != ListFormat::Text) {
+        QByteArray text = renderTable(rows, columns, cells, options.listFormat);
+        if (options.includeTotals) {
+            text += totalsRows(totals, options.listFormat);
+            if (options.listFormat == ListFormat::Csv && !subject.isEmpty()) {
+                list.logLines.append(
+                    QStringLiteral("Totals of %1: %2").arg(subject, describeHonestTotals(totals)));
+            }
+        }
+        list.text = std::move(text);
+        return list;
+    }
+    const CountFormatter locale;
+    if (!locale.isValid()) {
+        list.text = QByteArray();
+        return list;
+    }
+    QByteArray text = renderText(rows, cells, settings, locale);
+    if (options.includeTotals) {
+        appendTotals(text, totals, settings.lineStyle);
+    }
+    list.text = std::move(text);
+    return list;
+}
+
+void appendTotals(QByteArray& text, const HonestTotals& totals, LineStyle lineStyle)
+{
+    const QByteArray line = "# " + describeHonestTotals(totals).toUtf8();
+    if (endsLines(lineStyle)) {
+        text += line;
+        AppendLineSeparator(text, lineStyle);
+    } else {
+        text += '\n' + line + '\n';
+    }
+}
+
+} // namespace tallyvox

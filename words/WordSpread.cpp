@@ -1,0 +1,160 @@
+#include "words/WordSpread.h"
+
+#include "words/WordTableShaping.h"
+
+#include <QHash>
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
+#include <string_view>
+
+namespace tallyvox {
+
+namespace {
+
+constexpr quint32 none = std::numeric_limits<quint32>::max();
+
+std::u16string_view unitsOf(QStringView word)
+{
+    return {word.utf16(), std::size_t(word.size())};
+}
+
+} // namespace
+
+quint32 WordSpread::idOf(QStringView word)
+{
+    const std::size_t words = m_totals.size();
+    if (m_slots.size() < words * 2 + 16) {
+        std::vector<quint32> grown(std::max<std::size_t>(64, m_slots.size() * 2), none);
+        const std::size_t mask = grown.size() - 1;
+        for (quint32 id = 0; id < words; ++id) {
+            std::size_t slot = qHash(wordOf(id)) & mask;
+            while (grown[slot] != none) {
+                slot = (slot + 1) & mask;
+            }
+            grown[slot] = id;
+        }
+        m_slots = std::move(grown);
+    }
+    const std::size_t mask = m_slots.size() - 1;
+    std::size_t slot = qHash(word) & mask;
+    for (; m_slots[slot] != none; slot = (slot + 1) & mask) {
+        if (unitsOf(wordOf(m_slots[slot])) == unitsOf(word)) {
+            return m_slots[slot];
+        }
+    }
+    const auto id = quint32(words);
+    m_slots[slot] = id;
+    m_text.insert(m_text.end(), word.utf16(), word.utf16() + word.size());
+    m_offsets.push_back(m_text.size());
+    m_totals.push_back(0);
+    return id;
+}
+
+void WordSpread::add(const WordTable& table)
+{
+    m_fileStarts.push_back(m_postings.size());
+    qint64 words = 0;
+    m_postings.reserve(m_postings.size() + std::size_t(table.size()));
+    for (qsizetype i = 0; i < table.size(); ++i) {
+        const qint64 count = table.count(i);
+        const std::size_t before = m_totals.size();
+        const quint32 id = idOf(table.word(i));
+        // The first count stands as it is, so that a sum matches addWordTable's.
+        m_totals[id] = m_totals.size() > before ? count : addCounts(m_totals[id], count);
+        // A count that is no integer or beyond 32 bits is not one the list writes either.
+        const std::optional<qint32> written = countToInt32(count);
+        const quint32 kept = written && *written > 0 ? quint32(*written) : 0;
+        m_postings.push_back({id, kept});
+        words += kept;
+    }
+    m_fileWords.push_back(double(words));
+}
+
+qint64 WordSpread::parts() const
+{
+    return std::count_if(m_fileWords.begin(), m_fileWords.end(),
+                         [](double words) { return words > 0; });
+}
+
+WordTable WordSpread::sum() const
+{
+    std::vector<quint32> order(m_totals.size());
+    std::iota(order.begin(), order.end(), 0U);
+    std::sort(order.begin(), order.end(),
+              [this](quint32 a, quint32 b) { return unitsOf(wordOf(a)) < unitsOf(wordOf(b)); });
+    WordTable table;
+    table.reserve(qsizetype(order.size()), qsizetype(m_text.size()));
+    for (const quint32 id : order) {
+        table.insert(wordOf(id), m_totals[id]);
+    }
+    return table;
+}
+
+// The entry of shaped each word went into, or -1.
+std::vector<qint32> WordSpread::entriesOfWords(const WordTable& shaped, bool folded) const
+{
+    std::vector<qint32> entries(m_totals.size(), -1);
+    if (!folded) {
+        for (std::size_t id = 0; id < entries.size(); ++id) {
+            entries[id] = qint32(shaped.indexOf(wordOf(quint32(id))));
+        }
+        return entries;
+    }
+    QHash<QString, qint32> byKey;
+    byKey.reserve(shaped.size());
+    for (qsizetype i = 0; i < shaped.size(); ++i) {
+        byKey.insert(foldCase(shaped.word(i)), qint32(i));
+    }
+    for (std::size_t id = 0; id < entries.size(); ++id) {
+        entries[id] = byKey.value(foldCase(wordOf(quint32(id))), -1);
+    }
+    return entries;
+}
+
+std::vector<DispersionSums> WordSpread::dispersionOf(const WordTable& shaped, bool folded) const
+{
+    const std::vector<qint32> entries = entriesOfWords(shaped, folded);
+    std::vector<DispersionSums> sums(std::size_t(shaped.size()));
+    const double corpusWords = std::accumulate(m_fileWords.begin(), m_fileWords.end(), 0.0);
+    std::vector<double> entryTotals(sums.size());
+    for (std::size_t e = 0; e < sums.size(); ++e) {
+        entryTotals[e] = double(countToInt32(shaped.count(qsizetype(e))).value_or(0));
+    }
+    // Words folded into one entry are counted together within a file before the file's
+    // share is taken: the measures are not additive over forms.
+    std::vector<std::size_t> lastFile(sums.size(), std::numeric_limits<std::size_t>::max());
+    std::vector<double> pending(sums.size(), 0.0);
+    const auto flush = [&](std::size_t entry) {
+        const std::size_t file = lastFile[entry];
+        sums[entry].add(pending[entry], entryTotals[entry], m_fileWords[file], corpusWords);
+        pending[entry] = 0;
+    };
+    for (std::size_t file = 0; file < m_fileStarts.size(); ++file) {
+        const std::size_t end =
+            file + 1 < m_fileStarts.size() ? m_fileStarts[file + 1] : m_postings.size();
+        for (std::size_t i = m_fileStarts[file]; i < end; ++i) {
+            const qint32 entry = entries[m_postings[i].word];
+            if (entry < 0) {
+                continue;
+            }
+            const auto e = std::size_t(entry);
+            if (lastFile[e] != file) {
+                if (lastFile[e] != std::numeric_limits<std::size_t>::max()) {
+                    flush(e);
+                }
+                lastFile[e] = file;
+            }
+            pending[e] += m_postings[i].count;
+        }
+    }
+    for (std::size_t e = 0; e < sums.size(); ++e) {
+        if (lastFile[e] != std::numeric_limits<std::size_t>::max()) {
+            flush(e);
+        }
+    }
+    return sums;
+}
+
+} // namespace tallyvox
