@@ -1,8 +1,8 @@
+#include "words/ReferenceCorpus.h"
 #include "prefs/PreferenceStore.h"
 #include "tests/common/FakeIndexer.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
-#include "words/ReferenceCorpus.h"
 
 #include <QDir>
 #include <QSignalSpy>
@@ -72,8 +72,8 @@ private slots:
         QTest::newRow("TSV with escapes and an older totals line")
             << "word\tcount\ntab\\there\t1\nback\\\\slash\t2\n# 3 words, 2 distinct words\n"_ba
             << u"back\\slash=2 tab\there=1"_s;
-        QTest::newRow("byte-order mark") << "\xEF\xBB\xBFword\tcount\n\xC3\xBC\t5\n"_ba
-                                         << u"\u00fc=5"_s;
+        QTest::newRow("byte-order mark")
+            << "\xEF\xBB\xBFword\tcount\n\xC3\xBC\t5\n"_ba << u"\u00fc=5"_s;
         QTest::newRow("a word twice") << "word,count\r\na,2\r\na,3\r\n"_ba << u"a=5"_s;
         QTest::newRow("header only") << "word,count\r\n"_ba << QString();
         QTest::newRow("no count column") << "word\r\nthe\r\n"_ba << u"none"_s;
@@ -97,8 +97,8 @@ private slots:
         QTest::addColumn<QString>("setting");
         QTest::addColumn<QString>("expected");
         QTest::addColumn<int>("indexerRuns");
-        QTest::newRow("a document") << QStringList{u"ref.txt:a b b"_s} << u"~/ref.txt"_s
-                                    << u"a=1 b=2"_s << 1;
+        QTest::newRow("a document")
+            << QStringList{u"ref.txt:a b b"_s} << u"~/ref.txt"_s << u"a=1 b=2"_s << 1;
         QTest::newRow("a relative path")
             << QStringList{u"ref.txt:a b b"_s} << u"ref.txt"_s << u"a=1 b=2"_s << 1;
         QTest::newRow("a folder and its subfolders")
@@ -108,16 +108,14 @@ private slots:
         QTest::newRow("a word list, not indexed")
             << QStringList{u"ref.csv:word,count\r\nx,7\r\n"_s} << u"~/ref.csv"_s << u"x=7"_s << 0;
         QTest::newRow("a CSV document")
-            << QStringList{u"data.csv:name,age x"_s} << u"~/data.csv"_s << u"name,age=1 x=1"_s
-            << 1;
+            << QStringList{u"data.csv:name,age x"_s} << u"~/data.csv"_s << u"name,age=1 x=1"_s << 1;
         QTest::newRow("missing") << QStringList{} << u"~/nothing.txt"_s << u"none"_s << 0;
         QTest::newRow("an empty folder")
             << QStringList{u"corpus/.keep:"_s} << u"~/corpus/empty"_s << u"none"_s << 0;
         QTest::newRow("a document without words")
             << QStringList{u"ref.txt:"_s} << u"~/ref.txt"_s << u"none"_s << 1;
         QTest::newRow("a word list that is broken")
-            << QStringList{u"ref.tsv:word\tcount\nx\tmany\n"_s} << u"~/ref.tsv"_s << u"none"_s
-            << 0;
+            << QStringList{u"ref.tsv:word\tcount\nx\tmany\n"_s} << u"~/ref.tsv"_s << u"none"_s << 0;
     }
     void referencesOfEachKind()
     {
@@ -128,8 +126,7 @@ private slots:
         World w;
         QDir().mkpath(w.env.home() + u"/corpus/empty"_s);
         for (const QString& file : files) {
-            w.env.writeFile(u"home/"_s + file.section(u':', 0, 0),
-                            file.section(u':', 1).toUtf8());
+            w.env.writeFile(u"home/"_s + file.section(u':', 0, 0), file.section(u':', 1).toUtf8());
         }
         const std::shared_ptr<const WordTable> table = w.read(setting);
         QCOMPARE(described(table ? std::optional(*table) : std::nullopt), expected);
