@@ -237,7 +237,7 @@ QString commandLineHelp()
         "                    empty row [false]\n"
         "  IncludeRange      true: each word's range (files holding it), and over a\n"
         "                    combined list's files Juilland's D and Gries' DP; one\n"
-        "                    file has range 1 and no dispersion (\"-\", empty cell) [false]\n"
+        "                    file: range 1, no dispersion (\"-\", an empty cell) [false]\n"
         "  IncludePerMillion true: each word's count per million words of the\n"
         "                    text [false]\n"
         "  ReferencePath     a document, a folder of documents or a CSV or TSV word\n"
