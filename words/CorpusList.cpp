@@ -15,17 +15,36 @@ namespace tallyvox {
 
 namespace {
 
-// One entry as written: the word, its counts and where its dispersion is found.
+// One entry of the list, kept small since a keyword list has one for every word of
+// either side: where it stands in the files' table (which the dispersion was taken of) and
+// in the reference's, -1 where it is not.
 struct Row {
+    qint32 entry = -1;
+    qint32 referenceEntry = -1;
+    double g2 = 0;
+    bool more = false;
+};
+
+// An entry as written: the word, its counts and its figures.
+struct Entry {
     QStringView word;
     /// In the files (0 for a word only the reference has), and in the reference.
     qint64 count = 0;
     qint64 referenceCount = 0;
-    /// The entry's index in the table the dispersion was taken of, or -1.
     qsizetype entry = -1;
     double g2 = 0;
     double ratio = 0;
     bool more = false;
+};
+
+// The two tables a list's rows point into, and the sizes of the two sides.
+struct Sides {
+    const WordTable& files;
+    const WordTable* reference = nullptr;
+    double fileWords = 0;
+    double referenceWords = 0;
+
+    Entry entryOf(const Row& row) const;
 };
 
 // Which columns a list has, in the order they are written.
@@ -44,6 +63,28 @@ qint64 writtenCount(qint64 count)
     return countToInt32(count).value_or(0);
 }
 
+Entry Sides::entryOf(const Row& row) const
+{
+    Entry entry;
+    entry.entry = row.entry;
+    if (row.entry >= 0) {
+        entry.word = files.word(row.entry);
+        entry.count = files.count(row.entry);
+    }
+    if (reference && row.referenceEntry >= 0) {
+        entry.word = reference->word(row.referenceEntry);
+        entry.referenceCount = reference->count(row.referenceEntry);
+    }
+    if (reference) {
+        entry.g2 = row.g2;
+        entry.more = row.more;
+        entry.ratio =
+            logRatio(double(writtenCount(entry.count)), double(writtenCount(entry.referenceCount)),
+                     fileWords, referenceWords);
+    }
+    return entry;
+}
+
 // The rows of an ordinary list: its words in the list's order.
 std::vector<Row> ordinaryRows(const WordTable& table, const ListSettings& settings,
                               const DictionaryOrder* dictionary)
@@ -58,9 +99,7 @@ std::vector<Row> ordinaryRows(const WordTable& table, const ListSettings& settin
     rows.reserve(std::size_t(words->size()));
     for (qsizetype i = 0; i < words->size(); ++i) {
         Row row;
-        row.entry = words->tableIndex(i);
-        row.word = words->word(i);
-        row.count = words->count(i);
+        row.entry = qint32(words->tableIndex(i));
         rows.push_back(row);
     }
     return rows;
@@ -70,19 +109,19 @@ std::vector<Row> ordinaryRows(const WordTable& table, const ListSettings& settin
 // the clearest case of one they use less), kept from the threshold up, those the files use
 // more first, each side by falling G2. files holds every word the files kept before the
 // minimum, which then leaves out a word the files use too seldom on either side.
-std::vector<Row> keywordRows(const WordTable& files, const WordTable& reference, double fileWords,
-                             double referenceWords, const WordListOptions& options)
+std::vector<Row> keywordRows(const Sides& sides, const WordListOptions& options)
 {
+    const WordTable& files = sides.files;
+    const WordTable& reference = *sides.reference;
     std::vector<Row> rows;
-    const auto keep = [&](Row row) {
-        const auto a = double(writtenCount(row.count));
-        const auto b = double(writtenCount(row.referenceCount));
-        row.g2 = logLikelihood(a, b, fileWords, referenceWords);
+    const auto keep = [&](Row row, qint64 count, qint64 referenceCount) {
+        const auto a = double(writtenCount(count));
+        const auto b = double(writtenCount(referenceCount));
+        row.g2 = logLikelihood(a, b, sides.fileWords, sides.referenceWords);
         if (!(row.g2 >= options.keynessThreshold)) {
             return;
         }
-        row.ratio = logRatio(a, b, fileWords, referenceWords);
-        row.more = moreFrequent(a, b, fileWords, referenceWords);
+        row.more = moreFrequent(a, b, sides.fileWords, sides.referenceWords);
         rows.push_back(row);
     };
     const qint64 minimum = options.minimumCount;
@@ -95,21 +134,20 @@ std::vector<Row> keywordRows(const WordTable& files, const WordTable& reference,
                               ? -1
                               : CompareWordsAlphabetically(files.word(i), reference.word(j));
         Row row;
-        if (order <= 0) {
-            row.word = files.word(i);
-            row.count = files.count(i);
-            row.entry = i;
-            row.referenceCount = order == 0 ? reference.count(j) : 0;
-            ++i;
-            j += order == 0 ? 1 : 0;
-            if (row.count < minimum) {
-                continue;
-            }
-        } else {
-            row.word = reference.word(j++);
-            row.referenceCount = reference.count(j - 1);
+        if (order > 0) {
+            row.referenceEntry = qint32(j++);
+            keep(row, 0, reference.count(row.referenceEntry));
+            continue;
         }
-        keep(row);
+        row.entry = qint32(i++);
+        qint64 referenceCount = 0;
+        if (order == 0) {
+            row.referenceEntry = qint32(j++);
+            referenceCount = reference.count(row.referenceEntry);
+        }
+        if (files.count(row.entry) >= minimum) {
+            keep(row, files.count(row.entry), referenceCount);
+        }
     }
     std::stable_sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
         if (a.more != b.more) {
@@ -151,7 +189,7 @@ public:
     }
 
     template <typename Count>
-    void cells(const Row& row, const Count& count, std::vector<Cell>& out) const
+    void cells(const Entry& row, const Count& count, std::vector<Cell>& out) const
     {
         out.clear();
         if (m_columns.count) {
@@ -175,7 +213,7 @@ public:
     }
 
 private:
-    void rangeCells(const Row& row, std::vector<Cell>& out) const
+    void rangeCells(const Entry& row, std::vector<Cell>& out) const
     {
         if (m_sums.empty()) {
             // One file: it holds every word it lists, and one part spreads nothing.
@@ -222,8 +260,8 @@ QByteArray header(const Columns& columns, const char* separator)
     return names.join(separator);
 }
 
-QByteArray renderTable(const std::vector<Row>& rows, const Columns& columns, const CellMaker& cells,
-                       ListFormat format)
+QByteArray renderTable(const std::vector<Row>& rows, const Sides& sides, const Columns& columns,
+                       const CellMaker& cells, ListFormat format)
 {
     const bool csv = format == ListFormat::Csv;
     const char* separator = csv ? "," : "\t";
@@ -234,7 +272,8 @@ QByteArray renderTable(const std::vector<Row>& rows, const Columns& columns, con
         return written ? Cell(QByteArray::number(*written)) : Cell();
     };
     std::vector<Cell> row;
-    for (const Row& entry : rows) {
+    for (const Row& stored : rows) {
+        const Entry entry = sides.entryOf(stored);
         text += (csv ? csvField(entry.word) : tsvField(entry.word)).toUtf8();
         cells.cells(entry, count, row);
         for (const Cell& cell : row) {
@@ -246,7 +285,7 @@ QByteArray renderTable(const std::vector<Row>& rows, const Columns& columns, con
     return text;
 }
 
-QByteArray renderText(const std::vector<Row>& rows, const CellMaker& cells,
+QByteArray renderText(const std::vector<Row>& rows, const Sides& sides, const CellMaker& cells,
                       const ListSettings& settings, const CountFormatter& locale)
 {
     // The text's counts keep the locale's digits, as they do without the figures.
@@ -260,7 +299,8 @@ QByteArray renderText(const std::vector<Row>& rows, const CellMaker& cells,
     };
     QByteArray text;
     std::vector<Cell> row;
-    for (const Row& entry : rows) {
+    for (const Row& stored : rows) {
+        const Entry entry = sides.entryOf(stored);
         text += entry.word.toUtf8();
         cells.cells(entry, count, row);
         for (const Cell& cell : row) {
@@ -355,7 +395,9 @@ RenderedList renderCorpusList(WordTable table, const ListSettings& settings, con
     columns.keyness = keywords;
 
     // The rows point into both tables, which stay until the rows are written.
-    WordTable reference;
+    WordTable shapedReference;
+    Sides sides{table};
+    sides.fileWords = double(totals.textWords);
     std::vector<Row> rows;
     if (keywords) {
         // The minimum is the walk's to apply, so that a word it leaves out of the files
@@ -363,11 +405,16 @@ RenderedList renderCorpusList(WordTable table, const ListSettings& settings, con
         WordListOptions shaping = options;
         shaping.minimumCount = 1;
         shapeWordTable(table, shaping);
-        reference = *sources.reference;
-        totals.referenceWords = totalsOf(reference).words;
-        shapeWordTable(reference, shaping);
-        rows = keywordRows(table, reference, double(totals.textWords),
-                           double(*totals.referenceWords), options);
+        totals.referenceWords = totalsOf(*sources.reference).words;
+        sides.reference = sources.reference.get();
+        // A reference as large as the files is not copied unless something changes it.
+        if (!shaping.keepsEveryWord()) {
+            shapedReference = *sources.reference;
+            shapeWordTable(shapedReference, shaping);
+            sides.reference = &shapedReference;
+        }
+        sides.referenceWords = double(*totals.referenceWords);
+        rows = keywordRows(sides, options);
     } else {
         shapeWordTable(table, options);
         std::optional<DictionaryOrder> dictionary;
@@ -378,7 +425,7 @@ RenderedList renderCorpusList(WordTable table, const ListSettings& settings, con
     }
     totals.listedDistinct = qint64(rows.size());
     for (const Row& row : rows) {
-        totals.listedWords += writtenCount(row.count);
+        totals.listedWords += row.entry >= 0 ? writtenCount(table.count(row.entry)) : 0;
     }
 
     RenderedList list;
@@ -393,7 +440,7 @@ RenderedList renderCorpusList(WordTable table, const ListSettings& settings, con
     const CellMaker cells(columns, sources.spread, table, options.foldCase,
                           double(totals.textWords));
     if (options.listFormat != ListFormat::Text) {
-        QByteArray text = renderTable(rows, columns, cells, options.listFormat);
+        QByteArray text = renderTable(rows, sides, columns, cells, options.listFormat);
         if (options.includeTotals) {
             text += totalsRows(totals, options.listFormat);
             if (options.listFormat == ListFormat::Csv && !subject.isEmpty()) {
@@ -409,7 +456,7 @@ RenderedList renderCorpusList(WordTable table, const ListSettings& settings, con
         list.text = QByteArray();
         return list;
     }
-    QByteArray text = renderText(rows, cells, settings, locale);
+    QByteArray text = renderText(rows, sides, cells, settings, locale);
     if (options.includeTotals) {
         appendTotals(text, totals, settings.lineStyle);
     }

@@ -56,7 +56,6 @@ void WordSpread::add(const WordTable& table)
 {
     m_fileStarts.push_back(m_postings.size());
     qint64 words = 0;
-    m_postings.reserve(m_postings.size() + std::size_t(table.size()));
     for (qsizetype i = 0; i < table.size(); ++i) {
         const qint64 count = table.count(i);
         const std::size_t before = m_totals.size();
