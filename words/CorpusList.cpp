@@ -384,9 +384,7 @@ RenderedList renderCorpusList(WordTable table, const ListSettings& settings, con
 {
     const WordListOptions& options = settings.options;
     HonestTotals totals = textTotalsOf(table, options);
-    if (sources.spread) {
-        totals.files = sources.spread->files();
-    }
+    totals.files = sources.files;
     const bool keywords = sources.reference != nullptr;
     Columns columns;
     columns.count = settings.includeFrequency || keywords;

@@ -21,6 +21,8 @@ struct ListSources {
     const WordSpread* spread = nullptr;
     /// The reference's words as read (neither folded nor stopped), for a keyword list.
     std::shared_ptr<const WordTable> reference;
+    /// The files of a combined list, for its totals; 0 for one file's list.
+    qint64 files = 0;
 };
 
 /// The totals of a list, said so that nobody takes the list for the whole text.

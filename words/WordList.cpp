@@ -302,6 +302,7 @@ Status WordListRun::finish(const WordContext& context, bool quitting)
         words = spread->sum();
         sources.spread = &*spread;
     }
+    sources.files = files;
     const bool ofSeveralFiles = files > 1;
     const QString name = ofSeveralFiles ? QLatin1String(combinedListName) : m_firstName;
     const QString listName = name + listExtension(settings.options.listFormat);

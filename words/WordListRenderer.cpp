@@ -5,7 +5,6 @@
 #include "words/DictionaryOrder.h"
 #include "words/ListFormats.h"
 #include "words/WordOrdering.h"
-#include "words/WordSpread.h"
 #include "words/WordTableShaping.h"
 
 namespace tallyvox {
@@ -155,7 +154,7 @@ RenderedList renderWordTable(WordTable table, const ListSettings& settings, cons
         const ListTotals listed = totalsOf(table);
         totals->listedWords = listed.words;
         totals->listedDistinct = listed.distinctWords;
-        totals->files = sources.spread ? sources.spread->files() : 0;
+        totals->files = sources.files;
     }
     const WordOrder* shownCounts = counts ? &*counts : nullptr;
     if (options.listFormat != ListFormat::Text) {

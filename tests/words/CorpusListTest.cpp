@@ -231,6 +231,7 @@ private slots:
         settings.options.listFormat = ListFormat::Tsv;
         ListSources sources;
         sources.spread = &spread;
+        sources.files = spread.files();
         QCOMPARE(rendered(spread.sum(), settings, sources),
                  u"word\tcount\na\t3\nb\t3\n\n# words in the text\t6\n# words listed\t6\n"
                  u"# distinct words in the text\t2\n# distinct words listed\t2\n"

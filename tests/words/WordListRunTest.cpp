@@ -195,6 +195,18 @@ private slots:
         const QString list = u"Combined/Combined word list.tsv"_s;
         QCOMPARE(w.lists(), QStringList{list});
         QCOMPARE(readTsv(w.output() + u'/' + list), sum);
+        // The totals of the text, as rows after an empty row, and the files they came from.
+        w.prefs.writeBool(prefs::IncludeTotals, true);
+        QCOMPARE(w.runBatch(files, true), noErr);
+        QFile withTotals(w.output() + u'/' + list);
+        QVERIFY(withTotals.open(QIODevice::ReadOnly));
+        QVERIFY(withTotals.readAll().endsWith("\n\n# words in the text\t19\n# words listed\t19\n"
+                                              "# distinct words in the text\t15\n"
+                                              "# distinct words listed\t15\n"
+                                              "# type/token ratio\t0.7895\n# files\t3\n"));
+        w.desktop.clear();
+        w.prefs.writeBool(prefs::IncludeTotals, false);
+        QCOMPARE(w.runBatch(files, true), noErr);
         QCOMPARE(w.desktop.texts(u"editor"_s), QStringList{w.output() + u'/' + list});
         QVERIFY(w.desktop.logLines().contains(u"There are 19 words in 3 files"_s));
     }
