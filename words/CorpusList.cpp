@@ -55,9 +55,6 @@ struct Columns {
     bool keyness = false;
 };
 
-// The figures of one cell, or nothing for a cell that has none.
-using Cell = std::optional<QByteArray>;
-
 qint64 writtenCount(qint64 count)
 {
     return countToInt32(count).value_or(0);
@@ -158,24 +155,15 @@ std::vector<Row> keywordRows(const Sides& sides, const WordListOptions& options)
     return rows;
 }
 
-void appendFramed(QByteArray& text, SeparateBy separateBy, const QByteArray& value)
-{
-    switch (separateBy) {
-    case SeparateBy::Parentheses:
-        text += " (" + value + ')';
-        break;
-    case SeparateBy::Tab:
-        text += '\t' + value;
-        break;
-    case SeparateBy::Comma:
-        text += ',' + value;
-        break;
-    default:
-        break;
-    }
-}
+// How a row's cells are written: framed as the text frames the count, or as table fields.
+struct Frame {
+    const char* before;
+    const char* after;
+    /// What a cell without a value shows.
+    const char* missing;
+};
 
-// The cells of a row after the word, in column order.
+// The cells of a row after the word, in column order, straight into the list's text.
 class CellMaker {
 public:
     CellMaker(const Columns& columns, const WordSpread* spread, const WordTable& table, bool folded,
@@ -188,47 +176,65 @@ public:
         }
     }
 
-    template <typename Count>
-    void cells(const Entry& row, const Count& count, std::vector<Cell>& out) const
+    /// appendCount(text, count) appends a count's digits, false when it has none.
+    template <typename AppendCount>
+    void cells(QByteArray& text, const Entry& row, const Frame& frame,
+               const AppendCount& appendCount) const
     {
-        out.clear();
+        const auto cell = [&](const auto& append) {
+            text += frame.before;
+            if (!append()) {
+                text += frame.missing;
+            }
+            text += frame.after;
+        };
+        const auto count = [&](qint64 value) { cell([&] { return appendCount(text, value); }); };
+        const auto figure = [&](std::optional<double> value) {
+            cell([&] {
+                if (value) {
+                    appendFigure(text, *value);
+                }
+                return value.has_value();
+            });
+        };
+        const auto literal = [&](const QByteArray& value) {
+            cell([&] {
+                text += value;
+                return true;
+            });
+        };
         if (m_columns.count) {
-            out.push_back(count(row.count));
+            count(row.count);
         }
         if (m_columns.range) {
-            rangeCells(row, out);
+            const DispersionSums& sums = dispersionOf(row);
+            literal(QByteArray::number(sums.range));
+            figure(juillandD(sums, m_parts));
+            figure(deviationOfProportions(sums, m_parts));
         }
         if (m_columns.perMillion) {
             const std::optional<qint32> written = countToInt32(row.count);
-            const std::optional<double> rate =
-                written ? perMillion(*written, m_textWords) : std::nullopt;
-            out.push_back(rate ? Cell(figureText(*rate)) : Cell());
+            figure(written ? perMillion(*written, m_textWords) : std::nullopt);
         }
         if (m_columns.keyness) {
-            out.push_back(count(row.referenceCount));
-            out.push_back(figureText(row.g2));
-            out.push_back(figureText(row.ratio));
-            out.push_back(QByteArray(row.more ? "+" : "-"));
+            count(row.referenceCount);
+            figure(row.g2);
+            figure(row.ratio);
+            literal(QByteArray(row.more ? "+" : "-"));
         }
     }
 
 private:
-    void rangeCells(const Entry& row, std::vector<Cell>& out) const
+    // Of one file, the range is 1 for every word it lists, and one part spreads nothing:
+    // m_parts stays 0, which the measures answer with nothing.
+    DispersionSums dispersionOf(const Entry& row) const
     {
         if (m_sums.empty()) {
-            // One file: it holds every word it lists, and one part spreads nothing.
-            out.push_back(QByteArray::number(writtenCount(row.count) > 0 ? 1 : 0));
-            out.emplace_back();
-            out.emplace_back();
-            return;
+            DispersionSums single;
+            single.range = writtenCount(row.count) > 0 ? 1 : 0;
+            return single;
         }
-        const DispersionSums none;
-        const DispersionSums& sums = row.entry >= 0 ? m_sums[std::size_t(row.entry)] : none;
-        out.push_back(QByteArray::number(sums.range));
-        const std::optional<double> d = juillandD(sums, m_parts);
-        const std::optional<double> dp = deviationOfProportions(sums, m_parts);
-        out.push_back(d ? Cell(figureText(*d)) : Cell());
-        out.push_back(dp ? Cell(figureText(*dp)) : Cell());
+        return row.entry >= 0 ? m_sums[std::size_t(row.entry)] : DispersionSums();
     }
 
     Columns m_columns;
@@ -267,19 +273,18 @@ QByteArray renderTable(const std::vector<Row>& rows, const Sides& sides, const C
     const char* separator = csv ? "," : "\t";
     const char* rowEnd = csv ? "\r\n" : "\n";
     QByteArray text = header(columns, separator) + rowEnd;
-    const auto count = [](qint64 value) -> Cell {
+    const Frame frame{separator, "", ""};
+    const auto appendCount = [](QByteArray& out, qint64 value) {
         const std::optional<qint32> written = countToInt32(value);
-        return written ? Cell(QByteArray::number(*written)) : Cell();
+        if (written) {
+            out += QByteArray::number(*written);
+        }
+        return written.has_value();
     };
-    std::vector<Cell> row;
     for (const Row& stored : rows) {
         const Entry entry = sides.entryOf(stored);
         text += (csv ? csvField(entry.word) : tsvField(entry.word)).toUtf8();
-        cells.cells(entry, count, row);
-        for (const Cell& cell : row) {
-            text += separator;
-            text += cell.value_or(QByteArray());
-        }
+        cells.cells(text, entry, frame, appendCount);
         text += rowEnd;
     }
     return text;
@@ -289,22 +294,31 @@ QByteArray renderText(const std::vector<Row>& rows, const Sides& sides, const Ce
                       const ListSettings& settings, const CountFormatter& locale)
 {
     // The text's counts keep the locale's digits, as they do without the figures.
-    const auto count = [&locale](qint64 value) -> Cell {
+    const auto appendCount = [&locale](QByteArray& out, qint64 value) {
         const std::optional<qint32> written = countToInt32(value);
-        QByteArray digits;
-        if (!written || !locale.appendUtf8(digits, *written)) {
-            return {};
-        }
-        return digits;
+        return written && locale.appendUtf8(out, *written);
     };
+    std::optional<Frame> frame;
+    switch (settings.separateBy) {
+    case SeparateBy::Parentheses:
+        frame = Frame{" (", ")", "-"};
+        break;
+    case SeparateBy::Tab:
+        frame = Frame{"\t", "", "-"};
+        break;
+    case SeparateBy::Comma:
+        frame = Frame{",", "", "-"};
+        break;
+    default:
+        // A count style that leaves the count out leaves the figures out with it.
+        break;
+    }
     QByteArray text;
-    std::vector<Cell> row;
     for (const Row& stored : rows) {
         const Entry entry = sides.entryOf(stored);
         text += entry.word.toUtf8();
-        cells.cells(entry, count, row);
-        for (const Cell& cell : row) {
-            appendFramed(text, settings.separateBy, cell.value_or(QByteArrayLiteral("-")));
+        if (frame) {
+            cells.cells(text, entry, *frame, appendCount);
         }
         AppendLineSeparator(text, settings.lineStyle);
     }

@@ -96,19 +96,51 @@ std::optional<double> perMillion(double count, double words)
 
 QByteArray figureText(double value)
 {
-    QByteArray text = QByteArray::number(value, 'f', 4);
-    if (text.contains('.')) {
-        while (text.endsWith('0')) {
-            text.chop(1);
-        }
-        if (text.endsWith('.')) {
-            text.chop(1);
-        }
-    }
-    if (text == "-0") {
-        text = "0";
-    }
+    QByteArray text;
+    appendFigure(text, value);
     return text;
+}
+
+void appendFigure(QByteArray& text, double value)
+{
+    // Lists write hundreds of thousands of figures: most are done in integers, as ten
+    // thousandths; what does not fit so exactly goes through the general conversion.
+    constexpr double scale = 10000.0;
+    constexpr double exactLimit = 1e15;
+    const double scaled = std::round(value * scale);
+    if (!(std::abs(scaled) < exactLimit)) {
+        QByteArray general = QByteArray::number(value, 'f', 4);
+        if (general.contains('.')) {
+            while (general.endsWith('0')) {
+                general.chop(1);
+            }
+            if (general.endsWith('.')) {
+                general.chop(1);
+            }
+        }
+        text += general == "-0" ? QByteArray("0") : general;
+        return;
+    }
+    auto units = static_cast<qint64>(scaled);
+    if (units < 0) {
+        text += '-';
+        units = -units;
+    }
+    text += QByteArray::number(units / 10000);
+    qint64 fraction = units % 10000;
+    if (fraction == 0) {
+        return;
+    }
+    char digits[5] = {'.', 0, 0, 0, 0};
+    int length = 5;
+    for (int i = 4; i >= 1; --i) {
+        digits[i] = char('0' + fraction % 10);
+        fraction /= 10;
+    }
+    while (digits[length - 1] == '0') {
+        --length;
+    }
+    text.append(digits, length);
 }
 
 } // namespace tallyvox

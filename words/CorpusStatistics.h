@@ -60,4 +60,7 @@ std::optional<double> perMillion(double count, double words);
 /// dropped ("0.2", "12", "-1.5849"), never "-0".
 QByteArray figureText(double value);
 
+/// Appends figureText(value) to text.
+void appendFigure(QByteArray& text, double value);
+
 } // namespace tallyvox

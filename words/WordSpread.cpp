@@ -22,30 +22,58 @@ std::u16string_view unitsOf(QStringView word)
 
 } // namespace
 
+void WordTableSum::add(WordTable table)
+{
+    m_sums.emplace_back(std::move(table), 1);
+    while (m_sums.size() >= 2 && m_sums[m_sums.size() - 2].second == m_sums.back().second) {
+        auto [last, files] = std::move(m_sums.back());
+        m_sums.pop_back();
+        addWordTable(m_sums.back().first, last);
+        m_sums.back().second += files;
+    }
+}
+
+WordTable WordTableSum::take()
+{
+    std::vector<std::pair<WordTable, qint64>> sums = std::exchange(m_sums, {});
+    if (sums.empty()) {
+        return {};
+    }
+    WordTable sum = std::move(sums.back().first);
+    for (std::size_t i = sums.size() - 1; i-- > 0;) {
+        addWordTable(sum, sums[i].first);
+    }
+    return sum;
+}
+
 quint32 WordSpread::idOf(QStringView word)
 {
     const std::size_t words = m_totals.size();
     if (m_slots.size() < words * 2 + 16) {
-        std::vector<quint32> grown(std::max<std::size_t>(64, m_slots.size() * 2), none);
+        std::vector<Slot> grown(std::max<std::size_t>(64, m_slots.size() * 2), Slot{none, 0});
         const std::size_t mask = grown.size() - 1;
         for (quint32 id = 0; id < words; ++id) {
-            std::size_t slot = qHash(wordOf(id)) & mask;
-            while (grown[slot] != none) {
+            std::size_t slot = m_hashes[id] & mask;
+            while (grown[slot].word != none) {
                 slot = (slot + 1) & mask;
             }
-            grown[slot] = id;
+            grown[slot] = {id, quint32(m_hashes[id] >> 32)};
         }
         m_slots = std::move(grown);
     }
     const std::size_t mask = m_slots.size() - 1;
-    std::size_t slot = qHash(word) & mask;
-    for (; m_slots[slot] != none; slot = (slot + 1) & mask) {
-        if (unitsOf(wordOf(m_slots[slot])) == unitsOf(word)) {
-            return m_slots[slot];
+    const auto hash = quint64(qHash(word));
+    const auto tag = quint32(hash >> 32);
+    std::size_t slot = hash & mask;
+    // The tag spares reading the words of most slots that do not match.
+    for (; m_slots[slot].word != none; slot = (slot + 1) & mask) {
+        if (m_slots[slot].tag == tag && unitsOf(wordOf(m_slots[slot].word)) == unitsOf(word)) {
+            return m_slots[slot].word;
         }
     }
     const auto id = quint32(words);
-    m_slots[slot] = id;
+    m_slots[slot] = {id, tag};
+    m_hashes.push_back(hash);
     m_text.insert(m_text.end(), word.utf16(), word.utf16() + word.size());
     m_offsets.push_back(m_text.size());
     m_totals.push_back(0);
@@ -88,6 +116,7 @@ WordTable WordSpread::sum() const
     for (const quint32 id : order) {
         table.insert(wordOf(id), m_totals[id]);
     }
+    m_order = std::move(order);
     return table;
 }
 
@@ -95,6 +124,16 @@ WordTable WordSpread::sum() const
 std::vector<qint32> WordSpread::entriesOfWords(const WordTable& shaped, bool folded) const
 {
     std::vector<qint32> entries(m_totals.size(), -1);
+    if (!folded && m_order.size() == entries.size()) {
+        // Without folding the shaped table is the sum less some words, in the same order.
+        qsizetype next = 0;
+        for (const quint32 id : m_order) {
+            if (next < shaped.size() && shaped.word(next) == wordOf(id)) {
+                entries[id] = qint32(next++);
+            }
+        }
+        return entries;
+    }
     if (!folded) {
         for (std::size_t id = 0; id < entries.size(); ++id) {
             entries[id] = qint32(shaped.indexOf(wordOf(quint32(id))));

@@ -3,9 +3,24 @@
 #include "words/CorpusStatistics.h"
 #include "words/WordTable.h"
 
+#include <utility>
 #include <vector>
 
 namespace tallyvox {
+
+/// The sum of many files' tables, as addWordTable adds two. Partial sums of like size are
+/// added up as they come, as merge sort does, so that each word is copied about
+/// log2(files) times rather than once for every later file.
+class WordTableSum {
+public:
+    void add(WordTable table);
+    /// The sum of everything added; the sum starts again empty.
+    WordTable take();
+
+private:
+    /// Partial sums, each with the number of files it holds, fewer files last.
+    std::vector<std::pair<WordTable, qint64>> m_sums;
+};
 
 /// The words of a run's files kept file by file, for a combined list's range and
 /// dispersion. Each distinct word is stored once; each file adds, for each word it holds,
@@ -44,8 +59,15 @@ private:
     std::vector<char16_t> m_text;
     std::vector<quint64> m_offsets{0};
     std::vector<qint64> m_totals;
-    // Open addressing over word numbers; none is empty.
-    std::vector<quint32> m_slots;
+    // Open addressing over word numbers, each with the high half of its word's hash.
+    struct Slot {
+        quint32 word;
+        quint32 tag;
+    };
+    std::vector<Slot> m_slots;
+    std::vector<quint64> m_hashes;
+    /// The word numbers in code-unit order of their words, as sum() last put them.
+    mutable std::vector<quint32> m_order;
     std::vector<Posting> m_postings;
     std::vector<std::size_t> m_fileStarts;
     /// The words of each file, its share of the corpus.

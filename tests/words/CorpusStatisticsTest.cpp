@@ -145,6 +145,9 @@ private slots:
         QTest::newRow("negative") << -4.321928 << QByteArray("-4.3219");
         QTest::newRow("tiny negative") << -0.00001 << QByteArray("0");
         QTest::newRow("large") << 1234567.891 << QByteArray("1234567.891");
+        QTest::newRow("zeros after the point") << 0.0765 << QByteArray("0.0765");
+        QTest::newRow("negative half") << -0.5 << QByteArray("-0.5");
+        QTest::newRow("beyond ten thousandths in 64 bits") << 1.5e12 << QByteArray("1500000000000");
     }
     void figuresAsListsWriteThem()
     {
