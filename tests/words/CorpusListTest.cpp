@@ -1,6 +1,7 @@
 #include "words/CorpusList.h"
 #include "words/WordListRenderer.h"
 #include "words/WordSpread.h"
+#include "words/WordTableShaping.h"
 
 #include <QTest>
 
@@ -218,6 +219,36 @@ private slots:
         }
         const QStringList lines = rendered(table, settings, sources).split(u'\n');
         QCOMPARE(lines.size() >= 2 ? lines.at(lines.size() - 2) : QString(), expected);
+    }
+
+    // However many files, both ways of keeping a run's words give the sum of its tables as
+    // addWordTable makes it, a count that is no integer included.
+    void sumsOfManyFiles_data()
+    {
+        QTest::addColumn<int>("files");
+        for (const int files : {1, 2, 3, 5, 8, 13}) {
+            QTest::addRow("%d files", files) << files;
+        }
+    }
+    void sumsOfManyFiles()
+    {
+        QFETCH(int, files);
+        WordTable expected;
+        WordTableSum sum;
+        WordSpread spread;
+        for (int i = 0; i < files; ++i) {
+            WordTable table{{u"all"_s, 1}, {u"w%1"_s.arg(i % 4), i + 1}};
+            if (i == 2) {
+                table.insert(u"odd"_s, unreadableCount);
+            }
+            addWordTable(expected, table);
+            sum.add(table);
+            spread.add(table);
+        }
+        QCOMPARE(sum.take(), expected);
+        QCOMPARE(spread.sum(), expected);
+        QCOMPARE(spread.files(), qint64(files));
+        QVERIFY(sum.take().isEmpty());
     }
 
     void totalsOfACombinedList()
