@@ -107,10 +107,31 @@ qint64 WordSpread::parts() const
 
 WordTable WordSpread::sum() const
 {
-    std::vector<quint32> order(m_totals.size());
-    std::iota(order.begin(), order.end(), 0U);
-    std::sort(order.begin(), order.end(),
-              [this](quint32 a, quint32 b) { return unitsOf(wordOf(a)) < unitsOf(wordOf(b)); });
+    // Sorted by the first four code units as one number, the whole words only where those
+    // are equal: most comparisons then touch no text.
+    struct Key {
+        quint64 prefix;
+        quint32 word;
+    };
+    std::vector<Key> keys(m_totals.size());
+    for (quint32 id = 0; id < keys.size(); ++id) {
+        const QStringView word = wordOf(id);
+        quint64 prefix = 0;
+        for (qsizetype i = 0; i < 4; ++i) {
+            prefix = (prefix << 16) | (i < word.size() ? word.utf16()[i] : 0U);
+        }
+        keys[id] = {prefix, id};
+    }
+    std::sort(keys.begin(), keys.end(), [this](const Key& a, const Key& b) {
+        if (a.prefix != b.prefix) {
+            return a.prefix < b.prefix;
+        }
+        return unitsOf(wordOf(a.word)) < unitsOf(wordOf(b.word));
+    });
+    std::vector<quint32> order(keys.size());
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        order[i] = keys[i].word;
+    }
     WordTable table;
     table.reserve(qsizetype(order.size()), qsizetype(m_text.size()));
     for (const quint32 id : order) {
@@ -154,20 +175,24 @@ std::vector<qint32> WordSpread::entriesOfWords(const WordTable& shaped, bool fol
 std::vector<DispersionSums> WordSpread::dispersionOf(const WordTable& shaped, bool folded) const
 {
     const std::vector<qint32> entries = entriesOfWords(shaped, folded);
-    std::vector<DispersionSums> sums(std::size_t(shaped.size()));
     const double corpusWords = std::accumulate(m_fileWords.begin(), m_fileWords.end(), 0.0);
-    std::vector<double> entryTotals(sums.size());
-    for (std::size_t e = 0; e < sums.size(); ++e) {
-        entryTotals[e] = double(countToInt32(shaped.count(qsizetype(e))).value_or(0));
+    // One entry's state in one place: the pass below visits the entries in no order.
+    struct Accumulator {
+        DispersionSums sums;
+        double total = 0;
+        double pending = 0;
+        std::size_t lastFile = std::numeric_limits<std::size_t>::max();
+    };
+    std::vector<Accumulator> accumulators(std::size_t(shaped.size()));
+    for (std::size_t e = 0; e < accumulators.size(); ++e) {
+        accumulators[e].total = double(countToInt32(shaped.count(qsizetype(e))).value_or(0));
     }
     // Words folded into one entry are counted together within a file before the file's
-    // share is taken: the measures are not additive over forms.
-    std::vector<std::size_t> lastFile(sums.size(), std::numeric_limits<std::size_t>::max());
-    std::vector<double> pending(sums.size(), 0.0);
-    const auto flush = [&](std::size_t entry) {
-        const std::size_t file = lastFile[entry];
-        sums[entry].add(pending[entry], entryTotals[entry], m_fileWords[file], corpusWords);
-        pending[entry] = 0;
+    // share is taken: the measures are not additive over forms. Unfolded, each entry
+    // occurs once in a file and goes in at once.
+    const auto flush = [&](Accumulator& entry) {
+        entry.sums.add(entry.pending, entry.total, m_fileWords[entry.lastFile], corpusWords);
+        entry.pending = 0;
     };
     for (std::size_t file = 0; file < m_fileStarts.size(); ++file) {
         const std::size_t end =
@@ -177,20 +202,28 @@ std::vector<DispersionSums> WordSpread::dispersionOf(const WordTable& shaped, bo
             if (entry < 0) {
                 continue;
             }
-            const auto e = std::size_t(entry);
-            if (lastFile[e] != file) {
-                if (lastFile[e] != std::numeric_limits<std::size_t>::max()) {
-                    flush(e);
-                }
-                lastFile[e] = file;
+            Accumulator& accumulator = accumulators[std::size_t(entry)];
+            if (!folded) {
+                accumulator.sums.add(m_postings[i].count, accumulator.total, m_fileWords[file],
+                                     corpusWords);
+                continue;
             }
-            pending[e] += m_postings[i].count;
+            if (accumulator.lastFile != file) {
+                if (accumulator.lastFile != std::numeric_limits<std::size_t>::max()) {
+                    flush(accumulator);
+                }
+                accumulator.lastFile = file;
+            }
+            accumulator.pending += m_postings[i].count;
         }
     }
-    for (std::size_t e = 0; e < sums.size(); ++e) {
-        if (lastFile[e] != std::numeric_limits<std::size_t>::max()) {
-            flush(e);
+    std::vector<DispersionSums> sums;
+    sums.reserve(accumulators.size());
+    for (Accumulator& accumulator : accumulators) {
+        if (accumulator.lastFile != std::numeric_limits<std::size_t>::max()) {
+            flush(accumulator);
         }
+        sums.push_back(accumulator.sums);
     }
     return sums;
 }
