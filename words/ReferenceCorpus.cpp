@@ -2,6 +2,7 @@
 
 #include "support/FilePath.h"
 #include "words/IndexerClient.h"
+#include "words/ListFormats.h"
 #include "words/StopList.h"
 #include "words/WordTableShaping.h"
 
@@ -168,8 +169,9 @@ std::optional<WordTable> parseWordList(const QByteArray& bytes)
         if (word.startsWith('#')) {
             continue;
         }
-        // A CSV cell that a spreadsheet would take for a formula is written after a quote.
-        if (csv && word.size() > 1 && word[0] == '\'' && QByteArray("=+-@").contains(word[1])) {
+        // csvField writes a word that a spreadsheet would take for a formula after a quote.
+        if (csv && word.startsWith('\'') &&
+            startsLikeFormula(QString::fromUtf8(QByteArrayView(word).sliced(1)))) {
             word.remove(0, 1);
         }
         const std::optional<qint64> count = row->size() > 1 ? countOf(row->at(1)) : std::nullopt;

@@ -68,7 +68,7 @@ private slots:
         QTest::newRow("CSV, totals after the empty row")
             << "word,count\r\nthe,3\r\n\r\n# words in the text,28\r\n"_ba << u"the=3"_s;
         QTest::newRow("CSV, formula guard")
-            << "word,count\r\n'=sum,2\r\n'x,1\r\n"_ba << u"'x=1 =sum=2"_s;
+            << "word,count\r\n'=sum,2\r\n'x,1\r\n'\tab,3\r\n"_ba << u"\tab=3 'x=1 =sum=2"_s;
         QTest::newRow("TSV with escapes and an older totals line")
             << "word\tcount\ntab\\there\t1\nback\\\\slash\t2\n# 3 words, 2 distinct words\n"_ba
             << u"back\\slash=2 tab\there=1"_s;
