@@ -77,6 +77,11 @@ private slots:
         QTest::newRow("ListFormat 0") << "ListFormat"_ba << QVariant(0);
         QTest::newRow("ListFormat naming no format") << "ListFormat"_ba << QVariant(7);
         QTest::newRow("IncludeTotals off") << "IncludeTotals"_ba << QVariant(false);
+        QTest::newRow("IncludeRange off") << "IncludeRange"_ba << QVariant(false);
+        QTest::newRow("IncludePerMillion off") << "IncludePerMillion"_ba << QVariant(false);
+        QTest::newRow("no reference") << "ReferencePath"_ba << QVariant(QString());
+        // Without a reference the threshold has nothing to choose from.
+        QTest::newRow("a threshold alone") << "KeynessThreshold"_ba << QVariant(3.84);
     }
     void defaultOptionsGiveTheDesignsListExactly()
     {
@@ -89,6 +94,8 @@ private slots:
             QVERIFY(w.prefs.writeInteger({key.constData(), 0}, stored.toInt()));
         } else if (stored.typeId() == QMetaType::QString) {
             QVERIFY(w.prefs.writeString({key.constData(), ""}, stored.toString()));
+        } else if (stored.typeId() == QMetaType::Double) {
+            QVERIFY(w.prefs.writeReal({key.constData(), 0.0}, stored.toDouble()));
         }
         const WordTable tricky{
             {u"Zebra"_s, 1}, {u"apple"_s, 3},  {u"Apple"_s, 2},  {u"10"_s, 1},
