@@ -46,23 +46,30 @@ WordTable WordTableSum::take()
     return sum;
 }
 
-quint32 WordSpread::idOf(QStringView word)
+void WordSpread::reserveSlots(std::size_t words)
 {
-    const std::size_t words = m_totals.size();
-    if (m_slots.size() < words * 2 + 16) {
-        std::vector<Slot> grown(std::max<std::size_t>(64, m_slots.size() * 2), Slot{none, 0});
-        const std::size_t mask = grown.size() - 1;
-        for (quint32 id = 0; id < words; ++id) {
-            std::size_t slot = m_hashes[id] & mask;
-            while (grown[slot].word != none) {
-                slot = (slot + 1) & mask;
-            }
-            grown[slot] = {id, quint32(m_hashes[id] >> 32)};
-        }
-        m_slots = std::move(grown);
+    if (m_slots.size() >= words * 2 + 16) {
+        return;
     }
+    std::size_t size = std::max<std::size_t>(64, m_slots.size());
+    while (size < words * 2 + 16) {
+        size *= 2;
+    }
+    std::vector<Slot> grown(size, Slot{none, 0});
+    const std::size_t mask = grown.size() - 1;
+    for (quint32 id = 0; id < m_totals.size(); ++id) {
+        std::size_t slot = m_hashes[id] & mask;
+        while (grown[slot].word != none) {
+            slot = (slot + 1) & mask;
+        }
+        grown[slot] = {id, quint32(m_hashes[id] >> 32)};
+    }
+    m_slots = std::move(grown);
+}
+
+quint32 WordSpread::idOf(QStringView word, quint64 hash)
+{
     const std::size_t mask = m_slots.size() - 1;
-    const auto hash = quint64(qHash(word));
     const auto tag = quint32(hash >> 32);
     std::size_t slot = hash & mask;
     // The tag spares reading the words of most slots that do not match.
@@ -71,7 +78,7 @@ quint32 WordSpread::idOf(QStringView word)
             return m_slots[slot].word;
         }
     }
-    const auto id = quint32(words);
+    const auto id = quint32(m_totals.size());
     m_slots[slot] = {id, tag};
     m_hashes.push_back(hash);
     m_text.insert(m_text.end(), word.utf16(), word.utf16() + word.size());
@@ -83,11 +90,25 @@ quint32 WordSpread::idOf(QStringView word)
 void WordSpread::add(const WordTable& table)
 {
     m_fileStarts.push_back(m_postings.size());
+    // Room for every word of the file first, so that no slot moves while the look-ups run
+    // ahead of themselves: the slots are far apart in memory, and fetching the next few
+    // while one is compared hides most of the wait.
+    reserveSlots(m_totals.size() + std::size_t(table.size()));
+    const std::size_t mask = m_slots.size() - 1;
+    constexpr qsizetype ahead = 8;
+    std::vector<quint64>& hashes = m_fileHashes;
+    hashes.resize(std::size_t(table.size()));
+    for (qsizetype i = 0; i < table.size(); ++i) {
+        hashes[std::size_t(i)] = quint64(qHash(table.word(i)));
+    }
     qint64 words = 0;
     for (qsizetype i = 0; i < table.size(); ++i) {
+        if (i + ahead < table.size()) {
+            __builtin_prefetch(&m_slots[hashes[std::size_t(i + ahead)] & mask]);
+        }
         const qint64 count = table.count(i);
         const std::size_t before = m_totals.size();
-        const quint32 id = idOf(table.word(i));
+        const quint32 id = idOf(table.word(i), hashes[std::size_t(i)]);
         // The first count stands as it is, so that a sum matches addWordTable's.
         m_totals[id] = m_totals.size() > before ? count : addCounts(m_totals[id], count);
         // A count that is no integer or beyond 32 bits is not one the list writes either.

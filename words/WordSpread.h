@@ -48,7 +48,9 @@ private:
         quint32 count;
     };
 
-    quint32 idOf(QStringView word);
+    /// Room in the slots for this many words in all.
+    void reserveSlots(std::size_t words);
+    quint32 idOf(QStringView word, quint64 hash);
     QStringView wordOf(quint32 id) const
     {
         return {m_text.data() + m_offsets[id], qsizetype(m_offsets[id + 1] - m_offsets[id])};
@@ -66,6 +68,8 @@ private:
     };
     std::vector<Slot> m_slots;
     std::vector<quint64> m_hashes;
+    /// The hashes of the words of the file being added, kept to spare an allocation a file.
+    std::vector<quint64> m_fileHashes;
     /// The word numbers in code-unit order of their words, as sum() last put them.
     mutable std::vector<quint32> m_order;
     std::vector<Posting> m_postings;
