@@ -22,30 +22,6 @@ std::u16string_view unitsOf(QStringView word)
 
 } // namespace
 
-void WordTableSum::add(WordTable table)
-{
-    m_sums.emplace_back(std::move(table), 1);
-    while (m_sums.size() >= 2 && m_sums[m_sums.size() - 2].second == m_sums.back().second) {
-        auto [last, files] = std::move(m_sums.back());
-        m_sums.pop_back();
-        addWordTable(m_sums.back().first, last);
-        m_sums.back().second += files;
-    }
-}
-
-WordTable WordTableSum::take()
-{
-    std::vector<std::pair<WordTable, qint64>> sums = std::exchange(m_sums, {});
-    if (sums.empty()) {
-        return {};
-    }
-    WordTable sum = std::move(sums.back().first);
-    for (std::size_t i = sums.size() - 1; i-- > 0;) {
-        addWordTable(sum, sums[i].first);
-    }
-    return sum;
-}
-
 void WordSpread::reserveSlots(std::size_t words)
 {
     if (m_slots.size() >= words * 2 + 16) {

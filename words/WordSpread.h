@@ -3,24 +3,9 @@
 #include "words/CorpusStatistics.h"
 #include "words/WordTable.h"
 
-#include <utility>
 #include <vector>
 
 namespace tallyvox {
-
-/// The sum of many files' tables, as addWordTable adds two. Partial sums of like size are
-/// added up as they come, as merge sort does, so that each word is copied about
-/// log2(files) times rather than once for every later file.
-class WordTableSum {
-public:
-    void add(WordTable table);
-    /// The sum of everything added; the sum starts again empty.
-    WordTable take();
-
-private:
-    /// Partial sums, each with the number of files it holds, fewer files last.
-    std::vector<std::pair<WordTable, qint64>> m_sums;
-};
 
 /// The words of a run's files kept file by file, for a combined list's range and
 /// dispersion. Each distinct word is stored once; each file adds, for each word it holds,
