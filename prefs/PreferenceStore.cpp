@@ -212,8 +212,8 @@ qint32 PreferenceStore::readInteger(const prefs::IntegerKey& key) const
 
 double PreferenceStore::readReal(const prefs::RealKey& key) const
 {
-    const PlistPtr dict = readDictionary(m_path);
-    plist_t node = dict ? plist_dict_get_item(dict.get(), key.name) : nullptr;
+    std::shared_ptr<void> owner;
+    plist_t node = item(key.name, owner);
     if (!isNumber(node)) {
         return key.fallback;
     }

@@ -368,8 +368,11 @@ private slots:
         QCOMPARE(corpusOptions(PreferenceStore()), expected);
 
         PreferenceStore writer;
+        const PreferenceStore before = writer.snapshot();
         QVERIFY(writer.writeReal(prefs::KeynessThreshold, 10.83));
         QCOMPARE(PreferenceStore().readReal(prefs::KeynessThreshold), 10.83);
+        // A snapshot keeps what was stored when it was taken.
+        QCOMPARE(corpusOptions(before), expected);
     }
 
     void windowBoundsAreEightBigEndianBytes()
