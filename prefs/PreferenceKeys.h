@@ -62,6 +62,13 @@ struct StringKey {
     const char* fallback;
 };
 
+/// A stored real number: its key and the value used when it is missing, not a number, or
+/// not finite. A stored integer reads as the same real number.
+struct RealKey {
+    const char* name;
+    double fallback;
+};
+
 /// A stored 16-bit number that names one of Choice's values.
 template <typename Choice>
 struct ChoiceKey {
@@ -90,6 +97,14 @@ inline constexpr BoolKey CombineFiles{"CombineFiles", false};
 inline constexpr IntegerKey ListFormat{"ListFormat",
                                        static_cast<qint32>(tallyvox::ListFormat::Text)};
 inline constexpr BoolKey IncludeTotals{"IncludeTotals", false};
+
+// Corpus figures: how a word spreads over a run's files, its rate, and keywords against a
+// reference (docs/word-list-options.md). Off by default, as above.
+inline constexpr BoolKey IncludeRange{"IncludeRange", false};
+inline constexpr BoolKey IncludePerMillion{"IncludePerMillion", false};
+inline constexpr StringKey ReferencePath{"ReferencePath", ""};
+/// G2 of 6.63 is p < 0.01 with one degree of freedom.
+inline constexpr RealKey KeynessThreshold{"KeynessThreshold", 6.63};
 
 } // namespace prefs
 } // namespace tallyvox

@@ -210,6 +210,24 @@ qint32 PreferenceStore::readInteger(const prefs::IntegerKey& key) const
                                    .value_or(key.fallback));
 }
 
+double PreferenceStore::readReal(const prefs::RealKey& key) const
+{
+    std::shared_ptr<void> owner;
+    plist_t node = item(key.name, owner);
+    if (!isNumber(node)) {
+        return key.fallback;
+    }
+    if (plist_get_node_type(node) == PLIST_UINT) {
+        uint64_t raw = 0;
+        plist_get_uint_val(node, &raw);
+        // Negative values are stored as the two's complement that the format uses.
+        return static_cast<double>(static_cast<qint64>(raw));
+    }
+    double value = 0;
+    plist_get_real_val(node, &value);
+    return std::isfinite(value) ? value : key.fallback;
+}
+
 QString PreferenceStore::readString(const prefs::StringKey& key) const
 {
     std::shared_ptr<void> owner;
@@ -255,6 +273,11 @@ bool PreferenceStore::writeInteger(const prefs::IntegerKey& key, qint32 value)
 {
     return writeItem(m_path, key.name,
                      plist_new_uint(static_cast<uint64_t>(static_cast<qint64>(value))));
+}
+
+bool PreferenceStore::writeReal(const prefs::RealKey& key, double value)
+{
+    return writeItem(m_path, key.name, plist_new_real(value));
 }
 
 bool PreferenceStore::writeString(const prefs::StringKey& key, const QString& value)

@@ -48,6 +48,7 @@ public:
     }
     qint32 readInteger(const prefs::IntegerKey& key) const;
     QString readString(const prefs::StringKey& key) const;
+    double readReal(const prefs::RealKey& key) const;
     /// The stored data of a key, or nothing when it is missing or not data.
     std::optional<QByteArray> readData(const char* key) const;
 
@@ -68,6 +69,7 @@ public:
     bool writeData(const char* key, const QByteArray& value);
     bool writeInteger(const prefs::IntegerKey& key, qint32 value);
     bool writeString(const prefs::StringKey& key, const QString& value);
+    bool writeReal(const prefs::RealKey& key, double value);
 
     /// The stored main-window bounds, or nothing unless they are exactly 8 bytes of data.
     std::optional<QRect> readWindowBounds() const;

@@ -72,6 +72,11 @@ inline constexpr CommandId ChooseStopList = CommandId::fromChars("STPC");
 inline constexpr CommandId CombineFiles = CommandId::fromChars("COMB");
 inline constexpr CommandId ListFormat = CommandId::fromChars("LFMT");
 inline constexpr CommandId IncludeTotals = CommandId::fromChars("TOTL");
+inline constexpr CommandId IncludeRange = CommandId::fromChars("RANG");
+inline constexpr CommandId IncludePerMillion = CommandId::fromChars("PMIL");
+inline constexpr CommandId ReferencePath = CommandId::fromChars("REFP");
+inline constexpr CommandId ChooseReference = CommandId::fromChars("REFC");
+inline constexpr CommandId KeynessThreshold = CommandId::fromChars("KEYT");
 } // namespace commands
 
 /// The command a control carries in its "commandId" property (set in the .ui files).

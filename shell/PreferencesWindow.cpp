@@ -7,6 +7,7 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -61,11 +62,19 @@ PreferencesWindow::PreferencesWindow(PreferenceStore& store, Desktop& desktop, Q
          box(preferencesControls::DictionaryOrder)},
         {commands::CombineFiles, prefs::CombineFiles, box(preferencesControls::CombineFiles)},
         {commands::IncludeTotals, prefs::IncludeTotals, box(preferencesControls::IncludeTotals)},
+        {commands::IncludeRange, prefs::IncludeRange, box(preferencesControls::IncludeRange)},
+        {commands::IncludePerMillion, prefs::IncludePerMillion,
+         box(preferencesControls::IncludePerMillion)},
     }};
     m_minimumCount = findChild<QSpinBox*>(QLatin1String(preferencesControls::MinimumCount));
     m_stopListPath = findChild<QLineEdit*>(QLatin1String(preferencesControls::StopListPath));
     m_listFormat = findChild<QComboBox*>(QLatin1String(preferencesControls::ListFormat));
     auto* chooser = findChild<QPushButton*>(QLatin1String(preferencesControls::ChooseStopList));
+    m_referencePath = findChild<QLineEdit*>(QLatin1String(preferencesControls::ReferencePath));
+    m_keynessThreshold =
+        findChild<QDoubleSpinBox*>(QLatin1String(preferencesControls::KeynessThreshold));
+    auto* referenceChooser =
+        findChild<QPushButton*>(QLatin1String(preferencesControls::ChooseReference));
 
     // As above, only the user's changes: loading blocks the two signals that fire for any.
     for (const OptionBox& option : m_optionBoxes) {
@@ -78,8 +87,14 @@ PreferencesWindow::PreferencesWindow(PreferenceStore& store, Desktop& desktop, Q
             [this] { emit commandIssued(commandOf(*m_minimumCount)); });
     connect(m_stopListPath, &QLineEdit::textEdited, this,
             [this] { emit commandIssued(commandOf(*m_stopListPath)); });
-    connect(chooser, &QPushButton::clicked, this,
-            [this, chooser] { emit commandIssued(commandOf(*chooser)); });
+    for (QPushButton* button : {chooser, referenceChooser}) {
+        connect(button, &QPushButton::clicked, this,
+                [this, button] { emit commandIssued(commandOf(*button)); });
+    }
+    connect(m_referencePath, &QLineEdit::textEdited, this,
+            [this] { emit commandIssued(commandOf(*m_referencePath)); });
+    connect(m_keynessThreshold, &QDoubleSpinBox::valueChanged, this,
+            [this] { emit commandIssued(commandOf(*m_keynessThreshold)); });
 }
 
 PreferencesWindow::~PreferencesWindow() = default;
@@ -108,6 +123,11 @@ void PreferencesWindow::loadWordListOptions()
     m_stopListPath->setText(m_store.readString(prefs::StopListPath));
     m_listFormat->setCurrentIndex(
         static_cast<int>(listFormatOf(m_store.readInteger(prefs::ListFormat))));
+    const QSignalBlocker referenceBlocker(m_referencePath);
+    m_referencePath->setText(m_store.readString(prefs::ReferencePath));
+    const QSignalBlocker thresholdBlocker(m_keynessThreshold);
+    // Pinned to the box's range: a negative threshold keeps every word as 0 does.
+    m_keynessThreshold->setValue(m_store.readReal(prefs::KeynessThreshold));
 }
 
 void PreferencesWindow::applyWordListOption(CommandId command)
@@ -123,21 +143,27 @@ void PreferencesWindow::applyWordListOption(CommandId command)
     } else if (command == commands::StopListPath) {
         m_store.writeString(prefs::StopListPath, m_stopListPath->text());
     } else if (command == commands::ChooseStopList) {
-        chooseStopList();
+        choosePath(chooseStopListPrompt, m_stopListPath, prefs::StopListPath);
     } else if (command == commands::ListFormat) {
         m_store.writeInteger(prefs::ListFormat, m_listFormat->currentIndex());
+    } else if (command == commands::ReferencePath) {
+        m_store.writeString(prefs::ReferencePath, m_referencePath->text());
+    } else if (command == commands::ChooseReference) {
+        choosePath(chooseReferencePrompt, m_referencePath, prefs::ReferencePath);
+    } else if (command == commands::KeynessThreshold) {
+        m_store.writeReal(prefs::KeynessThreshold, m_keynessThreshold->value());
     }
 }
 
-void PreferencesWindow::chooseStopList()
+void PreferencesWindow::choosePath(const char16_t* prompt, QLineEdit* field,
+                                   const prefs::StringKey& key)
 {
-    const QStringList chosen =
-        m_desktop.chooseFilesToOpen(QString::fromUtf16(chooseStopListPrompt));
+    const QStringList chosen = m_desktop.chooseFilesToOpen(QString::fromUtf16(prompt));
     if (chosen.isEmpty()) {
         return;
     }
-    m_stopListPath->setText(chosen.first());
-    m_store.writeString(prefs::StopListPath, chosen.first());
+    field->setText(chosen.first());
+    m_store.writeString(key, chosen.first());
 }
 
 Status PreferencesWindow::handleCommand(CommandId command)

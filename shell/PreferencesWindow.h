@@ -9,6 +9,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QDoubleSpinBox;
 class QLineEdit;
 class QSpinBox;
 
@@ -33,10 +34,17 @@ inline constexpr char ChooseStopList[] = "STPC_0";
 inline constexpr char CombineFiles[] = "COMB_0";
 inline constexpr char ListFormat[] = "LFMT_0";
 inline constexpr char IncludeTotals[] = "TOTL_0";
+inline constexpr char IncludeRange[] = "RANG_0";
+inline constexpr char IncludePerMillion[] = "PMIL_0";
+inline constexpr char ReferencePath[] = "REFP_0";
+inline constexpr char ChooseReference[] = "REFC_0";
+inline constexpr char KeynessThreshold[] = "KEYT_0";
 } // namespace preferencesControls
 
 /// The prompt of the open panel that chooses a stop list.
 inline constexpr char16_t chooseStopListPrompt[] = u"Choose a Stop List";
+/// The prompt of the open panel that chooses a keyword list's reference.
+inline constexpr char16_t chooseReferencePrompt[] = u"Choose a Reference";
 
 /// The modeless window editing the five user options, and in a group of their own the
 /// word-list options. Each change is written to the store the moment it is made; there is
@@ -76,7 +84,8 @@ private:
     void loadWordListOptions();
     /// Applies a word-list option's command; any other command does nothing here.
     void applyWordListOption(CommandId command);
-    void chooseStopList();
+    /// Asks the open panel for a file and stores it in field and under key.
+    void choosePath(const char16_t* prompt, QLineEdit* field, const prefs::StringKey& key);
 
     PreferenceStore& m_store;
     Desktop& m_desktop;
@@ -85,9 +94,11 @@ private:
     QComboBox* m_separateBy;
     QComboBox* m_lineStyle;
     QCheckBox* m_includeFrequency;
-    std::array<OptionBox, 4> m_optionBoxes;
+    std::array<OptionBox, 6> m_optionBoxes;
     QSpinBox* m_minimumCount;
     QLineEdit* m_stopListPath;
+    QLineEdit* m_referencePath;
+    QDoubleSpinBox* m_keynessThreshold;
     QComboBox* m_listFormat;
 };
 

@@ -1,11 +1,14 @@
 #include "words/WordList.h"
 
+#include "prefs/PreferenceStore.h"
 #include "support/Desktop.h"
 #include "words/IndexerClient.h"
 #include "words/OutputFolder.h"
+#include "words/ReferenceCorpus.h"
 #include "words/StopList.h"
 #include "words/WordTableShaping.h"
 
+#include <QFile>
 #include <QFutureWatcher>
 #include <QtConcurrent/QtConcurrentRun>
 
@@ -53,6 +56,27 @@ QString quotedName(const QString& name)
     return QLatin1Char('"') + name + QLatin1Char('"');
 }
 
+// No keyword list without its reference; the alert once for the reference, however many
+// lists wanted it.
+Status referenceNotRead(const WordContext& context, ReferenceCorpus& reference)
+{
+    if (reference.takeFailureReport()) {
+        context.desktop.alert(
+            QString::fromUtf16(unreadableReferenceMessage).arg(reference.setting()));
+    }
+    return ioErr;
+}
+
+std::shared_ptr<ReferenceCorpus> startReference(const WordContext& context, const QString& path)
+{
+    if (path.isEmpty()) {
+        return nullptr;
+    }
+    auto reference = std::make_shared<ReferenceCorpus>(context, path);
+    reference->start();
+    return reference;
+}
+
 } // namespace
 
 ListSettings listSettingsOfThisMoment(const WordContext& context, WordListRun* run)
@@ -80,9 +104,18 @@ WordListJob::~WordListJob() = default;
 void WordListJob::start()
 {
     m_combining = m_run && m_run->combining();
+    if (m_run) {
+        m_run->join(m_context);
+        m_reference = m_run->reference();
+    }
     if (!m_combining) {
         // A combined list is shaped by the settings of the moment it is written.
         m_settings = listSettingsOfThisMoment(m_context, m_run);
+        if (m_run) {
+            m_run->applyRunSettings(m_settings.options);
+        } else {
+            m_reference = startReference(m_context, m_settings.options.referencePath);
+        }
         // The list is made, empty, before the words are looked for; an earlier list of
         // the same name is replaced by it.
         m_listName = m_name + listExtension(m_settings.options.listFormat);
@@ -105,6 +138,9 @@ void WordListJob::stop()
     m_stopped = true;
     if (m_words && !m_words->isFinished()) {
         m_words->stop();
+    } else if (m_words && m_reference && !m_reference->isFinished()) {
+        // Waiting for the reference: a list that will not be written waits for nothing.
+        becomeReady();
     }
 }
 
@@ -112,14 +148,32 @@ void WordListJob::indexed()
 {
     m_partial = m_words->ending() == IndexerEnding::Partial;
     m_failed = m_words->ending() == IndexerEnding::Failed;
-    WordTable table = std::move(m_words->table());
-    if (m_combining || m_stopped || m_words->ending() == IndexerEnding::Stopped) {
-        m_stopped = m_stopped || m_words->ending() == IndexerEnding::Stopped;
-        m_table = std::move(table);
+    m_table = std::move(m_words->table());
+    m_stopped = m_stopped || m_words->ending() == IndexerEnding::Stopped;
+    // Every list of a run waits for the reference, so that the combined list has it when
+    // the run's files are done.
+    if (!m_stopped && m_reference && !m_reference->isFinished()) {
+        connect(m_reference.get(), &ReferenceCorpus::finished, this, &WordListJob::proceed);
+        return;
+    }
+    proceed();
+}
+
+void WordListJob::proceed()
+{
+    if (isReady()) {
+        return;
+    }
+    if (m_combining || m_stopped) {
         becomeReady();
         return;
     }
-    render(std::move(table));
+    if (m_reference && !m_reference->table()) {
+        m_referenceFailed = true;
+        becomeReady();
+        return;
+    }
+    render(std::exchange(m_table, {}));
 }
 
 // Ordering and rendering take as long as indexing on a file of distinct words: they run on
@@ -132,10 +186,12 @@ void WordListJob::render(WordTable table)
         watcher->deleteLater();
         becomeReady();
     });
-    watcher->setFuture(QtConcurrent::run(
-        [table = std::move(table), settings = m_settings, subject = quotedName(m_name)]() mutable {
-            return renderWordTable(std::move(table), settings, subject);
-        }));
+    ListSources sources;
+    sources.reference = m_reference ? m_reference->table() : nullptr;
+    watcher->setFuture(QtConcurrent::run([table = std::move(table), settings = m_settings,
+                                          subject = quotedName(m_name), sources]() mutable {
+        return renderWordTable(std::move(table), settings, subject, sources);
+    }));
 }
 
 Status WordListJob::commit()
@@ -150,6 +206,11 @@ Status WordListJob::commit()
     if (m_placement != noErr) {
         return notWritten(m_context.desktop, m_listName, m_placement);
     }
+    if (m_referenceFailed) {
+        // The empty list made at the start would pass for a keyword list of no keywords.
+        QFile::remove(m_output->path());
+        return referenceNotRead(m_context, *m_reference);
+    }
     return writeAndOpen(m_context, *m_output, m_listName, m_list);
 }
 
@@ -160,12 +221,40 @@ void WordListRun::begin(bool combineFiles)
     m_firstName.clear();
     m_sums.clear();
     m_reported.clear();
+    m_joined = false;
+    m_includeRange = false;
+    m_referencePath.clear();
+    m_reference.reset();
+    m_spread.reset();
+}
+
+void WordListRun::join(const WordContext& context)
+{
+    if (std::exchange(m_joined, true)) {
+        return;
+    }
+    m_includeRange = context.preferences.readBool(prefs::IncludeRange);
+    m_referencePath = context.preferences.readString(prefs::ReferencePath);
+    if (m_combining && m_includeRange) {
+        m_spread.emplace();
+    }
+    m_reference = startReference(context, m_referencePath);
+}
+
+void WordListRun::applyRunSettings(WordListOptions& options) const
+{
+    options.includeRange = m_includeRange;
+    options.referencePath = m_referencePath;
 }
 
 void WordListRun::collect(WordTable table, const QString& name)
 {
     if (++m_files == 1) {
         m_firstName = name;
+    }
+    if (m_spread) {
+        m_spread->add(table);
+        return;
     }
     // Sums of 1, 2, 4 ... files, merged as a binary counter carries: each word is merged
     // about log2(files) times, where adding every file to one growing sum would merge the
@@ -194,11 +283,26 @@ Status WordListRun::finish(const WordContext& context, bool quitting)
     const int files = m_files;
     WordTable words = takeSum();
     const bool combining = std::exchange(m_combining, false);
+    const std::optional<WordSpread> spread = std::exchange(m_spread, std::nullopt);
     m_files = 0;
+    m_joined = false;
     if (!combining || quitting || files == 0) {
         return noErr;
     }
-    const ListSettings settings = listSettingsOfThisMoment(context, this);
+    ListSettings settings = listSettingsOfThisMoment(context, this);
+    applyRunSettings(settings.options);
+    ListSources sources;
+    if (m_reference) {
+        sources.reference = m_reference->table();
+        if (!sources.reference) {
+            return referenceNotRead(context, *m_reference);
+        }
+    }
+    if (spread) {
+        words = spread->sum();
+        sources.spread = &*spread;
+    }
+    sources.files = files;
     const bool ofSeveralFiles = files > 1;
     const QString name = ofSeveralFiles ? QLatin1String(combinedListName) : m_firstName;
     const QString listName = name + listExtension(settings.options.listFormat);
@@ -211,7 +315,7 @@ Status WordListRun::finish(const WordContext& context, bool quitting)
     const QString subject =
         ofSeveralFiles ? QStringLiteral("%1 files").arg(files) : quotedName(m_firstName);
     return writeAndOpen(context, *output, listName,
-                        renderWordTable(std::move(words), settings, subject));
+                        renderWordTable(std::move(words), settings, subject, sources));
 }
 
 bool WordListRun::firstReportOf(const QString& stopListPath)

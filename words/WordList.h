@@ -5,6 +5,7 @@
 #include "words/ListSettings.h"
 #include "words/WordContext.h"
 #include "words/WordListRenderer.h"
+#include "words/WordSpread.h"
 #include "words/WordTable.h"
 
 #include <QSet>
@@ -16,6 +17,7 @@
 
 namespace tallyvox {
 
+class ReferenceCorpus;
 class WordListRun;
 class WordTableJob;
 
@@ -26,6 +28,10 @@ inline constexpr char combinedListName[] = "Combined word list";
 inline constexpr char16_t unreadableStopListMessage[] =
     u"The stop list \"%1\" cannot be read, so the word lists are made without it.";
 
+/// The alert for a keyword list's reference that cannot be read.
+inline constexpr char16_t unreadableReferenceMessage[] =
+    u"The reference \"%1\" cannot be read, so no keyword list is made.";
+
 /// The word list of one file, start to end. start() reads the settings once, makes a
 /// fresh, empty "<name>.txt" in the output folder, and has the words indexed, then ordered
 /// and rendered on a worker thread. commit() writes the text as UTF-8, hands the list to
@@ -33,7 +39,9 @@ inline constexpr char16_t unreadableStopListMessage[] =
 /// and opens nothing (noErr). A list that could not be placed or written opens nothing
 /// either: its status is returned and one line logged. The word-list options may end the
 /// name in ".csv" or ".tsv" instead, and in a run that combines its files the job only
-/// hands its table to the run.
+/// hands its table to the run. With a reference (a keyword list) the job is ready only once
+/// the reference is read: the run's, or for a list outside a run one of its own; a
+/// reference that cannot be read gives one alert and no list, the empty one removed.
 class WordListJob final : public FileJob {
     Q_OBJECT
 public:
@@ -53,6 +61,8 @@ public:
 
 private:
     void indexed();
+    /// The words are in and the reference, if any, is read.
+    void proceed();
     void render(WordTable table);
 
     WordContext m_context;
@@ -64,11 +74,13 @@ private:
     bool m_partial = false;
     bool m_failed = false;
     bool m_stopped = false;
+    bool m_referenceFailed = false;
     Status m_placement = noErr;
     QString m_listName;
     std::optional<FileRef> m_output;
     std::unique_ptr<WordTableJob> m_words;
-    /// The table kept for a combining run.
+    std::shared_ptr<ReferenceCorpus> m_reference;
+    /// The table, kept for a combining run or while the reference is read.
     WordTable m_table;
     RenderedList m_list;
 };
@@ -88,6 +100,15 @@ public:
 
     /// True while the run's files go into one list.
     bool combining() const { return m_combining; }
+
+    /// A list of the run begins. The first reads what decides what the run collects:
+    /// "IncludeRange" (the files are then kept word by word) and "ReferencePath" (whose
+    /// reading then starts). Every list of the run takes these two from here.
+    void join(const WordContext& context);
+    /// Sets the run's range and reference in options, which are otherwise the list's own.
+    void applyRunSettings(WordListOptions& options) const;
+    /// The run's reference, none without one.
+    const std::shared_ptr<ReferenceCorpus>& reference() const { return m_reference; }
 
     /// Adds a file's words to the run's list; files are added in the order given.
     void collect(WordTable table, const QString& name);
@@ -117,6 +138,12 @@ private:
     };
     std::vector<Sum> m_sums;
     QSet<QString> m_reported;
+    bool m_joined = false;
+    bool m_includeRange = false;
+    QString m_referencePath;
+    std::shared_ptr<ReferenceCorpus> m_reference;
+    /// The files word by word, when the run combines them with range and dispersion.
+    std::optional<WordSpread> m_spread;
 };
 
 } // namespace tallyvox

@@ -13,6 +13,10 @@ WordListOptions WordListOptions::read(const PreferenceStore& store)
     options.stopListPath = store.readString(prefs::StopListPath);
     options.listFormat = listFormatOf(store.readInteger(prefs::ListFormat));
     options.includeTotals = store.readBool(prefs::IncludeTotals);
+    options.includeRange = store.readBool(prefs::IncludeRange);
+    options.includePerMillion = store.readBool(prefs::IncludePerMillion);
+    options.referencePath = store.readString(prefs::ReferencePath);
+    options.keynessThreshold = store.readReal(prefs::KeynessThreshold);
     return options;
 }
 

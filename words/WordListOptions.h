@@ -26,8 +26,16 @@ struct WordListOptions {
     /// empty when there is none or it could not be read.
     QSet<QString> stopWords;
     ListFormat listFormat = ListFormat::Text;
-    /// The list ends with a line of totals (the CSV's totals go to the log instead).
+    /// The list ends with its totals: a line in the text, rows in CSV and TSV.
     bool includeTotals = false;
+    /// Each entry gets its range, and over a combined list's files Juilland's D and DP.
+    bool includeRange = false;
+    /// Each entry gets its frequency per million words of the text.
+    bool includePerMillion = false;
+    /// The reference of a keyword list as the user gave it; empty for an ordinary list.
+    QString referencePath;
+    /// The least G2 an entry of a keyword list has.
+    double keynessThreshold = prefs::KeynessThreshold.fallback;
 
     /// The options as stored now; stopWords is left empty.
     static WordListOptions read(const PreferenceStore& store);
@@ -35,6 +43,12 @@ struct WordListOptions {
     /// True when nothing about the words themselves changes: no folding, no stop words,
     /// no minimum above 1.
     bool keepsEveryWord() const { return !foldCase && stopWords.isEmpty() && minimumCount <= 1; }
+
+    /// True when the list has columns beyond the word and its count, or is a keyword list.
+    bool addsFigures() const
+    {
+        return includeRange || includePerMillion || !referencePath.isEmpty();
+    }
 };
 
 /// The ending of a list's file name: ".txt", ".csv" or ".tsv".

@@ -1,5 +1,6 @@
 #include "words/WordListRenderer.h"
 
+#include "words/CorpusList.h"
 #include "words/CountFormatter.h"
 #include "words/DictionaryOrder.h"
 #include "words/ListFormats.h"
@@ -9,24 +10,6 @@
 namespace tallyvox {
 
 namespace {
-
-bool endsLines(LineStyle lineStyle)
-{
-    return lineStyle == LineStyle::LineFeed || lineStyle == LineStyle::CarriageReturn ||
-           lineStyle == LineStyle::CarriageReturnLineFeed;
-}
-
-// The totals go on a line of their own, ended as the list's lines are; a list whose words
-// are not on lines gets line feeds around it.
-void appendTotalsLine(QByteArray& text, const ListTotals& totals, LineStyle lineStyle)
-{
-    if (endsLines(lineStyle)) {
-        text += totalsLine(totals).toUtf8();
-        AppendLineSeparator(text, lineStyle);
-    } else {
-        text += '\n' + totalsLine(totals).toUtf8() + '\n';
-    }
-}
 
 // A word as UTF-8. Most are ASCII, which is narrowed here; the rest are encoded by Qt,
 // so that a lone surrogate is written as it always was.
@@ -134,9 +117,18 @@ void AppendLineSeparator(QByteArray& text, LineStyle lineStyle)
     }
 }
 
-RenderedList renderWordTable(WordTable table, const ListSettings& settings, const QString& subject)
+RenderedList renderWordTable(WordTable table, const ListSettings& settings, const QString& subject,
+                             const ListSources& sources)
 {
     const WordListOptions& options = settings.options;
+    if (options.includeRange || options.includePerMillion || sources.reference) {
+        return renderCorpusList(std::move(table), settings, subject, sources);
+    }
+    // The text's side of the totals is that of the table before it is shaped.
+    std::optional<HonestTotals> totals;
+    if (options.includeTotals) {
+        totals = textTotalsOf(table, options);
+    }
     shapeWordTable(table, options);
     std::optional<DictionaryOrder> dictionary;
     if (options.dictionaryOrder) {
@@ -158,15 +150,21 @@ RenderedList renderWordTable(WordTable table, const ListSettings& settings, cons
         return list;
     }
 
+    if (totals) {
+        const ListTotals listed = totalsOf(table);
+        totals->listedWords = listed.words;
+        totals->listedDistinct = listed.distinctWords;
+        totals->files = sources.files;
+    }
     const WordOrder* shownCounts = counts ? &*counts : nullptr;
     if (options.listFormat != ListFormat::Text) {
         QByteArray result = renderTabularList(options.listFormat, *words, shownCounts);
-        if (options.includeTotals && options.listFormat == ListFormat::Tsv) {
-            result += totalsLine(totalsOf(table)).toUtf8() + '\n';
-        } else if (options.includeTotals && !subject.isEmpty()) {
-            // A CSV row of totals would be read as a word.
-            list.logLines.append(
-                QStringLiteral("Totals of %1: %2").arg(subject, describeTotals(totalsOf(table))));
+        if (totals) {
+            result += totalsRows(*totals, options.listFormat);
+            if (options.listFormat == ListFormat::Csv && !subject.isEmpty()) {
+                list.logLines.append(
+                    QStringLiteral("Totals of %1: %2").arg(subject, describeHonestTotals(*totals)));
+            }
         }
         list.text = std::move(result);
         return list;
@@ -179,8 +177,8 @@ RenderedList renderWordTable(WordTable table, const ListSettings& settings, cons
     }
     QByteArray result =
         renderText(*words, shownCounts, settings.lineStyle, settings.separateBy, locale);
-    if (options.includeTotals) {
-        appendTotalsLine(result, totalsOf(table), settings.lineStyle);
+    if (totals) {
+        appendTotals(result, *totals, settings.lineStyle);
     }
     list.text = std::move(result);
     return list;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "prefs/PreferenceKeys.h"
+#include "words/CorpusList.h"
 #include "words/ListSettings.h"
 #include "words/WordTable.h"
 
@@ -30,8 +31,10 @@ struct RenderedList {
 /// includeFrequency is on), then the lineStyle separator, which also follows the last
 /// word; CSV and TSV are not touched by separateBy and lineStyle. The log line's n is the
 /// total of the counts written (0 while includeFrequency is off); there is none when
-/// subject is empty. The totals of a CSV list go to the log too.
-RenderedList renderWordTable(WordTable table, const ListSettings& settings, const QString& subject);
+/// subject is empty. The totals of a CSV list go to the log too. With the corpus figures
+/// or a reference in sources, renderCorpusList makes the list instead.
+RenderedList renderWordTable(WordTable table, const ListSettings& settings, const QString& subject,
+                             const ListSources& sources = {});
 
 /// Appends the count at index: " (n)", a tab and n, ",n", or nothing for another value.
 void AppendFrequency(QByteArray& text, const WordOrder& counts, SeparateBy separateBy,

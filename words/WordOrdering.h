@@ -23,6 +23,8 @@ public:
     qsizetype size() const { return m_size; }
     QStringView word(qsizetype index) const { return m_table->word(entry(index)); }
     qint64 count(qsizetype index) const { return m_table->count(entry(index)); }
+    /// The table's index of the word written at index.
+    qsizetype tableIndex(qsizetype index) const { return entry(index); }
 
     /// The words as strings, for callers that want a list rather than speed.
     QStringList toStringList() const;

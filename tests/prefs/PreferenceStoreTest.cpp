@@ -328,6 +328,53 @@ private slots:
         QCOMPARE(settings(reader), (QList<int>{0, 1, 2, 1, 1}));
     }
 
+    // The corpus figures' keys as one line, in the order of their keys.
+    static QString corpusOptions(const PreferenceStore& store)
+    {
+        return u"%1 %2 [%3] %4"_s.arg(store.readBool(prefs::IncludeRange))
+            .arg(store.readBool(prefs::IncludePerMillion))
+            .arg(store.readString(prefs::ReferencePath))
+            .arg(store.readReal(prefs::KeynessThreshold));
+    }
+
+    void corpusOptionsOfEachType_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* name, const char* key, const char* xml,
+                            const QString& expected) {
+            QTest::newRow(name) << plistWith(key, xml) << expected;
+        };
+        const QString defaults = u"0 0 [] 6.63"_s;
+        row("nothing stored", "Other", "<true/>", defaults);
+        row("range as number", "IncludeRange", "<integer>1</integer>", defaults);
+        row("range on", "IncludeRange", "<true/>", u"1 0 [] 6.63"_s);
+        row("per million on", "IncludePerMillion", "<true/>", u"0 1 [] 6.63"_s);
+        row("reference as number", "ReferencePath", "<integer>3</integer>", defaults);
+        row("reference", "ReferencePath", "<string>~/Korpus</string>", u"0 0 [~/Korpus] 6.63"_s);
+        row("threshold as string", "KeynessThreshold", "<string>3.84</string>", defaults);
+        row("threshold real", "KeynessThreshold", "<real>3.84</real>", u"0 0 [] 3.84"_s);
+        // An integer is the same number; one beyond 32 bits as well.
+        row("threshold integer", "KeynessThreshold", "<integer>15</integer>", u"0 0 [] 15"_s);
+        row("threshold negative", "KeynessThreshold", "<integer>-2</integer>", u"0 0 [] -2"_s);
+        row("threshold not finite", "KeynessThreshold", "<real>nan</real>", defaults);
+    }
+    void corpusOptionsOfEachType()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, expected);
+        testing::TestEnvironment env;
+        env.writeFile(plistPath, file);
+        QCOMPARE(corpusOptions(PreferenceStore()), expected);
+
+        PreferenceStore writer;
+        const PreferenceStore before = writer.snapshot();
+        QVERIFY(writer.writeReal(prefs::KeynessThreshold, 10.83));
+        QCOMPARE(PreferenceStore().readReal(prefs::KeynessThreshold), 10.83);
+        // A snapshot keeps what was stored when it was taken.
+        QCOMPARE(corpusOptions(before), expected);
+    }
+
     void windowBoundsAreEightBigEndianBytes()
     {
         const QRect bounds(-20, 300, 640, 480); // left, top, width, height

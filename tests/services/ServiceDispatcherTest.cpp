@@ -183,9 +183,11 @@ private slots:
         QTest::newRow("tallyvox") << QByteArray("tallyvox")
                                   << QStringList{missing,
                                                  QStringLiteral("editor TallyvoxData.txt.tsv")}
-                                  << QByteArray("word\tcount\nTHE\t3\ncat\t1\n"
-                                                "# 4 words, 2 distinct words, type/token ratio "
-                                                "0.5000\n");
+                                  << QByteArray("word\tcount\nTHE\t3\ncat\t1\n\n"
+                                                "# words in the text\t4\n# words listed\t4\n"
+                                                "# distinct words in the text\t2\n"
+                                                "# distinct words listed\t2\n"
+                                                "# type/token ratio\t0.5000\n");
         QTest::newRow("wordCount")
             << QByteArray("wordCount") << QStringList{QStringLiteral("alert Word count: 4")}
             << QByteArray();

@@ -255,7 +255,8 @@ private slots:
         QVERIFY(help.lines.first().startsWith(u"Usage: tallyvox"_s));
         // The settings file's keys, so that the manual page lists them too.
         for (const char* key : {"FoldCase", "DictionaryOrder", "MinimumCount", "StopListPath",
-                                "CombineFiles", "ListFormat", "IncludeTotals"}) {
+                                "CombineFiles", "ListFormat", "IncludeTotals", "IncludeRange",
+                                "IncludePerMillion", "ReferencePath", "KeynessThreshold"}) {
             QVERIFY2(help.lines.join(u'\n').contains(QLatin1String(key)), key);
         }
         QCOMPARE(runTallyvox({u"--version"_s}, QDir::tempPath()).lines,

@@ -5,6 +5,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -21,6 +22,12 @@ Control* control(PreferencesWindow& window, const char* id)
 {
     return window.findChild<Control*>(QLatin1String(id));
 }
+
+// The word-list options' check boxes, in the order of their keys.
+const std::array optionBoxes{
+    preferencesControls::FoldCase,     preferencesControls::DictionaryOrder,
+    preferencesControls::CombineFiles, preferencesControls::IncludeTotals,
+    preferencesControls::IncludeRange, preferencesControls::IncludePerMillion};
 
 } // namespace
 
@@ -164,18 +171,24 @@ private slots:
     {
         QTest::addColumn<QByteArray>("plist"); // the body of the stored dictionary
         QTest::addColumn<QString>("controls");
-        QTest::newRow("nothing stored") << QByteArray() << u"0 0 0 0 | 1 | [] | 0"_s;
-        QTest::newRow("all on") << "<key>FoldCase</key><true/><key>DictionaryOrder</key><true/>"
-                                   "<key>CombineFiles</key><true/><key>IncludeTotals</key><true/>"
-                                   "<key>MinimumCount</key><integer>70000</integer>"
-                                   "<key>StopListPath</key><string>/home/me/stop.txt</string>"
-                                   "<key>ListFormat</key><integer>2</integer>"_ba
-                                << u"1 1 1 1 | 70000 | [/home/me/stop.txt] | 2"_s;
-        // Below 1 keeps every word, as 1 does; a number naming no format is the text.
+        QTest::newRow("nothing stored") << QByteArray() << u"0 0 0 0 0 0 | 1 | [] | 0 | [] 6.63"_s;
+        QTest::newRow("all on")
+            << "<key>FoldCase</key><true/><key>DictionaryOrder</key><true/>"
+               "<key>CombineFiles</key><true/><key>IncludeTotals</key><true/>"
+               "<key>IncludeRange</key><true/>"
+               "<key>IncludePerMillion</key><true/>"
+               "<key>MinimumCount</key><integer>70000</integer>"
+               "<key>StopListPath</key><string>/home/me/stop.txt</string>"
+               "<key>ListFormat</key><integer>2</integer>"
+               "<key>ReferencePath</key><string>~/BNC</string>"
+               "<key>KeynessThreshold</key><real>15.13</real>"_ba
+            << u"1 1 1 1 1 1 | 70000 | [/home/me/stop.txt] | 2 | [~/BNC] 15.13"_s;
+        // Below 1 keeps every word, as 1 does; a number naming no format is the text; a
+        // threshold below 0 keeps every word, as 0 does.
         QTest::newRow("out of their range")
             << "<key>MinimumCount</key><integer>-5</integer><key>ListFormat</key>"
-               "<integer>9</integer>"_ba
-            << u"0 0 0 0 | 1 | [] | 0"_s;
+               "<integer>9</integer><key>KeynessThreshold</key><integer>-4</integer>"_ba
+            << u"0 0 0 0 0 0 | 1 | [] | 0 | [] 0"_s;
     }
     void wordListOptionsLoadWhatIsStored()
     {
@@ -192,16 +205,17 @@ private slots:
         QSignalSpy issued(&window, &PreferencesWindow::commandIssued);
         window.loadFromStore(); // loading is no change of the user's
         QStringList boxes;
-        for (const char* id :
-             {preferencesControls::FoldCase, preferencesControls::DictionaryOrder,
-              preferencesControls::CombineFiles, preferencesControls::IncludeTotals}) {
+        for (const char* id : optionBoxes) {
             boxes.append(QString::number(control<QCheckBox>(window, id)->isChecked()));
         }
         QCOMPARE(
-            u"%1 | %2 | [%3] | %4"_s.arg(boxes.join(u' '))
+            u"%1 | %2 | [%3] | %4 | [%5] %6"_s.arg(boxes.join(u' '))
                 .arg(control<QSpinBox>(window, preferencesControls::MinimumCount)->value())
                 .arg(control<QLineEdit>(window, preferencesControls::StopListPath)->text())
-                .arg(control<QComboBox>(window, preferencesControls::ListFormat)->currentIndex()),
+                .arg(control<QComboBox>(window, preferencesControls::ListFormat)->currentIndex())
+                .arg(control<QLineEdit>(window, preferencesControls::ReferencePath)->text())
+                .arg(control<QDoubleSpinBox>(window, preferencesControls::KeynessThreshold)
+                         ->value()),
             controls);
         QCOMPARE(issued.size(), 0);
     }
@@ -218,9 +232,7 @@ private slots:
         const auto handleIssued = [&] {
             return window.handleCommand(issued.takeLast().first().value<CommandId>());
         };
-        for (const char* id :
-             {preferencesControls::FoldCase, preferencesControls::DictionaryOrder,
-              preferencesControls::CombineFiles, preferencesControls::IncludeTotals}) {
+        for (const char* id : optionBoxes) {
             control<QCheckBox>(window, id)->click();
             QCOMPARE(handleIssued(), eventNotHandledErr);
         }
@@ -236,6 +248,10 @@ private slots:
         format->setCurrentIndex(1);
         emit format->activated(1);
         QCOMPARE(handleIssued(), eventNotHandledErr);
+        QTest::keyClicks(control<QLineEdit>(window, preferencesControls::ReferencePath), u"~/r"_s);
+        QCOMPARE(handleIssued(), eventNotHandledErr);
+        control<QDoubleSpinBox>(window, preferencesControls::KeynessThreshold)->setValue(3.84);
+        QCOMPARE(handleIssued(), eventNotHandledErr);
 
         QVERIFY(store.readBool(prefs::FoldCase));
         QVERIFY(store.readBool(prefs::DictionaryOrder));
@@ -244,39 +260,60 @@ private slots:
         QCOMPARE(store.readInteger(prefs::MinimumCount), 2);
         QCOMPARE(store.readString(prefs::StopListPath), u"~/s"_s);
         QCOMPARE(store.readInteger(prefs::ListFormat), 1);
+        QVERIFY(store.readBool(prefs::IncludeRange));
+        QVERIFY(store.readBool(prefs::IncludePerMillion));
+        QCOMPARE(store.readString(prefs::ReferencePath), u"~/r"_s);
+        QCOMPARE(store.readReal(prefs::KeynessThreshold), 3.84);
         // The design's five keep their defaults.
         QCOMPARE(store.GetIncludeFrequency(), true);
         QCOMPARE(store.GetSortBy(), SortBy::Alphabetical);
         QCOMPARE(store.GetQuitWhenDone(), false);
     }
 
-    void stopListIsChosenInTheOpenPanel_data()
+    void pathsAreChosenInTheOpenPanel_data()
     {
+        QTest::addColumn<bool>("reference");
         QTest::addColumn<QStringList>("answer");
         QTest::addColumn<QString>("stored");
-        QTest::newRow("chosen") << QStringList{u"/home/me/stop.txt"_s, u"/home/me/b"_s}
-                                << u"/home/me/stop.txt"_s;
-        QTest::newRow("cancelled") << QStringList() << u"/old.txt"_s;
+        QTest::newRow("stop list chosen")
+            << false << QStringList{u"/home/me/stop.txt"_s, u"/home/me/b"_s}
+            << u"/home/me/stop.txt"_s;
+        QTest::newRow("stop list cancelled") << false << QStringList() << u"/old.txt"_s;
+        QTest::newRow("reference chosen")
+            << true << QStringList{u"/home/me/ref.csv"_s} << u"/home/me/ref.csv"_s;
+        QTest::newRow("reference cancelled") << true << QStringList() << u"/old.txt"_s;
     }
-    void stopListIsChosenInTheOpenPanel()
+    void pathsAreChosenInTheOpenPanel()
     {
+        QFETCH(bool, reference);
         QFETCH(QStringList, answer);
         QFETCH(QString, stored);
+        const prefs::StringKey key = reference ? prefs::ReferencePath : prefs::StopListPath;
         testing::TestEnvironment env;
         PreferenceStore store;
         store.writeString(prefs::StopListPath, u"/old.txt"_s);
+        store.writeString(prefs::ReferencePath, u"/old.txt"_s);
         testing::RecordingDesktop desktop;
         desktop.answerOpenPanel(answer);
         PreferencesWindow window(store, desktop);
         window.loadFromStore();
         QSignalSpy issued(&window, &PreferencesWindow::commandIssued);
-        control<QPushButton>(window, preferencesControls::ChooseStopList)->click();
+        control<QPushButton>(window, reference ? preferencesControls::ChooseReference
+                                               : preferencesControls::ChooseStopList)
+            ->click();
         QCOMPARE(window.handleCommand(issued.takeLast().first().value<CommandId>()),
                  eventNotHandledErr);
         QCOMPARE(desktop.texts(u"openPanel"_s),
-                 QStringList{QString::fromUtf16(chooseStopListPrompt)});
-        QCOMPARE(store.readString(prefs::StopListPath), stored);
-        QCOMPARE(control<QLineEdit>(window, preferencesControls::StopListPath)->text(), stored);
+                 QStringList{
+                     QString::fromUtf16(reference ? chooseReferencePrompt : chooseStopListPrompt)});
+        QCOMPARE(store.readString(key), stored);
+        QCOMPARE(control<QLineEdit>(window, reference ? preferencesControls::ReferencePath
+                                                      : preferencesControls::StopListPath)
+                     ->text(),
+                 stored);
+        // The other path stays as it was.
+        QCOMPARE(store.readString(reference ? prefs::StopListPath : prefs::ReferencePath),
+                 u"/old.txt"_s);
     }
 
     void everyWordListOptionHasATooltip()
@@ -289,7 +326,10 @@ private slots:
              {preferencesControls::FoldCase, preferencesControls::DictionaryOrder,
               preferencesControls::MinimumCount, preferencesControls::StopListPath,
               preferencesControls::ChooseStopList, preferencesControls::CombineFiles,
-              preferencesControls::ListFormat, preferencesControls::IncludeTotals}) {
+              preferencesControls::ListFormat, preferencesControls::IncludeTotals,
+              preferencesControls::IncludeRange, preferencesControls::IncludePerMillion,
+              preferencesControls::ReferencePath, preferencesControls::ChooseReference,
+              preferencesControls::KeynessThreshold}) {
             QWidget* widget = control<QWidget>(window, id);
             QVERIFY2(widget && !widget->toolTip().isEmpty(), id);
             QVERIFY2(commandOf(*widget).code != 0, id);

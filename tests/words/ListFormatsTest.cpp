@@ -77,6 +77,11 @@ private slots:
         QTest::newRow("ListFormat 0") << "ListFormat"_ba << QVariant(0);
         QTest::newRow("ListFormat naming no format") << "ListFormat"_ba << QVariant(7);
         QTest::newRow("IncludeTotals off") << "IncludeTotals"_ba << QVariant(false);
+        QTest::newRow("IncludeRange off") << "IncludeRange"_ba << QVariant(false);
+        QTest::newRow("IncludePerMillion off") << "IncludePerMillion"_ba << QVariant(false);
+        QTest::newRow("no reference") << "ReferencePath"_ba << QVariant(QString());
+        // Without a reference the threshold has nothing to choose from.
+        QTest::newRow("a threshold alone") << "KeynessThreshold"_ba << QVariant(3.84);
     }
     void defaultOptionsGiveTheDesignsListExactly()
     {
@@ -89,6 +94,8 @@ private slots:
             QVERIFY(w.prefs.writeInteger({key.constData(), 0}, stored.toInt()));
         } else if (stored.typeId() == QMetaType::QString) {
             QVERIFY(w.prefs.writeString({key.constData(), ""}, stored.toString()));
+        } else if (stored.typeId() == QMetaType::Double) {
+            QVERIFY(w.prefs.writeReal({key.constData(), 0.0}, stored.toDouble()));
         }
         const WordTable tricky{
             {u"Zebra"_s, 1}, {u"apple"_s, 3},  {u"Apple"_s, 2},  {u"10"_s, 1},
@@ -123,7 +130,7 @@ private slots:
         w.prefs.writeChoice(prefs::LineStyle, LineStyle::Space);
         WordListOptions options;
         options.listFormat = ListFormat::Csv;
-        options.includeTotals = true; // to the log, not a row
+        options.includeTotals = true; // rows after an empty row, and the log
         const QByteArray bytes = w.render(awkwardWords, options).toUtf8();
         QVERIFY(bytes.startsWith(frequency ? "word,count\r\n" : "word\r\n"));
         QVERIFY(bytes.endsWith("\r\n"));
@@ -137,9 +144,17 @@ private slots:
             const QString cell = word.startsWith(u'@') ? u"'"_s + word : word;
             expected.append(frequency ? QJsonArray{cell, field} : QJsonArray{cell});
         }
+        expected.append(QJsonArray{});
+        for (const auto& [name, value] :
+             {std::pair{u"words in the text"_s, u"25"_s}, std::pair{u"words listed"_s, u"25"_s},
+              std::pair{u"distinct words in the text"_s, u"11"_s},
+              std::pair{u"distinct words listed"_s, u"11"_s},
+              std::pair{u"type/token ratio"_s, u"0.4400"_s}}) {
+            expected.append(QJsonArray{u"# "_s + name, value});
+        }
         QCOMPARE(rowsReadByPython(w.env.writeFile(u"list.csv"_s, bytes)), expected);
-        QCOMPARE(w.logLines.last(),
-                 u"Totals of \"list\": 25 words, 11 distinct words, type/token ratio 0.4400"_s);
+        QCOMPARE(w.logLines.last(), u"Totals of \"list\": 25 words in the text, 25 listed; 11 "
+                                    u"distinct words, 11 listed; type/token ratio 0.4400"_s);
     }
 
     void fieldsOfEachFormat_data()
@@ -172,14 +187,26 @@ private slots:
     }
 
     // The totals line stands on a line of its own at the end, also where the words are
-    // not on lines; the text's counts follow the locale, the totals are plain ASCII.
+    // not on lines; the text's counts follow the locale, the totals are plain ASCII. CSV and
+    // TSV have them as rows after an empty row.
     void totalsEndTheList_data()
     {
         QTest::addColumn<int>("format");
         QTest::addColumn<int>("lineStyle");
         QTest::addColumn<bool>("frequency");
         QTest::addColumn<QString>("expected");
-        const QString totals = u"# 6 words, 3 distinct words, type/token ratio 0.5000"_s;
+        const QString totals = u"# 6 words in the text, 6 listed; 3 distinct words, 3 listed; "
+                               u"type/token ratio 0.5000"_s;
+        const auto rows = [](const char* separator, const char* end) {
+            QString text = QString::fromLatin1(end);
+            for (const char* row :
+                 {"# words in the text|6", "# words listed|6", "# distinct words in the text|3",
+                  "# distinct words listed|3", "# type/token ratio|0.5000"}) {
+                text += QString::fromLatin1(row).replace(u'|', QLatin1String(separator)) +
+                        QLatin1String(end);
+            }
+            return text;
+        };
         QTest::newRow("text, LF") << 0 << 1 << true
                                   << u"cat (2)\ndog (1)\nthe (3)\n"_s + totals + u"\n"_s;
         QTest::newRow("text, CR LF")
@@ -189,10 +216,11 @@ private slots:
         QTest::newRow("text, nothing between")
             << 0 << 0 << false << u"catdogthe\n"_s + totals + u"\n"_s;
         QTest::newRow("TSV") << 2 << 3 << true
-                             << u"word\tcount\ncat\t2\ndog\t1\nthe\t3\n"_s + totals + u"\n"_s;
+                             << u"word\tcount\ncat\t2\ndog\t1\nthe\t3\n"_s + rows("\t", "\n");
         QTest::newRow("TSV without counts")
-            << 2 << 1 << false << u"word\ncat\ndog\nthe\n"_s + totals + u"\n"_s;
-        QTest::newRow("CSV") << 1 << 1 << true << u"word,count\r\ncat,2\r\ndog,1\r\nthe,3\r\n"_s;
+            << 2 << 1 << false << u"word\ncat\ndog\nthe\n"_s + rows("\t", "\n");
+        QTest::newRow("CSV") << 1 << 1 << true
+                             << u"word,count\r\ncat,2\r\ndog,1\r\nthe,3\r\n"_s + rows(",", "\r\n");
     }
     void totalsEndTheList()
     {

@@ -8,7 +8,12 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QTest>
 
 using namespace tallyvox;
@@ -95,6 +100,76 @@ WordTable readTsv(const QString& path)
     return table;
 }
 
+// Recomputes every figure of a combined keyword list (CSV, with range, dispersion, rate and
+// totals) from the documents, split at white space as the stand-in indexer splits them,
+// and prints what differs.
+const char16_t recomputeKeywordList[] = uR"(
+import csv, json, math, sys
+from collections import Counter
+args = json.loads(sys.argv[1])
+def words(path):
+    return open(path, encoding='utf-8').read().split()
+files = [Counter(words(p)) for p in args['files']]
+ref = Counter()
+for p in args['reference']:
+    ref.update(words(p))
+total = Counter()
+for f in files:
+    total.update(f)
+c, d = sum(total.values()), sum(ref.values())
+sizes = [sum(f.values()) for f in files]
+def g2(a, b):
+    e1, e2 = c * (a + b) / (c + d), d * (a + b) / (c + d)
+    t = lambda o, e: o * math.log(o / e) if o > 0 else 0
+    return 2 * (t(a, e1) + t(b, e2))
+rows, left_out = [], 0
+for w in set(total) | set(ref):
+    a, b = total[w], ref[w]
+    g = g2(a, b)
+    if g < args['threshold']:
+        left_out += 1
+        continue
+    counts = [f[w] for f in files]
+    dp = D = None
+    if a > 0:
+        dp = 0.5 * sum(abs(x / a - s / c) for x, s in zip(counts, sizes))
+        p = [x / s for x, s in zip(counts, sizes)]
+        m = sum(p) / len(p)
+        sd = math.sqrt(sum((x - m) ** 2 for x in p) / len(p))
+        D = 1 - (sd / m) / math.sqrt(len(p) - 1)
+    lr = math.log2(((a or 0.5) / c) / ((b or 0.5) / d))
+    rows.append([w, a, sum(1 for x in counts if x), D, dp, a * 1e6 / c, b, g, lr,
+                 '+' if a * d > b * c else '-'])
+rows.sort(key=lambda r: (r[9] != '+', -r[7], r[0].encode('utf-16-be')))
+with open(args['list'], newline='', encoding='utf-8') as f:
+    written = list(csv.reader(f, strict=True))
+problems = []
+header = ['word', 'count', 'range', 'juilland d', 'dp', 'per million', 'reference count',
+          'log-likelihood', 'log ratio', 'sign']
+if written[0] != header:
+    problems.append(['header', written[0]])
+end = written.index([])
+for want, got in zip(rows, written[1:end]):
+    for i, value in enumerate(want):
+        cell = got[i]
+        same = (cell == value if isinstance(value, str) else
+                cell == '' if value is None else
+                cell == str(value) if isinstance(value, int) else
+                abs(float(cell) - value) <= 0.00005 + 1e-12)
+        if not same:
+            problems.append([want[0], header[i], cell, value])
+if end - 1 != len(rows):
+    problems.append(['rows', end - 1, len(rows)])
+totals = {row[0]: row[1] for row in written[end + 1:]}
+for name, value in [('# words in the text', c), ('# files', len(files)),
+                    ('# words in the reference', d)]:
+    if totals.get(name) != str(value):
+        problems.append([name, totals.get(name), value])
+if left_out == 0 or len(rows) < 3:
+    problems.append(['the threshold chose nothing', left_out, len(rows)])
+print(json.dumps(problems))
+)";
+
 } // namespace
 
 class WordListRunTest : public QObject {
@@ -120,6 +195,18 @@ private slots:
         const QString list = u"Combined/Combined word list.tsv"_s;
         QCOMPARE(w.lists(), QStringList{list});
         QCOMPARE(readTsv(w.output() + u'/' + list), sum);
+        // The totals of the text, as rows after an empty row, and the files they came from.
+        w.prefs.writeBool(prefs::IncludeTotals, true);
+        QCOMPARE(w.runBatch(files, true), noErr);
+        QFile withTotals(w.output() + u'/' + list);
+        QVERIFY(withTotals.open(QIODevice::ReadOnly));
+        QVERIFY(withTotals.readAll().endsWith("\n\n# words in the text\t19\n# words listed\t19\n"
+                                              "# distinct words in the text\t15\n"
+                                              "# distinct words listed\t15\n"
+                                              "# type/token ratio\t0.7895\n# files\t3\n"));
+        w.desktop.clear();
+        w.prefs.writeBool(prefs::IncludeTotals, false);
+        QCOMPARE(w.runBatch(files, true), noErr);
         QCOMPARE(w.desktop.texts(u"editor"_s), QStringList{w.output() + u'/' + list});
         QVERIFY(w.desktop.logLines().contains(u"There are 19 words in 3 files"_s));
     }
@@ -211,6 +298,85 @@ private slots:
         w.desktop.clear();
         QCOMPARE(w.runBatch(files, combine), noErr);
         QCOMPARE(w.desktop.alerts().size(), alerts);
+    }
+
+    void combinedKeywordListIsRecomputedInPython()
+    {
+        if (QStandardPaths::findExecutable(u"python3"_s).isEmpty()) {
+            QSKIP("python3 is needed");
+        }
+        World w;
+        const QStringList references{
+            w.env.writeFile(u"reference/r1.txt"_s,
+                            "the the the the a a a a and and and of of of of to to in in is "
+                            "it that the dog\n"),
+            w.env.writeFile(u"reference/more/r2.txt"_s,
+                            "the of and to a in is was he for it with as his on be at by I "
+                            "the the of cat\n")};
+        // The reference takes longer than the files: the lists wait for it.
+        testing::FakeIndexer::Script slow;
+        slow.delay = std::chrono::milliseconds(300);
+        slow.table = testing::countWhiteSpaceWords(
+            "the of and to a in is was he for it with as his on be at by I the the of cat\n");
+        w.indexer.script(references[1], slow);
+        w.prefs.writeInteger(prefs::ListFormat, static_cast<qint32>(ListFormat::Csv));
+        w.prefs.writeBool(prefs::IncludeRange, true);
+        w.prefs.writeBool(prefs::IncludePerMillion, true);
+        w.prefs.writeBool(prefs::IncludeTotals, true);
+        w.prefs.writeString(prefs::ReferencePath, w.env.root() + u"/reference"_s);
+        w.prefs.writeReal(prefs::KeynessThreshold, 1.0);
+        QList<FileRef> files;
+        QJsonArray filePaths;
+        for (qsizetype i = 0; i < documents.size(); ++i) {
+            files.append(w.input(u"doc%1.txt"_s.arg(i), documents[i]));
+            filePaths.append(files.last().path());
+        }
+        QCOMPARE(w.runBatch(files, true), noErr);
+        const QString list = w.output() + u"/Combined/Combined word list.csv"_s;
+        QCOMPARE(w.desktop.texts(u"editor"_s), QStringList{list});
+
+        QJsonObject args{{u"files"_s, filePaths},
+                         {u"reference"_s, QJsonArray::fromStringList(references)},
+                         {u"list"_s, list},
+                         {u"threshold"_s, 1.0}};
+        QProcess python;
+        python.start(u"python3"_s,
+                     {u"-c"_s, QString::fromUtf16(recomputeKeywordList),
+                      QString::fromUtf8(QJsonDocument(args).toJson(QJsonDocument::Compact))});
+        QVERIFY(python.waitForFinished(10000));
+        QCOMPARE(python.readAllStandardError(), QByteArray());
+        QCOMPARE(python.readAllStandardOutput().trimmed(), "[]"_ba);
+    }
+
+    // No keyword list without its reference, and one alert for it, as for a stop list.
+    void unreadableReferenceGivesOneAlertAndNoList_data()
+    {
+        QTest::addColumn<bool>("inARun");
+        QTest::addColumn<bool>("combine");
+        QTest::addColumn<int>("alerts");
+        QTest::newRow("a run of three lists") << true << false << 1;
+        QTest::newRow("a run of one combined list") << true << true << 1;
+        QTest::newRow("three service requests") << false << false << 3;
+    }
+    void unreadableReferenceGivesOneAlertAndNoList()
+    {
+        QFETCH(bool, inARun);
+        QFETCH(bool, combine);
+        QFETCH(int, alerts);
+        World w;
+        const QString reference = w.env.root() + u"/missing reference"_s;
+        w.prefs.writeString(prefs::ReferencePath, reference);
+        w.inARun = inARun;
+        QList<FileRef> files;
+        for (qsizetype i = 0; i < documents.size(); ++i) {
+            files.append(w.input(u"doc%1.txt"_s.arg(i), documents[i]));
+        }
+        QCOMPARE(w.runBatch(files, combine), ioErr);
+        const QString alert =
+            u"The reference \"%1\" cannot be read, so no keyword list is made."_s.arg(reference);
+        QCOMPARE(w.desktop.alerts(), QStringList(alerts, alert));
+        QCOMPARE(w.lists(), QStringList());
+        QVERIFY(w.desktop.texts(u"editor"_s).isEmpty());
     }
 
     void stopListAndFoldingShapeTheRunsList()
