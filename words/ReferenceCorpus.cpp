@@ -175,10 +175,11 @@ std::optional<WordTable> parseWordList(const QByteArray& bytes)
             word.remove(0, 1);
         }
         const std::optional<qint64> count = row->size() > 1 ? countOf(row->at(1)) : std::nullopt;
-        if (word.isEmpty() || !count) {
+        // Decoded first: a word of a byte-order mark alone decodes to nothing.
+        const QString key = QString::fromUtf8(word);
+        if (key.isEmpty() || !count) {
             return std::nullopt;
         }
-        const QString key = QString::fromUtf8(word);
         table.insert(key, addCounts(table.value(key, 0), *count));
     }
     return table;
