@@ -12,7 +12,7 @@ namespace tallyvox::indexer {
 
 bool writeResultFile(const std::string& folder, const WordMap& words)
 {
-    const std::string target = folder + '/' + resultFileName;
+    const std::string target = folder + '/' + tallyvox::resultFileName;
     std::string pattern = target + ".XXXXXX";
     const int fd = ::mkstemp(pattern.data());
     if (fd < 0) {

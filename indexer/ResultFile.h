@@ -1,13 +1,11 @@
 #pragma once
 
 #include "indexer/WordMap.h"
+#include "support/IndexerContract.h"
 
 #include <string>
 
 namespace tallyvox::indexer {
-
-/// The result file's name inside the temporary folder; the application looks for it there.
-inline constexpr const char* resultFileName = "index-1964.dat";
 
 /// Writes words as the result file in folder, replacing an earlier one atomically: the table
 /// goes to a new file beside it, which is then renamed over it. Returns false, leaving

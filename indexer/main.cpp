@@ -9,6 +9,7 @@
 #include "indexer/ResultFile.h"
 #include "indexer/Threads.h"
 #include "indexer/WordCounter.h"
+#include "support/IndexerContract.h"
 #include "support/TemporaryFolder.h"
 
 #include <algorithm>
@@ -20,8 +21,6 @@
 #include <sys/stat.h>
 
 namespace {
-
-constexpr int partialTable = 3;
 
 // One line naming the file and every reason its table is partial.
 void reportCuts(const char* program, const char* path, const std::vector<std::string>& cuts)
@@ -57,6 +56,11 @@ int main(int argc, char** argv)
     }
     const std::string folder = tallyvox::temporaryFolder();
     if (folder.empty()) {
+        // Run by hand with a shared TMPDIR, it would otherwise end without a word.
+        std::fprintf(stderr,
+                     "%s: writes its table only into a private folder (the user's own, which "
+                     "nobody else may enter); \"%s\" is not one\n",
+                     argv[0], tallyvox::temporaryFolderCandidate().c_str());
         return 1;
     }
     progress::setTotal(size);
@@ -73,7 +77,7 @@ int main(int argc, char** argv)
         }
         if (!read.cuts.empty()) {
             reportCuts(argv[0], argv[1], read.cuts);
-            return partialTable;
+            return tallyvox::partialTableStatus;
         }
         return 0;
     } catch (const std::exception& error) {

@@ -87,6 +87,12 @@ TemporaryFolderChoice chooseTemporaryFolder()
                                     "uses a new one of its own for this run");
 }
 
+std::string temporaryFolderCandidate()
+{
+    const std::string tmp = environment("TMPDIR");
+    return tmp.empty() ? usualFolder() : tmp;
+}
+
 std::string temporaryFolder()
 {
     if (const std::string tmp = environment("TMPDIR"); !tmp.empty()) {

@@ -28,4 +28,7 @@ TemporaryFolderChoice chooseTemporaryFolder();
 /// (the application hands each run a private folder of its own). Empty otherwise.
 std::string temporaryFolder();
 
+/// The folder temporaryFolder() looks at, private or not: $TMPDIR, else the usual place.
+std::string temporaryFolderCandidate();
+
 } // namespace tallyvox

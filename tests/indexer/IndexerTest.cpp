@@ -59,6 +59,7 @@ private slots:
     void countsWords();
     void replacesTheEarlierResult();
     void givesUpQuietlyOnADirectoryInTheWay();
+    void saysWhyItRefusesASharedFolder();
     void sameFileWhateverTheThreads_data();
     void sameFileWhateverTheThreads();
 };
@@ -174,6 +175,32 @@ void IndexerTest::givesUpQuietlyOnADirectoryInTheWay()
         QVERIFY(runIndexer(indexer, input) > 0);
         QVERIFY(QFileInfo(result + QStringLiteral("/inside")).isDir());
         QVERIFY(leftovers(environment).isEmpty());
+    }
+}
+
+// A folder others can enter is refused, and the indexer says which and why.
+void IndexerTest::saysWhyItRefusesASharedFolder()
+{
+    TestEnvironment environment;
+    const QString input = environment.writeFile(QStringLiteral("a.txt"), "some words");
+    const QString shared = environment.root() + QStringLiteral("/shared");
+    QVERIFY(QDir().mkpath(shared));
+    QVERIFY(QFile::setPermissions(shared, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                              QFileDevice::ExeOwner | QFileDevice::ReadOther |
+                                              QFileDevice::ExeOther));
+    for (const QString& indexer : indexers) {
+        QProcess process;
+        QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+        variables.insert(QStringLiteral("TMPDIR"), shared);
+        process.setProcessEnvironment(variables);
+        process.start(QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR "/") + indexer, {input});
+        QVERIFY(process.waitForFinished(30000));
+        QCOMPARE(process.exitCode(), 1);
+        const QString said = QString::fromUtf8(process.readAllStandardError());
+        QVERIFY2(said.contains(QStringLiteral("private folder")) &&
+                     said.contains(QLatin1Char('"') + shared + QLatin1Char('"')),
+                 qPrintable(said));
+        QVERIFY(!QFile::exists(shared + QLatin1Char('/') + resultName));
     }
 }
 
