@@ -9,7 +9,7 @@
 #include "shell/ConsoleView.h"
 #include "shell/Extraction.h"
 #include "shell/JobQueue.h"
-#include "shell/ServiceRequests.h"
+#include "shell/ServiceActions.h"
 #include "shell/TemporaryFolderLease.h"
 
 #include <QEventLoop>

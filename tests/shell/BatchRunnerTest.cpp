@@ -2,7 +2,7 @@
 #include "prefs/PreferenceStore.h"
 #include "shell/BatchView.h"
 #include "shell/JobQueue.h"
-#include "shell/ServiceRequests.h"
+#include "shell/ServiceActions.h"
 #include "tests/common/FakeIndexer.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"

@@ -1,6 +1,6 @@
-#include "shell/ServiceRequests.h"
 #include "prefs/PreferenceStore.h"
 #include "shell/JobQueue.h"
+#include "shell/ServiceActions.h"
 #include "shell/ServiceBus.h"
 #include "tests/common/FakeIndexer.h"
 #include "tests/common/RecordingDesktop.h"

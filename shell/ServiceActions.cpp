@@ -1,4 +1,4 @@
-#include "shell/ServiceRequests.h"
+#include "shell/ServiceActions.h"
 
 #include "shell/JobQueue.h"
 #include "shell/ServiceBus.h"
