@@ -314,7 +314,7 @@ def many_rows(app, indexer, work, sandbox, only, runs):
             continue
         log(f"  {name}")
         if (files, size) not in made:
-            made[(files, size)] = make_collection(work / f"files-{files}", files, size)
+            made[(files, size)] = make_collection(work / f"files-{files}-{size}", files, size)
         paths = [str(p) for p in made[(files, size)]]
         if combined is None:
             indexer_env = dict(env, TMPDIR=str(sandbox.indexer_tmp))
