@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QFutureWatcher>
+#include <QStringDecoder>
 #include <QtConcurrent/QtConcurrentRun>
 
 #include <sys/stat.h>
@@ -175,8 +176,10 @@ std::optional<WordTable> parseWordList(const QByteArray& bytes)
             word.remove(0, 1);
         }
         const std::optional<qint64> count = row->size() > 1 ? countOf(row->at(1)) : std::nullopt;
-        // Decoded first: a word of a byte-order mark alone decodes to nothing.
-        const QString key = QString::fromUtf8(word);
+        // Decoded as written: fromUtf8 would drop a word's leading byte-order mark, so a
+        // word of marks alone would come out empty and "\uFEFF\uFEFFx" as another word.
+        QStringDecoder decode(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom);
+        const QString key = decode(word);
         if (key.isEmpty() || !count) {
             return std::nullopt;
         }

@@ -74,6 +74,9 @@ private slots:
             << u"back\\slash=2 tab\there=1"_s;
         QTest::newRow("byte-order mark")
             << "\xEF\xBB\xBFword\tcount\n\xC3\xBC\t5\n"_ba << u"\u00fc=5"_s;
+        QTest::newRow("byte-order marks in a word are part of it")
+            << "word\tcount\n\xEF\xBB\xBF\t2\n\xEF\xBB\xBF\xEF\xBB\xBFx\t1\n"_ba
+            << u"\uFEFF=2 \uFEFF\uFEFFx=1"_s;
         QTest::newRow("a word twice") << "word,count\r\na,2\r\na,3\r\n"_ba << u"a=5"_s;
         QTest::newRow("header only") << "word,count\r\n"_ba << QString();
         QTest::newRow("no count column") << "word\r\nthe\r\n"_ba << u"none"_s;
