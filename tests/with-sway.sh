@@ -27,7 +27,8 @@ if command -v sway >/dev/null; then
     tries=0
     while [ -z "$(find "$runtime" -name 'wayland-*' ! -name '*.lock' 2>/dev/null)" ]; do
         tries=$((tries + 1))
-        if [ "$tries" -gt 200 ] || ! kill -0 "$server" 2>/dev/null; then
+        # Up to 30 s: on a machine busy with a parallel build sway has taken over 10 s.
+        if [ "$tries" -gt 600 ] || ! kill -0 "$server" 2>/dev/null; then
             break
         fi
         sleep 0.05
