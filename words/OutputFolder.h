@@ -32,8 +32,8 @@ inline constexpr char combinedListFolder[] = "Combined";
 /// Like CreateOutputFile, in combinedListFolder, which is made when missing.
 Status createCombinedListFile(const QString& fileName, std::optional<FileRef>& outFile);
 
-/// Replaces the content of file by bytes whole or not at all: they go to a new file beside
-/// it, which is then renamed over it. On failure (a full disk) the file keeps what it had.
+/// Replaces the content of file by bytes, never through a link. On failure (a full disk)
+/// the file is left empty, never with a part of them.
 Status replaceFileContents(const FileRef& file, const QByteArray& bytes);
 
 /// Hands the file to the user's text editor; whatever happens is not reported.

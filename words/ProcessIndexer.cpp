@@ -16,12 +16,70 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <mutex>
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
 
 namespace tallyvox {
+
+// Folders kept empty for the next runs. One run at a time writes in a folder, so whatever
+// result is found there is that run's; making and removing a folder for every file cost a
+// tenth of a batch's CPU on ext4. Shared with the runs, which may outlive the indexer.
+class RunFolders {
+public:
+    explicit RunFolders(QString temporaryFolder) : m_temporaryFolder(std::move(temporaryFolder)) {}
+    ~RunFolders()
+    {
+        const std::lock_guard lock(m_mutex);
+        for (const QString& folder : m_free) {
+            QDir(folder).removeRecursively();
+        }
+    }
+    RunFolders(const RunFolders&) = delete;
+    RunFolders& operator=(const RunFolders&) = delete;
+
+    std::optional<QString> take()
+    {
+        {
+            const std::lock_guard lock(m_mutex);
+            if (!m_free.empty()) {
+                QString folder = std::move(m_free.back());
+                m_free.pop_back();
+                return folder;
+            }
+        }
+        if (m_temporaryFolder.isEmpty()) {
+            return std::nullopt;
+        }
+        QByteArray pattern = encodePath(m_temporaryFolder + QStringLiteral("/run-XXXXXX"));
+        if (::mkdtemp(pattern.data()) == nullptr) {
+            return std::nullopt;
+        }
+        return decodePath(pattern);
+    }
+
+    /// Keeps folder for another run when nothing is left in it; removes it otherwise.
+    void giveBack(const QString& folder)
+    {
+        constexpr std::size_t kept = 16;
+        const QDir dir(folder);
+        if (dir.isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System)) {
+            const std::lock_guard lock(m_mutex);
+            if (m_free.size() < kept) {
+                m_free.push_back(folder);
+                return;
+            }
+        }
+        QDir(folder).removeRecursively();
+    }
+
+private:
+    const QString m_temporaryFolder;
+    std::mutex m_mutex;
+    std::vector<QString> m_free;
+};
 
 namespace {
 
@@ -30,19 +88,6 @@ constexpr qsizetype errorOutputLimit = qsizetype{64} * 1024;
 
 // The indexer's progress lines are short; anything longer is not one of them.
 constexpr qint64 progressLineLimit = 128;
-
-// A folder only this run writes to, so whatever result is found there is this run's.
-std::optional<QString> makeRunFolder(const QString& temporaryFolder)
-{
-    if (temporaryFolder.isEmpty()) {
-        return std::nullopt;
-    }
-    QByteArray pattern = encodePath(temporaryFolder + QStringLiteral("/run-XXXXXX"));
-    if (::mkdtemp(pattern.data()) == nullptr) {
-        return std::nullopt;
-    }
-    return decodePath(pattern);
-}
 
 // What the child hands to execve. Qt passes arguments and the environment as text, which
 // cannot carry a file name that is not UTF-8, so the child execs the indexer itself with
@@ -79,25 +124,29 @@ std::shared_ptr<ExecImage> execImage(const QString& program, const QString& posi
     return image;
 }
 
-// The result the run left, read away from the event loop: a large table takes a while.
-std::optional<WordTable> readResult(const QString& runFolder)
+// The result the run left, read away from the event loop (a large table takes a while),
+// and removed; the folder goes back for another run.
+std::optional<WordTable> readResult(const std::shared_ptr<RunFolders>& folders,
+                                    const QString& runFolder)
 {
-    const QString path = runFolder + QLatin1Char('/') + QLatin1String(resultFileName);
+    const QByteArray path =
+        encodePath(runFolder + QLatin1Char('/') + QLatin1String(resultFileName));
     std::optional<WordTable> table;
     struct stat info {};
-    if (::lstat(encodePath(path).constData(), &info) == 0 && S_ISREG(info.st_mode)) {
-        table = ReadWordTableFile(path);
+    if (::lstat(path.constData(), &info) == 0 && S_ISREG(info.st_mode)) {
+        table = ReadWordTableFile(decodePath(path));
     }
-    QDir(runFolder).removeRecursively();
+    ::unlink(path.constData());
+    folders->giveBack(runFolder);
     return table;
 }
 
 class ProcessRun final : public IndexerRun {
 public:
-    ProcessRun(Desktop& desktop, QString executableName, QString runFolder,
-               std::chrono::milliseconds stallLimit)
+    ProcessRun(Desktop& desktop, QString executableName, std::shared_ptr<RunFolders> folders,
+               QString runFolder, std::chrono::milliseconds stallLimit)
         : m_desktop(desktop), m_executableName(std::move(executableName)),
-          m_runFolder(std::move(runFolder)), m_stallLimit(stallLimit)
+          m_folders(std::move(folders)), m_runFolder(std::move(runFolder)), m_stallLimit(stallLimit)
     {
         m_stall.setSingleShot(true);
         connect(&m_stall, &QTimer::timeout, this, [this] { end(Why::Stalled); });
@@ -119,7 +168,7 @@ public:
             endProcessGroup();
             m_process.waitForFinished();
         }
-        if (!m_reading) {
+        if (!m_reading && !isFinished()) {
             QDir(m_runFolder).removeRecursively();
         }
     }
@@ -180,6 +229,7 @@ private:
         discard(why == Why::Stopped ? IndexerEnding::Stopped : IndexerEnding::Failed);
     }
 
+    // Whatever a failed or ended run left is not looked at; its folder is not used again.
     void discard(IndexerEnding ending)
     {
         m_stall.stop();
@@ -257,18 +307,19 @@ private:
             m_reading = false;
             finish(table ? ending : IndexerEnding::Failed, std::move(table));
         });
-        watcher->setFuture(QtConcurrent::run(readResult, m_runFolder));
+        watcher->setFuture(QtConcurrent::run(readResult, m_folders, m_runFolder));
     }
 
     Desktop& m_desktop;
     QString m_executableName;
+    std::shared_ptr<RunFolders> m_folders;
     QString m_runFolder;
     std::chrono::milliseconds m_stallLimit;
     QProcess m_process;
     QTimer m_stall;
     QByteArray m_errors;
     quint64 m_lastDone = 0;
-    // The result is being read on another thread, which also removes the folder.
+    // The result is being read on another thread, which also hands the folder back.
     bool m_reading = false;
 };
 
@@ -282,13 +333,16 @@ public:
 } // namespace
 
 ProcessIndexer::ProcessIndexer(Desktop& desktop, Setup setup)
-    : m_desktop(desktop), m_setup(std::move(setup))
+    : m_desktop(desktop), m_setup(std::move(setup)),
+      m_folders(std::make_shared<RunFolders>(m_setup.temporaryFolder))
 {}
+
+ProcessIndexer::~ProcessIndexer() = default;
 
 std::unique_ptr<IndexerRun> ProcessIndexer::start(const QString& posixPath,
                                                   const QString& executableName)
 {
-    const std::optional<QString> runFolder = makeRunFolder(m_setup.temporaryFolder);
+    const std::optional<QString> runFolder = m_folders->take();
     if (!runFolder) {
         m_desktop.log(QStringLiteral("No private temporary folder for ") + executableName +
                       QStringLiteral(" in \"") + m_setup.temporaryFolder + QLatin1Char('"'));
@@ -299,8 +353,8 @@ std::unique_ptr<IndexerRun> ProcessIndexer::start(const QString& posixPath,
         settings.append(QByteArrayLiteral("TALLYVOX_INDEXER_THREADS=") +
                         QByteArray::number(m_threadsPerRun));
     }
-    auto run =
-        std::make_unique<ProcessRun>(m_desktop, executableName, *runFolder, m_setup.stallLimit);
+    auto run = std::make_unique<ProcessRun>(m_desktop, executableName, m_folders, *runFolder,
+                                            m_setup.stallLimit);
     run->begin(m_setup.directory + QLatin1Char('/') + executableName, posixPath, settings);
     return run;
 }

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <chrono>
+#include <memory>
 
 namespace tallyvox {
 
@@ -13,8 +14,11 @@ class Desktop;
 /// How long an indexer may go without reading further before it is taken to be stuck.
 inline constexpr std::chrono::milliseconds defaultIndexerStallLimit{60'000};
 
-/// The indexer executables, run as processes. Each run gets a fresh private folder of its
-/// own as TMPDIR, inside the temporary folder, and reads the result it left there.
+class RunFolders;
+
+/// The indexer executables, run as processes. Each run gets a private folder as TMPDIR,
+/// inside the temporary folder, that no other run uses while it runs, and reads the result
+/// it left there. Emptied folders serve later runs; they go with the indexer.
 class ProcessIndexer final : public Indexer {
 public:
     struct Setup {
@@ -30,6 +34,7 @@ public:
 
     /// Log lines (the indexer's own complaints, and why a run ended) go to desktop.
     ProcessIndexer(Desktop& desktop, Setup setup);
+    ~ProcessIndexer() override;
 
     /// RunIndexer: the executable with posixPath as its one argument.
     std::unique_ptr<IndexerRun> start(const QString& posixPath,
@@ -42,6 +47,7 @@ public:
 private:
     Desktop& m_desktop;
     Setup m_setup;
+    std::shared_ptr<RunFolders> m_folders;
     int m_threadsPerRun = 0;
 };
 

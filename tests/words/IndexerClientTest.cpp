@@ -19,6 +19,7 @@
 #include <unistd.h>
 
 using namespace tallyvox;
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -147,9 +148,15 @@ private slots:
         QCOMPARE(world.desktop.logLines(),
                  QStringList{QStringLiteral("Indexing ") + world.env.root() +
                              QStringLiteral("/in/Notes and more.txt")});
-        // The run's own folder is gone with its result.
-        QCOMPARE(QDir(world.env.tempFolder())
-                     .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
+        // The result is gone; its folder is kept, empty, until the indexer goes.
+        const QDir temporary(world.env.tempFolder());
+        const QStringList left =
+            temporary.entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
+        QCOMPARE(left.size(), 1);
+        QVERIFY(QDir(temporary.filePath(left.first()))
+                    .isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden));
+        world.indexer.reset();
+        QCOMPARE(temporary.entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
                  QStringList());
     }
 
@@ -237,9 +244,44 @@ private slots:
         if (!log.isEmpty()) {
             QVERIFY2(world.logged(log), qPrintable(world.desktop.logLines().join(u'\n')));
         }
-        // Only what was planted is left: every run's folder is gone.
+        // Only what was planted is left: every run's folder is gone with the indexer.
+        world.indexer.reset();
         QCOMPARE(QDir(world.env.tempFolder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                  QStringList{QStringLiteral("index-1964.dat")});
+    }
+
+    // A run that read cleanly leaves its folder to the next; a failed one's folder, with
+    // whatever it left, is never used again.
+    void aFolderServesAgainOnlyAfterACleanRun()
+    {
+        World world;
+        world.writeIndexer(QStringLiteral("SearchKitIndexer"),
+                           "exec \"" TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer\" \"$1\"\n");
+        const WordContext words = world.context();
+        const auto tableOf = [&](const QString& name, const QByteArray& text) {
+            const std::unique_ptr<WordTableJob> job =
+                BuildWordTable(words, *FileRef::fromPath(world.env.writeFile(name, text)));
+            QSignalSpy finished(job.get(), &WordTableJob::finished);
+            return finished.wait(30000) ? std::move(job->table()) : WordTable();
+        };
+        QCOMPARE(tableOf(QStringLiteral("a.txt"), "alpha").keys(), QStringList{u"alpha"_s});
+        QCOMPARE(tableOf(QStringLiteral("b.txt"), "beta").keys(), QStringList{u"beta"_s});
+        world.writeIndexer(QStringLiteral("SearchKitIndexer"),
+                           "echo left > \"$TMPDIR/litter\"; exit 1\n");
+        world.writeIndexer(QStringLiteral("SearchKitIndexer32"), "exit 1\n");
+        QVERIFY(tableOf(QStringLiteral("c.txt"), "gamma").isEmpty());
+        QVERIFY(tableOf(QStringLiteral("d.txt"), "delta").isEmpty());
+        QStringList folders;
+        for (const QStringList& call : world.calls()) {
+            folders.append(call.at(1));
+        }
+        QCOMPARE(folders.size(), 6);
+        QCOMPARE(folders.at(1), folders.at(0));
+        QCOMPARE(folders.at(2), folders.at(0));
+        QCOMPARE(QSet<QString>(folders.begin(), folders.end()).size(), 4);
+        // Every folder failed last, so none is left.
+        QCOMPARE(QDir(world.env.tempFolder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+                 QStringList());
     }
 
     void eachRunHasAFolderOfItsOwn()
