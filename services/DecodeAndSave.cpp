@@ -172,7 +172,8 @@ void SaveGraphicData(Desktop& desktop, const QString& text)
     }
     if (const QString failure = writeData(path, *data); !failure.isEmpty()) {
         // Nothing was written: the chosen path may be a link, a pipe or a folder, none of
-        // which is the user's graphic. Said, and then opened all the same, as designed.
+        // which is the user's graphic. Said, and then opened all the same: the graphic
+        // service always hands the chosen path on.
         desktop.failureAlert(failure);
     } else if (const std::optional<FileRef> ref = getFSRef(path)) {
         std::optional<FileRef> renamed;

@@ -36,7 +36,7 @@ struct ServiceContext {
 ProcessMode ServiceModeForMessage(const QString& messageName);
 
 /// The alert after a count or a list of a file that neither indexer could read (the count
-/// itself, 0, is shown as designed).
+/// itself, 0, is shown as well).
 inline constexpr char16_t unreadableFileMessage[] = u"Tallyvox could not read \"%1\".";
 
 /// One service request being performed. start() raises the application and begins what
@@ -44,7 +44,8 @@ inline constexpr char16_t unreadableFileMessage[] = u"Tallyvox could not read \"
 /// ProcessFile, text through a temporary file when it is to be indexed. commit() shows
 /// the result (the file's operation, or the text operations: a count, a spelled-out
 /// number, a decoded or graphic file saved) and then arms the quit timer when
-/// "QuitWhenDone" is set. The commit status is always eventNotHandledErr, by design.
+/// "QuitWhenDone" is set. The commit status is always eventNotHandledErr, which
+/// tells the caller to go on as for any unhandled event.
 class ServiceJob final : public FileJob {
     Q_OBJECT
 public:

@@ -4,7 +4,7 @@
 
 namespace tallyvox {
 
-/// A 16-bit status as the design's functions return it; 0 is success.
+/// A 16-bit status, as the file and service functions return it; 0 is success.
 using Status = qint16;
 
 inline constexpr Status noErr = 0;

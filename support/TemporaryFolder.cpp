@@ -16,7 +16,7 @@ std::string environment(const char* name)
     return value ? std::string(value) : std::string();
 }
 
-// The per-user place of the design when $TMPDIR is not set.
+// The per-user place when $TMPDIR is not set.
 std::string usualFolder()
 {
     if (const std::string runtime = environment("XDG_RUNTIME_DIR"); !runtime.empty()) {

@@ -1,5 +1,5 @@
 // The Base64 codec on arbitrary bytes: decoding must stay inside its buffer and report
-// exactly the designed length, and what the encoder makes must decode back unchanged.
+// exactly the length it promises, and what the encoder makes must decode back unchanged.
 #include "services/Base64.h"
 
 #include <cstddef>
@@ -18,7 +18,7 @@ bool isAlphabet(unsigned char c)
            c == '/';
 }
 
-// The decoded length the design promises, counted independently of the decoder: three
+// The decoded length the codec promises, counted independently of the decoder: three
 // bytes a complete group, one less than the values of a partial last group, and minus
 // one more when only skipped bytes follow the last complete group.
 std::ptrdiff_t expectedDecodedLength(const unsigned char* data, std::size_t size)

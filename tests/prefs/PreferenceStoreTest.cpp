@@ -312,7 +312,7 @@ private slots:
         QCOMPARE(wordListOptions(PreferenceStore()), expected);
     }
 
-    void wordListOptionsAreWrittenBesideTheDesignsSettings()
+    void wordListOptionsAreWrittenBesideTheOtherSettings()
     {
         testing::TestEnvironment env;
         PreferenceStore writer;

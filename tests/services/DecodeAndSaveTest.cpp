@@ -221,7 +221,7 @@ private slots:
         const QString message = u"The file \"%1\" was not saved: %2."_s.arg(
             path, reason.contains(u'%') ? reason.arg(folder) : reason);
         QCOMPARE(desktop.texts(u"failureAlert"_s), QStringList{message});
-        // The graphic service opens the chosen path whatever became of it, as designed; the
+        // The graphic service opens the chosen path whatever became of it, always; the
         // decoder opens nothing after a failed save.
         QCOMPARE(desktop.texts(u"openFile"_s), graphic ? QStringList{path} : QStringList());
         QCOMPARE(readAll(victim), QByteArray("keep me"));

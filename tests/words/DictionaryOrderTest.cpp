@@ -85,7 +85,7 @@ private slots:
         QTest::addColumn<QString>("words");
         QTest::addColumn<QString>("expected");
         const QString accents = u"f \u00e9 e z \u00e4 a b"_s;
-        // The design's order: UTF-16 code units, accented letters after z.
+        // The plain order: UTF-16 code units, accented letters after z.
         QTest::newRow("code units")
             << "-"_ba << accents << u"a:1 b:1 e:1 f:1 z:1 \u00e4:1 \u00e9:1"_s;
         // A French dictionary puts each accented letter beside its base letter; a Swedish one

@@ -63,8 +63,8 @@ class ListFormatsTest : public QObject {
     Q_OBJECT
 
 private slots:
-    // Every option at its default, however it got there, leaves the design's list.
-    void defaultOptionsGiveTheDesignsListExactly_data()
+    // Every option at its default, however it got there, leaves the plain list.
+    void defaultOptionsGiveThePlainListExactly_data()
     {
         QTest::addColumn<QByteArray>("key");
         QTest::addColumn<QVariant>("stored");
@@ -83,7 +83,7 @@ private slots:
         // Without a reference the threshold has nothing to choose from.
         QTest::newRow("a threshold alone") << "KeynessThreshold"_ba << QVariant(3.84);
     }
-    void defaultOptionsGiveTheDesignsListExactly()
+    void defaultOptionsGiveThePlainListExactly()
     {
         QFETCH(QByteArray, key);
         QFETCH(QVariant, stored);
