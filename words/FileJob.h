@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/Status.h"
+#include "words/ListProblem.h"
 
 #include <QObject>
 
@@ -29,6 +30,8 @@ public:
     /// True once ready when the file could not be processed: neither indexer gave its
     /// words (an empty document is no failure).
     virtual bool failed() const { return false; }
+    /// Once ready: why the file gave no words or only part of them, if it did.
+    virtual ListProblem problem() const { return {}; }
 
 signals:
     /// How far the indexer has read the file, when it says.

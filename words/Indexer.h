@@ -36,6 +36,8 @@ public:
     IndexerEnding ending() const { return m_ending; }
     /// The table the run left: there for Complete and Partial only. Taken by the caller.
     std::optional<WordTable>& table() { return m_table; }
+    /// For Partial: the limits that cut the document, as the indexer named them.
+    const QString& cutReasons() const { return m_cutReasons; }
 
 signals:
     /// done bytes of total read; total is 0 when the size cannot be known.
@@ -45,9 +47,11 @@ signals:
 protected:
     /// Records the ending and emits finished() from the event loop; later calls are ignored.
     void finish(IndexerEnding ending, std::optional<WordTable> table = std::nullopt);
+    void setCutReasons(QString reasons) { m_cutReasons = std::move(reasons); }
 
 private:
     bool m_finished = false;
+    QString m_cutReasons;
     IndexerEnding m_ending = IndexerEnding::Failed;
     std::optional<WordTable> m_table;
 };

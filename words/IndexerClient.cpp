@@ -10,10 +10,6 @@ namespace tallyvox {
 
 namespace {
 
-// The indexer takes the path as it is handed over; the deliberately small buffer
-// keeps the longest path it ever sees at 254 bytes.
-constexpr int indexerPathBufferSize = 255;
-
 // What kind of special file path names, or nothing for a file or folder to read. Reading
 // a named pipe waits for a writer that may never come, and a device never ends.
 const char* specialFileKind(const QByteArray& path)

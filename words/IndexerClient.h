@@ -11,6 +11,10 @@
 
 namespace tallyvox {
 
+/// The indexer takes the path as it is handed over; the deliberately small buffer
+/// keeps the longest path it ever sees at 254 bytes.
+inline constexpr int indexerPathBufferSize = 255;
+
 /// The words of one file with their counts, from the indexer and then its fallback. The
 /// table is empty when neither finishes cleanly with a readable result, when the path is
 /// longer than the indexer takes (254 bytes), and without any run for a named pipe, device
@@ -33,6 +37,8 @@ public:
     WordTable& table() { return m_table; }
     /// How the last indexer asked ended: Failed also when none could be asked.
     IndexerEnding ending() const { return m_ending; }
+    /// For Partial: the limits that cut the document, as the indexer named them.
+    QString cutReasons() const { return m_run ? m_run->cutReasons() : QString(); }
 
 signals:
     void progressed(quint64 done, quint64 total);

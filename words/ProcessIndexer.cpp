@@ -89,6 +89,20 @@ constexpr qsizetype errorOutputLimit = qsizetype{64} * 1024;
 // The indexer's progress lines are short; anything longer is not one of them.
 constexpr qint64 progressLineLimit = 128;
 
+// The reasons of the indexer's "PROGRAM: PATH: partial word table: REASON[; REASON...]"
+// line, empty when it wrote none.
+QString cutReasonsIn(const QByteArray& errors)
+{
+    static constexpr QByteArrayView marker = ": partial word table: ";
+    for (const QByteArray& line : errors.split('\n')) {
+        const qsizetype at = line.lastIndexOf(marker);
+        if (at >= 0) {
+            return QString::fromUtf8(line.mid(at + marker.size()).trimmed());
+        }
+    }
+    return {};
+}
+
 // What the child hands to execve. Qt passes arguments and the environment as text, which
 // cannot carry a file name that is not UTF-8, so the child execs the indexer itself with
 // the bytes. All of it is made before the fork, where allocating is still safe.
@@ -299,6 +313,9 @@ private:
         }
         const IndexerEnding ending =
             exitCode == partialTableStatus ? IndexerEnding::Partial : IndexerEnding::Complete;
+        if (ending == IndexerEnding::Partial) {
+            setCutReasons(cutReasonsIn(m_errors));
+        }
         m_reading = true;
         auto* watcher = new QFutureWatcher<std::optional<WordTable>>(this);
         connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, ending] {

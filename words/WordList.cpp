@@ -150,6 +150,10 @@ void WordListJob::indexed()
     m_failed = m_words->ending() == IndexerEnding::Failed;
     m_table = std::move(m_words->table());
     m_stopped = m_stopped || m_words->ending() == IndexerEnding::Stopped;
+    if (!m_stopped) {
+        m_problem = listProblemOf(m_file.path(), m_words->ending(), !m_table.isEmpty(),
+                                  m_words->cutReasons());
+    }
     // Every list of a run waits for the reference, so that the combined list has it when
     // the run's files are done.
     if (!m_stopped && m_reference && !m_reference->isFinished()) {

@@ -58,6 +58,7 @@ public:
     bool failed() const override { return m_failed; }
     /// True when the indexer left a table cut short by one of its limits.
     bool partial() const { return m_partial; }
+    ListProblem problem() const override { return m_problem; }
 
 private:
     void indexed();
@@ -75,6 +76,7 @@ private:
     bool m_failed = false;
     bool m_stopped = false;
     bool m_referenceFailed = false;
+    ListProblem m_problem;
     Status m_placement = noErr;
     QString m_listName;
     std::optional<FileRef> m_output;

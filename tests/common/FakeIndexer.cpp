@@ -26,8 +26,8 @@ WordTable countWhiteSpaceWords(const QByteArray& text)
 
 class FakeRun final : public IndexerRun {
 public:
-    FakeRun(FakeIndexer& indexer, FakeIndexer::Script script)
-        : m_indexer(indexer), m_script(std::move(script))
+    FakeRun(FakeIndexer& indexer, FakeIndexer::Script script, QString cutReasons)
+        : m_indexer(indexer), m_script(std::move(script)), m_cutReasons(std::move(cutReasons))
     {
         m_indexer.m_mostAtOnce = std::max(m_indexer.m_mostAtOnce, ++m_indexer.m_running);
         const auto reports = static_cast<int>(m_script.progress.size());
@@ -63,6 +63,9 @@ private:
         const bool leftTable =
             ending == IndexerEnding::Complete || ending == IndexerEnding::Partial;
         if (leftTable && m_script.table) {
+            if (ending == IndexerEnding::Partial) {
+                setCutReasons(m_cutReasons);
+            }
             finish(ending, m_script.table);
         } else {
             finish(leftTable ? IndexerEnding::Failed : ending);
@@ -71,6 +74,7 @@ private:
 
     FakeIndexer& m_indexer;
     FakeIndexer::Script m_script;
+    QString m_cutReasons;
     bool m_ended = false;
 };
 
@@ -99,7 +103,7 @@ std::unique_ptr<IndexerRun> FakeIndexer::start(const QString& posixPath,
             script.table = countWhiteSpaceWords(file.readAll());
         }
     }
-    auto run = std::make_unique<FakeRun>(*this, std::move(script));
+    auto run = std::make_unique<FakeRun>(*this, std::move(script), m_cutReasons.value(posixPath));
     if (onStart) {
         onStart(call);
     }

@@ -27,6 +27,11 @@ public:
     /// How executableName ends on path ("SearchKitIndexer" unless said).
     void script(const QString& path, Script script,
                 const QString& executableName = QStringLiteral("SearchKitIndexer"));
+    /// What a Partial ending on path says cut the document.
+    void scriptCutReasons(const QString& path, const QString& reasons)
+    {
+        m_cutReasons.insert(path, reasons);
+    }
     /// Every file nobody scripted gives this table instead of its words.
     void setDefaultTable(WordTable table) { m_defaultTable = std::move(table); }
     /// Every run of a file takes this long unless scripted otherwise.
@@ -51,6 +56,7 @@ public:
 private:
     friend class FakeRun;
     QHash<QString, Script> m_scripts;
+    QHash<QString, QString> m_cutReasons;
     std::chrono::milliseconds m_defaultDelay{0};
     std::optional<WordTable> m_defaultTable;
     QStringList m_calls;
