@@ -114,7 +114,7 @@ void BatchRunner::beginRun(const QStringList& items, std::function<void()> done)
     m_nextItem = 0;
     m_error = noErr;
     m_nonFileGiven = false;
-    m_unreadable.clear();
+    m_troubled.clear();
     m_failedName.clear();
     m_context.indexer.setConcurrentRuns(
         static_cast<int>(std::min<qsizetype>(m_concurrency, std::max<qsizetype>(count, 1))));
@@ -196,7 +196,10 @@ void BatchRunner::commitReady()
         }
         if (item.job->failed()) {
             m_listFailed = true;
-            m_unreadable.append(item.name);
+        }
+        if (const ListProblem problem = item.job->problem(); problem.isProblem()) {
+            m_wordsLost = m_wordsLost || problem.lostWords();
+            m_troubled.append({item.name, problem});
         }
         // Its ready() may be the signal being delivered now.
         item.job.release()->deleteLater();
@@ -232,16 +235,9 @@ void BatchRunner::endRun()
         m_context.desktop.stopAlert(QString::fromUtf16(batchTexts::notAFileMessage),
                                     QString::fromUtf16(batchTexts::notAFileExplanation));
     }
-    // Beyond the designed reports: a list left empty because its file could not be read
-    // is said, once for the run.
-    if (m_unreadable.size() == 1) {
-        m_context.desktop.failureAlert(
-            QString::fromUtf16(batchTexts::unreadableFile).arg(m_unreadable.first()));
-    } else if (!m_unreadable.isEmpty()) {
-        m_context.desktop.failureAlert(
-            QString::fromUtf16(batchTexts::unreadableFiles)
-                .arg(u'"' + m_unreadable.join(QStringLiteral("\", \"")) + u'"'));
-    }
+    // Beyond the designed reports: every list that came out empty or cut short is said,
+    // once for the run, with why.
+    reportTroubledLists();
 
     if (m_context.preferences.GetQuitWhenDone()) {
         // Work queued behind this run quits in its turn.
@@ -255,6 +251,57 @@ void BatchRunner::endRun()
         done();
     }
     emit runEnded();
+}
+
+namespace {
+
+QString reasonText(const ListProblem& problem)
+{
+    using Kind = ListProblem::Kind;
+    switch (problem.kind) {
+    case Kind::Empty:
+        return QString::fromUtf16(batchTexts::emptyFile);
+    case Kind::NoWords:
+        return QString::fromUtf16(batchTexts::noWords);
+    case Kind::NoPermission:
+        return QString::fromUtf16(batchTexts::noPermission);
+    case Kind::PasswordProtected:
+        return QString::fromUtf16(batchTexts::passwordProtected);
+    case Kind::NotADocument:
+        return QString::fromUtf16(batchTexts::notADocument);
+    case Kind::PathTooLong:
+        return QString::fromUtf16(batchTexts::pathTooLong);
+    case Kind::Cut:
+        return problem.cutReasons.isEmpty()
+                   ? QString::fromUtf16(batchTexts::cutAtLimit)
+                   : QString::fromUtf16(batchTexts::cutAtLimits).arg(problem.cutReasons);
+    case Kind::NotRead:
+    case Kind::None:
+        break;
+    }
+    return QString::fromUtf16(batchTexts::notRead);
+}
+
+} // namespace
+
+void BatchRunner::reportTroubledLists()
+{
+    if (m_troubled.isEmpty()) {
+        return;
+    }
+    if (m_troubled.size() == 1) {
+        const auto& [name, problem] = m_troubled.first();
+        const char16_t* text =
+            problem.kind == ListProblem::Kind::Cut ? batchTexts::cutList : batchTexts::emptyList;
+        m_context.desktop.alert(QString::fromUtf16(text).arg(name, reasonText(problem)));
+        return;
+    }
+    QStringList items;
+    for (const auto& [name, problem] : std::as_const(m_troubled)) {
+        items.append(QString::fromUtf16(batchTexts::troubledList).arg(name, reasonText(problem)));
+    }
+    m_context.desktop.alert(
+        QString::fromUtf16(batchTexts::troubledLists).arg(items.join(QStringLiteral("; "))));
 }
 
 // The window shows the file at the head of the run: the one whose list comes next.

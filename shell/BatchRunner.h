@@ -22,9 +22,11 @@ class JobQueue;
 
 /// The texts the batch run shows.
 namespace batchTexts {
+// The designed help text, with this desktop's places: the file manager, not another
+// platform's icon in its dock. The same text at first start and after every run.
 inline constexpr char16_t helpText[] =
-    u"Use File > Open, or drop one or more files on this window or the app icon in the "
-    u"Finder or Dock to extract words.";
+    u"Use File > Open, drop one or more files on this window, or open them with Tallyvox "
+    u"from the file manager to extract words.";
 inline constexpr char16_t fileStatus[] = u"File: %1";
 inline constexpr char16_t errorWindowText[] =
     u"An error occurred while launching \"%1\"   (Error code: %2)";
@@ -36,11 +38,20 @@ inline constexpr char16_t filePercent[] = u"%1: %2% read";
 inline constexpr char16_t fileReading[] = u"%1: reading\u2026";
 inline constexpr char16_t stopping[] = u"Stopping after this file\u2026";
 inline constexpr char16_t fileStopping[] = u"%1 \u2014 stopping after this file\u2026";
-// After the run, when neither indexer could read a file: its list stays empty.
-inline constexpr char16_t unreadableFile[] =
-    u"Tallyvox could not read \"%1\", so its word list is empty.";
-inline constexpr char16_t unreadableFiles[] =
-    u"Tallyvox could not read these files, so their word lists are empty: %1.";
+// After the run, one alert for the lists that came out empty or cut short, and why.
+inline constexpr char16_t emptyList[] = u"The word list of \"%1\" is empty: %2.";
+inline constexpr char16_t cutList[] = u"The word list of \"%1\" is incomplete: %2.";
+inline constexpr char16_t troubledLists[] = u"Some word lists are empty or incomplete: %1.";
+inline constexpr char16_t troubledList[] = u"\"%1\" (%2)";
+inline constexpr char16_t emptyFile[] = u"the file is empty";
+inline constexpr char16_t noWords[] = u"the document holds no words";
+inline constexpr char16_t noPermission[] = u"the file cannot be read (permission denied)";
+inline constexpr char16_t passwordProtected[] = u"the document is password-protected";
+inline constexpr char16_t notADocument[] = u"the file is not a document Tallyvox reads";
+inline constexpr char16_t pathTooLong[] = u"its path is longer than Tallyvox can read (254 bytes)";
+inline constexpr char16_t notRead[] = u"the file could not be read";
+inline constexpr char16_t cutAtLimit[] = u"it was cut at a limit";
+inline constexpr char16_t cutAtLimits[] = u"it was cut at a limit (%1)";
 } // namespace batchTexts
 
 /// The open-documents queue and the batch run over it. Every way in (launch arguments,
@@ -81,6 +92,9 @@ public:
     /// True once a file of a run could not be processed (neither indexer gave its words)
     /// or its list could not be written, in this process.
     bool listFailed() const { return m_listFailed; }
+    /// True once a list of a run came out empty although its file may hold words: it could
+    /// not be read, is password-protected or is not a document, in this process.
+    bool wordsLost() const { return m_wordsLost; }
 
 signals:
     /// A run has ended (after its reports).
@@ -103,6 +117,7 @@ private:
     void endRun();
     void frontChanged();
     void showFileProgress();
+    void reportTroubledLists();
 
     BatchView& m_view;
     WordContext m_context;
@@ -113,6 +128,7 @@ private:
     bool m_cancelRequested = false;
     bool m_quitRequested = false;
     bool m_listFailed = false;
+    bool m_wordsLost = false;
 
     // The run in hand.
     bool m_running = false;
@@ -124,8 +140,8 @@ private:
     std::optional<FileRef> m_current;
     /// The name of the last item that could not be read as a file.
     QString m_failedName;
-    /// The files of the run that neither indexer could read, in order.
-    QStringList m_unreadable;
+    /// The files of the run whose lists came out empty or cut short, in order, and why.
+    QList<std::pair<QString, ListProblem>> m_troubled;
     std::deque<Item> m_inFlight;
     WordListRun m_listRun;
     std::function<void()> m_done;

@@ -276,7 +276,9 @@ QString commandLineHelp()
         "     the display could not be opened to read --selection or --clipboard (console\n"
         "     mode), the running Tallyvox did not answer, or the context-menu entries could\n"
         "     not be installed\n"
-        "  2  the command line could not be understood\n");
+        "  2  the command line could not be understood\n"
+        "  3  a word list is empty because its file cannot be read, is password-protected\n"
+        "     or is not a document Tallyvox reads (console mode)\n");
 }
 
 QString versionText()

@@ -99,7 +99,10 @@ int runBatch(ConsoleDesktop& desktop, const WordContext& words, const CommandLin
     QObject::connect(&batch, &BatchRunner::runEnded, &loop, &QEventLoop::quit);
     batch.queueDocuments(commandLine.files);
     loop.exec();
-    return view.errorShown() || batch.listFailed() || desktop.failureReported() ? 1 : 0;
+    if (view.errorShown() || batch.listFailed() || desktop.failureReported()) {
+        return 1;
+    }
+    return batch.wordsLost() ? wordsLostStatus : 0;
 }
 
 } // namespace

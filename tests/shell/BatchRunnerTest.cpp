@@ -169,8 +169,16 @@ private slots:
                                 QString::fromUtf16(batchTexts::notAFileExplanation)};
         QCOMPARE(w.desktop.texts(u"stopAlert"_s) + w.desktop.texts(u"stopAlertExplanation"_s),
                  notAFile ? alert : QStringList());
+        // A package is a folder the indexers cannot read: its list is empty, and said to
+        // be, after the designed alert.
+        const bool package = processed.contains(u"RTFD"_s);
+        QCOMPARE(w.desktop.alerts(),
+                 package ? QStringList{u"The word list of \"Notes.RTFD\" is empty: the file is "
+                                       u"not a document Tallyvox reads."_s}
+                         : QStringList());
         if (notAFile) {
-            QCOMPARE(w.desktop.events().last().kind, u"stopAlertExplanation"_s);
+            QCOMPARE(w.desktop.events().last().kind,
+                     package ? u"alert"_s : u"stopAlertExplanation"_s);
         }
     }
 
@@ -278,12 +286,88 @@ private slots:
         QCOMPARE(w.indexer.calls().filter(u"SearchKitIndexer32"_s).size(),
                  how == u"failed"_s ? 1 : 0);
         QCOMPARE(w.indexer.running(), 0);
-        // Only a file that neither indexer could read counts as not processed, and is said.
+        // Only a file that neither indexer could read counts as not processed; it and a list
+        // cut short are said.
         QCOMPARE(w.batch.listFailed(), fallback == u"failed"_s);
-        QCOMPARE(w.desktop.texts(u"failureAlert"_s),
-                 fallback == u"failed"_s
-                     ? QStringList{u"Tallyvox could not read \"f2\", so its word list is empty."_s}
-                     : QStringList());
+        QCOMPARE(w.batch.wordsLost(), fallback == u"failed"_s);
+        QStringList alerts;
+        if (fallback == u"failed"_s) {
+            alerts.append(u"The word list of \"f2\" is empty: the file could not be read."_s);
+        } else if (how == u"partial"_s) {
+            alerts.append(u"The word list of \"f2\" is incomplete: it was cut at a limit."_s);
+        }
+        QCOMPARE(w.desktop.alerts(), alerts);
+    }
+
+    // After the designed reports, one alert names every list that came out empty or cut
+    // short, in the order the files were given, with why; a run without any says nothing.
+    void troubledListsAreSaidOnceAfterTheRun_data()
+    {
+        QTest::addColumn<QString>("files");
+        QTest::addColumn<int>("atOnce");
+        QTest::addColumn<QStringList>("alerts");
+        QTest::addColumn<bool>("wordsLost");
+        QTest::newRow("all fine") << u"a b"_s << 2 << QStringList() << false;
+        QTest::newRow("one empty file")
+            << u"a empty"_s << 1
+            << QStringList{u"The word list of \"empty\" is empty: the file is empty."_s} << false;
+        QTest::newRow("one without words")
+            << u"punct.txt"_s << 1
+            << QStringList{u"The word list of \"punct.txt\" is empty: the document holds no "
+                           u"words."_s}
+            << false;
+        QTest::newRow("every kind, two at once, slow ones first")
+            << u"cut locked.pdf a image.png empty punct.txt"_s << 2
+            << QStringList{u"Some word lists are empty or incomplete: \"cut\" (it was cut at a "
+                           u"limit (PDF: page 2 of 3 took longer than 5 s and was left out)); "
+                           u"\"locked.pdf\" (the document is password-protected); \"image.png\" "
+                           u"(the file is not a document Tallyvox reads); \"empty\" (the file is "
+                           u"empty); \"punct.txt\" (the document holds no words)."_s}
+            << true;
+        QTest::newRow("the folder alert comes first")
+            << u"folder/ locked.pdf"_s << 1
+            << QStringList{u"The word list of \"locked.pdf\" is empty: the document is "
+                           u"password-protected."_s}
+            << true;
+    }
+    void troubledListsAreSaidOnceAfterTheRun()
+    {
+        QFETCH(QString, files);
+        QFETCH(int, atOnce);
+        QFETCH(QStringList, alerts);
+        QFETCH(bool, wordsLost);
+        World w;
+        w.env.writeFile(u"empty"_s, "");
+        w.env.writeFile(u"punct.txt"_s, "?! ...");
+        w.env.writeFile(u"image.png"_s, "\x89PNG\r\n\x1a\n\0\0\0\rIHDR"_ba + QByteArray(64, '\0'));
+        w.env.writeFile(u"locked.pdf"_s, "%PDF-1.6\ntrailer << /Encrypt 3 0 R >>\n%%EOF\n");
+        w.env.writeFile(u"cut"_s, "cut");
+        w.env.writeFile(u"a"_s, "a");
+        w.env.writeFile(u"b"_s, "b");
+        for (const QString& name : {u"image.png"_s, u"punct.txt"_s}) {
+            w.indexer.script(w.path(name), {WordTable{}, IndexerEnding::Complete, 0ms, {}});
+        }
+        w.indexer.script(w.path(u"cut"_s),
+                         {WordTable{{u"cut"_s, 1}}, IndexerEnding::Partial, 300ms, {}});
+        w.indexer.scriptCutReasons(w.path(u"cut"_s),
+                                   u"PDF: page 2 of 3 took longer than 5 s and was left out"_s);
+        w.indexer.script(w.path(u"locked.pdf"_s),
+                         {WordTable{}, IndexerEnding::Complete, 200ms, {}});
+        w.batch.setConcurrency(atOnce);
+        QStringList paths;
+        for (const QString& name : files.split(u' ')) {
+            if (name.endsWith(u'/')) {
+                QDir().mkpath(w.path(name));
+            }
+            paths.append(w.path(name.endsWith(u'/') ? name.chopped(1) : name));
+        }
+        w.runToEnd(paths);
+        QCOMPARE(w.desktop.alerts(), alerts);
+        QCOMPARE(w.desktop.texts(u"stopAlert"_s).size(), files.contains(u'/') ? 1 : 0);
+        QCOMPARE(w.batch.wordsLost(), wordsLost);
+        QVERIFY(!w.batch.listFailed());
+        // The lists of the files that gave no words stay, empty, as they always did.
+        QCOMPARE(w.list(u"empty.txt"_s), files.contains(u"empty"_s) ? ""_ba : "<none>"_ba);
     }
 
     void stopOrQuitDuringTheSecondOfFiveFiles_data()

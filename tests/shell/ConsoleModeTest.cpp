@@ -111,9 +111,28 @@ private slots:
         QTest::newRow("files no indexer reads, beside one it does")
             << u"fails a.txt fails2"_s << QByteArray()
             << QStringList{u"open @/a.txt.txt"_s,
-                           u"Tallyvox could not read these files, so their word lists are "
-                           u"empty: \"fails\", \"fails2\"."_s}
+                           u"Some word lists are empty or incomplete: \"fails\" (the file could "
+                           u"not be read); \"fails2\" (the file could not be read)."_s}
             << 1;
+        // A list empty because the file is empty is the truth, not a failure; one empty
+        // because the document is locked is.
+        QTest::newRow("an empty file")
+            << u"empty a.txt"_s << QByteArray()
+            << QStringList{u"open @/a.txt.txt"_s, u"The word list of \"empty\" is empty: the "
+                                                  u"file is empty."_s}
+            << 0;
+        QTest::newRow("a password-protected document")
+            << u"locked.pdf a.txt"_s << QByteArray()
+            << QStringList{u"open @/a.txt.txt"_s,
+                           u"The word list of \"locked.pdf\" is empty: the document is "
+                           u"password-protected."_s}
+            << wordsLostStatus;
+        QTest::newRow("a list cut at a limit")
+            << u"cut a.txt"_s << QByteArray()
+            << QStringList{u"open @/cut.txt"_s, u"open @/a.txt.txt"_s,
+                           u"The word list of \"cut\" is incomplete: it was cut at a limit "
+                           u"(zip: entries beyond the first 10000 were left out)."_s}
+            << 0;
         QTest::newRow("character count of text")
             << u"--service charCount --text hello"_s << QByteArray()
             << QStringList{u"Character count: 5"_s} << 0;
@@ -136,7 +155,15 @@ private slots:
         env.writeFile(u"a.txt"_s, "one two two");
         env.writeFile(u"b.txt"_s, "three");
         QDir().mkpath(env.root() + u"/folder"_s);
+        env.writeFile(u"empty"_s, "");
         testing::FakeIndexer indexer;
+        // As poppler leaves it: no text without the password.
+        indexer.script(
+            env.writeFile(u"locked.pdf"_s, "%PDF-1.6\ntrailer << /Encrypt 3 0 R >>\n%%EOF\n"),
+            {WordTable{}, IndexerEnding::Complete, {}, {}});
+        const QString cut = env.writeFile(u"cut"_s, "cut short");
+        indexer.script(cut, {WordTable{{u"cut"_s, 1}}, IndexerEnding::Partial, {}, {}});
+        indexer.scriptCutReasons(cut, u"zip: entries beyond the first 10000 were left out"_s);
         for (const QString& name : {u"fails"_s, u"fails2"_s}) {
             env.writeFile(name, "unread");
             for (const char* executable : {"SearchKitIndexer", "SearchKitIndexer32"}) {
@@ -285,8 +312,8 @@ private slots:
         const QString deep = u"d/"_s.repeated(130) + u"deep.txt"_s;
         QTest::newRow("word list")
             << QStringList{u"--console"_s, u"ok.txt"_s, deep}
-            << QStringList{u"ok.txt.txt"_s, u"Tallyvox could not read \"deep.txt\", so its "
-                                            u"word list is empty."_s};
+            << QStringList{u"ok.txt.txt"_s, u"The word list of \"deep.txt\" is empty: its path "
+                                            u"is longer than Tallyvox can read (254 bytes)."_s};
         QTest::newRow("word count")
             << QStringList{u"--console"_s, u"--service"_s, u"wordCount"_s, deep}
             << QStringList{u"Word count: 0"_s, u"Tallyvox could not read \"deep.txt\"."_s};
