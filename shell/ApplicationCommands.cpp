@@ -75,7 +75,10 @@ Status HelpMenuCommands::handleCommand(CommandId command)
     if (command == commands::Website) {
         m_desktop.openUrl(userGuideUrl(QString::fromLatin1(webAddresses::projectSection)));
     } else if (command == commands::Store) {
-        m_desktop.openUrl(QUrl(QString::fromLatin1(webAddresses::store)));
+        // Where no software centre takes the address, the product's own page.
+        if (!m_desktop.openUrl(QUrl(QString::fromLatin1(webAddresses::store)))) {
+            m_desktop.openUrl(userGuideUrl(QString::fromLatin1(webAddresses::projectSection)));
+        }
     } else {
         return eventNotHandledErr;
     }

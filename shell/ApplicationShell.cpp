@@ -78,7 +78,7 @@ void ApplicationShell::addStoreAndWebsiteItems()
     auto* website = new QAction(QStringLiteral("View in Okaluna Website..."), help);
     website->setProperty("commandId", commands::Website.toString());
     help->addAction(website);
-    auto* store = new QAction(QStringLiteral("View in Mac App Store..."), help);
+    auto* store = new QAction(QStringLiteral("View in Software Centre..."), help);
     store->setProperty("commandId", commands::Store.toString());
     help->insertAction(website, store);
     for (QAction* action : {store, website}) {

@@ -58,7 +58,7 @@ bool RecordingDesktop::openFile(const QString& path)
 bool RecordingDesktop::openUrl(const QUrl& url)
 {
     record("openUrl", url.toString(QUrl::FullyEncoded));
-    return true;
+    return !m_refusedSchemes.contains(url.scheme());
 }
 
 void RecordingDesktop::beep()

@@ -35,6 +35,8 @@ public:
     // What the panels and the selection answer next.
     void answerOpenPanel(const QStringList& paths) { m_openAnswers.append(paths); }
     void answerSavePanel(const QString& path) { m_saveAnswers.append(path); }
+    /// Addresses of this scheme cannot be opened from now on (none handles them).
+    void refuseScheme(const QString& scheme) { m_refusedSchemes.append(scheme); }
     void setSelection(SelectionSource source, const QList<PasteboardItem>& items);
 
     const QList<Event>& events() const { return m_events; }
@@ -51,6 +53,7 @@ private:
     QList<Event> m_events;
     QList<QStringList> m_openAnswers;
     QStringList m_saveAnswers;
+    QStringList m_refusedSchemes;
     QList<PasteboardItem> m_primary;
     QList<PasteboardItem> m_clipboardItems;
     QString m_clipboard;

@@ -63,7 +63,7 @@ private slots:
         // The help menu ends with the store above the website, each opening its page.
         const QList<QAction*> menu = w.shell.mainWindow().helpMenu()->actions();
         QVERIFY(menu.size() >= 2);
-        QCOMPARE(menu.at(menu.size() - 2)->text(), u"View in Mac App Store..."_s);
+        QCOMPARE(menu.at(menu.size() - 2)->text(), u"View in Software Centre..."_s);
         QCOMPARE(menu.constLast()->text(), u"View in Okaluna Website..."_s);
         menu.at(menu.size() - 2)->trigger();
         menu.constLast()->trigger();
@@ -80,6 +80,12 @@ private slots:
                      opened.at(1).endsWith(u"/share/help/C/tallyvox/index.html#project"_s),
                  qPrintable(opened.at(1)));
         QCOMPARE(opened.at(2) + u"#project"_s, opened.at(1));
+        // With no software centre to take the store's address, the project's page.
+        w.desktop.clear();
+        w.desktop.refuseScheme(u"appstream"_s);
+        menu.at(menu.size() - 2)->trigger();
+        QCOMPARE(w.desktop.texts(u"openUrl"_s).size(), 2);
+        QCOMPARE(w.desktop.texts(u"openUrl"_s).at(1), opened.at(1));
 
         // About, from the application's chain, shows the version and links to the project.
         QCOMPARE(w.command("abou", Origin::HelpMenu), noErr);
