@@ -23,6 +23,37 @@ namespace {
 // Status lines hold what a 255-byte toolbox string held.
 constexpr qsizetype statusLimit = 255;
 
+// The property that keeps a status line's whole text while the label shows what fits.
+constexpr char wholeTextProperty[] = "wholeText";
+
+// The most lines the wrapping status line takes before its text is elided.
+constexpr int statusLines = 3;
+
+// text as it fits into lines lines of width pixels: a word wider than a line is elided in
+// its middle, and a text longer than all the lines together is elided in its middle too.
+QString fittedText(const QString& text, const QFontMetrics& metrics, int width, int lines)
+{
+    if (width <= 0 || metrics.horizontalAdvance(text) <= width) {
+        return text;
+    }
+    if (lines == 1) {
+        return metrics.elidedText(text, Qt::ElideMiddle, width);
+    }
+    QStringList words = text.split(u' ');
+    for (QString& word : words) {
+        if (metrics.horizontalAdvance(word) > width) {
+            word = metrics.elidedText(word, Qt::ElideMiddle, width);
+        }
+    }
+    QString fitted = words.join(u' ');
+    // Wrapping loses part of each line; a margin of one line's worth keeps within the lines.
+    const int room = width * (lines - 1);
+    if (metrics.horizontalAdvance(fitted) > room) {
+        fitted = metrics.elidedText(fitted, Qt::ElideMiddle, room);
+    }
+    return fitted;
+}
+
 /// The drag highlight: a frame drawn 2 px inside the content area, above the controls.
 class DropHighlight final : public QWidget {
 public:
@@ -60,6 +91,11 @@ MainWindow::MainWindow(Desktop& desktop, QWidget* parent) : QMainWindow(parent),
     m_progressText = findChild<QLabel*>(QLatin1String(mainControls::ProgressText));
     m_stopButton = findChild<QPushButton*>(QLatin1String(mainControls::StopButton));
     m_highlight = new DropHighlight(this);
+    // A long name never widens the window: the lines take the width they are given.
+    for (QLabel* line : {m_statusText, m_progressText}) {
+        line->setSizePolicy(QSizePolicy::Ignored, line->sizePolicy().verticalPolicy());
+        line->setProperty(wholeTextProperty, line->text());
+    }
 
     setAcceptDrops(true);
     setRunning(false);
@@ -82,11 +118,21 @@ void MainWindow::showStatus(const QString& text, StatusTarget target)
                     : target == StatusTarget::ProgressText ? m_progressText
                                                            : nullptr;
     if (label) {
-        label->setText(text.left(statusLimit));
+        label->setProperty(wholeTextProperty, text.left(statusLimit));
+        fitStatusLine(label);
         label->repaint();
     }
     // The caller keeps the thread busy; let the window system show the new text.
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void MainWindow::fitStatusLine(QLabel* label)
+{
+    const QString whole = label->property(wholeTextProperty).toString();
+    const int lines = label->wordWrap() ? statusLines : 1;
+    label->setText(fittedText(whole, label->fontMetrics(), label->contentsRect().width(), lines));
+    label->setToolTip(label->text() == whole ? QString() : whole);
+    label->setAccessibleName(whole);
 }
 
 void MainWindow::setRunning(bool running)
@@ -188,6 +234,14 @@ void MainWindow::closeEvent(QCloseEvent* event)
 void MainWindow::resizeEvent(QResizeEvent* event)
 {
     QMainWindow::resizeEvent(event);
+    // The lines learn their new width once the layout has run.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            fitStatusLine(m_statusText);
+            fitStatusLine(m_progressText);
+        },
+        Qt::QueuedConnection);
     if (centralWidget()) {
         m_highlight->setGeometry(centralWidget()->geometry());
     }

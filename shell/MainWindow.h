@@ -71,6 +71,9 @@ protected:
 
 private:
     void setHighlighted(bool on);
+    /// Shows a status line's text as far as the window's width allows, long names elided
+    /// in the middle; the whole text stays the line's tooltip and accessible name.
+    void fitStatusLine(QLabel* label);
 
     Desktop& m_desktop;
     QLabel* m_statusText;

@@ -1,3 +1,4 @@
+#include "shell/MainWindow.h"
 #include "prefs/PreferenceStore.h"
 #include "shell/ApplicationShell.h"
 #include "shell/WindowBounds.h"
@@ -7,6 +8,7 @@
 #include "tests/common/TestEnvironment.h"
 
 #include <QDir>
+#include <QLabel>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
@@ -89,6 +91,58 @@ private slots:
         }
         QCOMPARE(desktop.texts(u"beep"_s).size(), beeps);
         ::unlink(odd.constData()); // Qt could not remove it with the sandbox
+    }
+
+    // A long name is elided in its middle and never widens the window, however long.
+    void longNamesKeepTheWindowWithinItsScreen_data()
+    {
+        QTest::addColumn<int>("target");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("elided");
+        const QString name = u"report-"_s + u"x"_s.repeated(200) + u"-final.pdf"_s;
+        QTest::newRow("status, a long name") << 1 << u"File: "_s + name << true;
+        QTest::newRow("status, a long name with spaces")
+            << 1 << u"File: "_s + u"word "_s.repeated(40) + u"end.pdf"_s << true;
+        QTest::newRow("progress, a long name") << 2 << name + u": 40% read"_s << true;
+        QTest::newRow("status, short") << 1 << u"File: a.pdf"_s << false;
+        QTest::newRow("progress, short") << 2 << u"a.pdf: 40% read"_s << false;
+    }
+    void longNamesKeepTheWindowWithinItsScreen()
+    {
+        QFETCH(int, target);
+        QFETCH(QString, text);
+        QFETCH(bool, elided);
+        testing::RecordingDesktop desktop;
+        MainWindow window(desktop);
+        window.resize(440, 280);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        window.setProgressVisible(true);
+        window.showStatus(text, StatusTarget(target));
+        QTest::qWait(20);
+        QVERIFY2(window.width() <= 440, qPrintable(QString::number(window.width())));
+        QVERIFY(window.minimumSizeHint().width() < 440);
+        auto* line = window.findChild<QLabel*>(
+            QLatin1String(target == 1 ? mainControls::StatusText : mainControls::ProgressText));
+        QVERIFY(line);
+        QCOMPARE(line->text().contains(u'\u2026'), elided);
+        QCOMPARE(line->accessibleName(), text);
+        if (elided) {
+            // Both ends stay: what the line is about, and the name's extension or the share read.
+            QCOMPARE(line->text().left(4), text.left(4));
+            QCOMPARE(line->text().right(4), text.right(4));
+            QCOMPARE(line->toolTip(), text);
+            QVERIFY(line->fontMetrics()
+                        .boundingRect(line->contentsRect(), Qt::TextWordWrap, line->text())
+                        .width() <= line->contentsRect().width());
+        } else {
+            QCOMPARE(line->text(), text);
+        }
+        // A wider window shows more of the name again.
+        const QString before = line->text();
+        window.resize(900, 280);
+        QTest::qWait(50);
+        QCOMPARE(line->text().size() > before.size(), elided);
     }
 
     void highlightSitsTwoPixelsInside()
