@@ -7,11 +7,17 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QDoubleSpinBox>
+#include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QSpinBox>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -31,13 +37,37 @@ qint16 popUpValue(const QComboBox* popUp)
     return static_cast<qint16>(popUp->currentIndex() + 1);
 }
 
+// The property that keeps a path field's whole text while it shows the text elided.
+constexpr char wholePathProperty[] = "wholePath";
+
+// GNOME's preferences windows apply at once and close from their title bar only; the
+// other desktops' dialogs end with a button.
+bool desktopDialogsHaveCloseButton()
+{
+    const QString desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
+    return !desktops.split(u':').contains(QStringLiteral("GNOME"), Qt::CaseInsensitive);
+}
+
 } // namespace
 
 PreferencesWindow::PreferencesWindow(PreferenceStore& store, Desktop& desktop, QWidget* parent)
-    : QWidget(parent, Qt::Window), m_store(store), m_desktop(desktop)
+    : QDialog(parent), m_store(store), m_desktop(desktop)
 {
     Ui::PreferencesWindow ui;
     ui.setupUi(this);
+    setModal(false);
+    auto* closeShortcut = new QShortcut(QKeySequence::Close, this);
+    connect(closeShortcut, &QShortcut::activated, this, &PreferencesWindow::reject);
+    if (desktopDialogsHaveCloseButton()) {
+        auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+        buttons->setObjectName(QStringLiteral("closeButtons"));
+        connect(buttons, &QDialogButtonBox::rejected, this, &PreferencesWindow::reject);
+        layout()->addWidget(buttons);
+    }
+    // Return in a field edits it; it never presses a button of the window.
+    for (QPushButton* button : findChildren<QPushButton*>()) {
+        button->setAutoDefault(false);
+    }
     m_quitWhenDone = findChild<QCheckBox*>(QLatin1String(preferencesControls::QuitWhenDone));
     m_sortBy = findChild<QComboBox*>(QLatin1String(preferencesControls::SortBy));
     m_separateBy = findChild<QComboBox*>(QLatin1String(preferencesControls::SeparateBy));
@@ -95,6 +125,28 @@ PreferencesWindow::PreferencesWindow(PreferenceStore& store, Desktop& desktop, Q
             [this] { emit commandIssued(commandOf(*m_referencePath)); });
     connect(m_keynessThreshold, &QDoubleSpinBox::valueChanged, this,
             [this] { emit commandIssued(commandOf(*m_keynessThreshold)); });
+    for (QLineEdit* field : {m_stopListPath, m_referencePath}) {
+        field->installEventFilter(this);
+    }
+    nameControlsAfterTheirLabels();
+}
+
+// A screen reader names a pop-up by its current item and a field by its text unless the
+// control carries the name its label shows.
+void PreferencesWindow::nameControlsAfterTheirLabels()
+{
+    for (const QLabel* label : findChildren<QLabel*>()) {
+        QWidget* buddy = label->buddy();
+        if (!buddy || !buddy->accessibleName().isEmpty()) {
+            continue;
+        }
+        QString name = label->text();
+        name.remove(QRegularExpression(QStringLiteral("&(?!&)")));
+        while (name.endsWith(u':') || name.endsWith(u' ')) {
+            name.chop(1);
+        }
+        buddy->setAccessibleName(name);
+    }
 }
 
 PreferencesWindow::~PreferencesWindow() = default;
@@ -107,8 +159,62 @@ void PreferencesWindow::loadFromStore()
     m_quitWhenDone->setChecked(m_store.GetQuitWhenDone());
     const bool includeFrequency = m_store.GetIncludeFrequency();
     m_includeFrequency->setChecked(includeFrequency);
-    m_separateBy->setEnabled(includeFrequency);
     loadWordListOptions();
+    updateApplicability();
+}
+
+void PreferencesWindow::updateApplicability()
+{
+    // Without counts there is nothing to separate; CSV and TSV have their own layout.
+    const bool text = m_listFormat->currentIndex() == 0;
+    m_separateBy->setEnabled(text && m_includeFrequency->isChecked());
+    m_lineStyle->setEnabled(text);
+}
+
+QString PreferencesWindow::pathOf(const QLineEdit* field)
+{
+    const QVariant whole = field->property(wholePathProperty);
+    return whole.isValid() ? whole.toString() : field->text();
+}
+
+void PreferencesWindow::setPath(QLineEdit* field, const QString& path)
+{
+    const QSignalBlocker blocker(field);
+    field->setProperty(wholePathProperty, QVariant());
+    field->setText(path);
+}
+
+void PreferencesWindow::fitPath(QLineEdit* field)
+{
+    const QString whole = pathOf(field);
+    const QSignalBlocker blocker(field);
+    const int room = field->contentsRect().width() -
+                     2 * field->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, field) -
+                     field->textMargins().left() - field->textMargins().right() - 4;
+    const QString shown = field->fontMetrics().elidedText(whole, Qt::ElideMiddle, room);
+    // Until it is laid out, a field has no width to speak of.
+    if (!field->isVisible() || field->hasFocus() || shown == whole) {
+        field->setProperty(wholePathProperty, QVariant());
+        if (field->text() != whole) {
+            field->setText(whole);
+        }
+        field->setToolTip(QString());
+        return;
+    }
+    field->setProperty(wholePathProperty, whole);
+    field->setText(shown);
+    field->setCursorPosition(0);
+    field->setToolTip(whole);
+}
+
+bool PreferencesWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    auto* field = qobject_cast<QLineEdit*>(watched);
+    if (field && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut ||
+                  event->type() == QEvent::Resize || event->type() == QEvent::Show)) {
+        fitPath(field);
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 void PreferencesWindow::loadWordListOptions()
@@ -119,12 +225,12 @@ void PreferencesWindow::loadWordListOptions()
     const QSignalBlocker minimumBlocker(m_minimumCount);
     // Pinned to at least 1, which keeps every word as any smaller number does.
     m_minimumCount->setValue(m_store.readInteger(prefs::MinimumCount));
-    const QSignalBlocker pathBlocker(m_stopListPath);
-    m_stopListPath->setText(m_store.readString(prefs::StopListPath));
+    setPath(m_stopListPath, m_store.readString(prefs::StopListPath));
+    fitPath(m_stopListPath);
     m_listFormat->setCurrentIndex(
         static_cast<int>(listFormatOf(m_store.readInteger(prefs::ListFormat))));
-    const QSignalBlocker referenceBlocker(m_referencePath);
-    m_referencePath->setText(m_store.readString(prefs::ReferencePath));
+    setPath(m_referencePath, m_store.readString(prefs::ReferencePath));
+    fitPath(m_referencePath);
     const QSignalBlocker thresholdBlocker(m_keynessThreshold);
     // Pinned to the box's range: a negative threshold keeps every word as 0 does.
     m_keynessThreshold->setValue(m_store.readReal(prefs::KeynessThreshold));
@@ -141,13 +247,14 @@ void PreferencesWindow::applyWordListOption(CommandId command)
     if (command == commands::MinimumCount) {
         m_store.writeInteger(prefs::MinimumCount, m_minimumCount->value());
     } else if (command == commands::StopListPath) {
-        m_store.writeString(prefs::StopListPath, m_stopListPath->text());
+        m_store.writeString(prefs::StopListPath, pathOf(m_stopListPath));
     } else if (command == commands::ChooseStopList) {
         choosePath(chooseStopListPrompt, m_stopListPath, prefs::StopListPath);
     } else if (command == commands::ListFormat) {
         m_store.writeInteger(prefs::ListFormat, m_listFormat->currentIndex());
+        updateApplicability();
     } else if (command == commands::ReferencePath) {
-        m_store.writeString(prefs::ReferencePath, m_referencePath->text());
+        m_store.writeString(prefs::ReferencePath, pathOf(m_referencePath));
     } else if (command == commands::ChooseReference) {
         choosePath(chooseReferencePrompt, m_referencePath, prefs::ReferencePath);
     } else if (command == commands::KeynessThreshold) {
@@ -162,7 +269,8 @@ void PreferencesWindow::choosePath(const char16_t* prompt, QLineEdit* field,
     if (chosen.isEmpty()) {
         return;
     }
-    field->setText(chosen.first());
+    setPath(field, chosen.first());
+    fitPath(field);
     m_store.writeString(key, chosen.first());
 }
 
@@ -171,10 +279,8 @@ Status PreferencesWindow::handleCommand(CommandId command)
     if (command == commands::QuitWhenDone) {
         m_store.writeBool(prefs::QuitWhenDone, m_quitWhenDone->isChecked());
     } else if (command == commands::IncludeFrequency) {
-        // Without counts there is nothing to separate.
-        const bool on = m_includeFrequency->isChecked();
-        m_separateBy->setEnabled(on);
-        m_store.writeBool(prefs::IncludeFrequency, on);
+        m_store.writeBool(prefs::IncludeFrequency, m_includeFrequency->isChecked());
+        updateApplicability();
     } else if (command == commands::SortBy) {
         m_store.writeChoice(prefs::SortBy, popUpValue(m_sortBy));
     } else if (command == commands::SeparateBy) {
@@ -191,6 +297,11 @@ Status PreferencesWindow::handleCommand(CommandId command)
     }
     // The option commands go on to the application, which ignores them.
     return eventNotHandledErr;
+}
+
+void PreferencesWindow::reject()
+{
+    emit commandIssued(commands::Close);
 }
 
 void PreferencesWindow::closeEvent(QCloseEvent* event)

@@ -3,7 +3,7 @@
 #include "prefs/PreferenceKeys.h"
 #include "shell/Command.h"
 
-#include <QWidget>
+#include <QDialog>
 
 #include <array>
 
@@ -48,8 +48,8 @@ inline constexpr char16_t chooseReferencePrompt[] = u"Choose a Reference";
 
 /// The modeless window editing the five user options, and in a group of their own the
 /// word-list options. Each change is written to the store the moment it is made; there is
-/// nothing to apply or undo.
-class PreferencesWindow : public QWidget, public CommandHandler {
+/// nothing to apply or undo. Esc, Ctrl+W and its Close button end it as the close box does.
+class PreferencesWindow : public QDialog, public CommandHandler {
     Q_OBJECT
 public:
     /// The desktop shows the open panel that chooses a stop list.
@@ -62,6 +62,8 @@ public:
     /// The option commands are applied and then passed on (not handled); the three
     /// closing commands hide the window and are handled here.
     Status handleCommand(CommandId command) override;
+    /// Esc: as the close box.
+    void reject() override;
 
 signals:
     /// A control was changed or the close box used; the owner dispatches it, offering
@@ -72,6 +74,7 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     /// A check box of the word-list options and the switch it stands for.
@@ -82,6 +85,14 @@ private:
     };
 
     void loadWordListOptions();
+    void nameControlsAfterTheirLabels();
+    /// Greys out what the list's format or the other settings leave without effect.
+    void updateApplicability();
+    /// Shows a path field's whole text while it is edited, else elided in the middle.
+    void fitPath(QLineEdit* field);
+    /// A path field's text, whole even while it shows it elided.
+    static QString pathOf(const QLineEdit* field);
+    static void setPath(QLineEdit* field, const QString& path);
     /// Applies a word-list option's command; any other command does nothing here.
     void applyWordListOption(CommandId command);
     /// Asks the open panel for a file and stores it in field and under key.

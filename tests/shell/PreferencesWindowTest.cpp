@@ -5,6 +5,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -163,6 +164,151 @@ private slots:
         window.close();
         QCOMPARE(issued.size(), 1);
         QCOMPARE(issued.first().first().value<CommandId>(), commands::Close);
+    }
+
+    // Esc and Ctrl+W end the window as its close box does; a Close button where the
+    // desktop's dialogs have one (not on GNOME, whose preferences close from the title bar).
+    void keysAndTheCloseButtonCloseTheWindow_data()
+    {
+        QTest::addColumn<QString>("desktopName");
+        QTest::addColumn<QString>("how");
+        QTest::addColumn<bool>("hasButton");
+        QTest::newRow("Esc") << u"KDE"_s << u"Esc"_s << true;
+        QTest::newRow("Ctrl+W") << u"KDE"_s << u"Ctrl+W"_s << true;
+        QTest::newRow("Close button") << u"XFCE"_s << u"button"_s << true;
+        QTest::newRow("Esc on GNOME") << u"ubuntu:GNOME"_s << u"Esc"_s << false;
+        QTest::newRow("Ctrl+W on GNOME") << u"GNOME"_s << u"Ctrl+W"_s << false;
+    }
+    void keysAndTheCloseButtonCloseTheWindow()
+    {
+        QFETCH(QString, desktopName);
+        QFETCH(QString, how);
+        QFETCH(bool, hasButton);
+        testing::TestEnvironment env;
+        qputenv("XDG_CURRENT_DESKTOP", desktopName.toUtf8());
+        PreferenceStore store;
+        testing::RecordingDesktop desktop;
+        PreferencesWindow window(store, desktop);
+        qunsetenv("XDG_CURRENT_DESKTOP");
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QSignalSpy issued(&window, &PreferencesWindow::commandIssued);
+        auto* buttons = window.findChild<QDialogButtonBox*>(u"closeButtons"_s);
+        QCOMPARE(buttons != nullptr, hasButton);
+        if (how == u"button"_s) {
+            buttons->button(QDialogButtonBox::Close)->click();
+        } else if (how == u"Esc"_s) {
+            QTest::keyClick(&window, Qt::Key_Escape);
+        } else {
+            QTest::keyClick(&window, Qt::Key_W, Qt::ControlModifier);
+        }
+        QCOMPARE(issued.size(), 1);
+        QCOMPARE(issued.first().first().value<CommandId>(), commands::Close);
+        QCOMPARE(window.handleCommand(commands::Close), noErr);
+        QVERIFY(!window.isVisible());
+    }
+
+    // Return in a path field never closes the window.
+    void returnInAFieldKeepsTheWindowOpen()
+    {
+        testing::TestEnvironment env;
+        qputenv("XDG_CURRENT_DESKTOP", "KDE");
+        PreferenceStore store;
+        testing::RecordingDesktop desktop;
+        PreferencesWindow window(store, desktop);
+        qunsetenv("XDG_CURRENT_DESKTOP");
+        window.show();
+        QSignalSpy issued(&window, &PreferencesWindow::commandIssued);
+        QTest::keyClick(control<QLineEdit>(window, preferencesControls::StopListPath),
+                        Qt::Key_Return);
+        QVERIFY2(issued.isEmpty(),
+                 issued.isEmpty() ? ""
+                                  : issued.first().first().value<CommandId>().toString().toLatin1());
+        QVERIFY(window.isVisible());
+    }
+
+    // What cannot apply is greyed out: the count separator without counts, the separator
+    // and the count style in CSV and TSV; as loaded and as the user changes them.
+    void settingsThatCannotApplyAreGreyedOut_data()
+    {
+        QTest::addColumn<int>("format");
+        QTest::addColumn<bool>("counts");
+        QTest::addColumn<bool>("separateBy");
+        QTest::addColumn<bool>("lineStyle");
+        QTest::newRow("text with counts") << 0 << true << true << true;
+        QTest::newRow("text without counts") << 0 << false << false << true;
+        QTest::newRow("CSV with counts") << 1 << true << false << false;
+        QTest::newRow("TSV without counts") << 2 << false << false << false;
+    }
+    void settingsThatCannotApplyAreGreyedOut()
+    {
+        QFETCH(int, format);
+        QFETCH(bool, counts);
+        QFETCH(bool, separateBy);
+        QFETCH(bool, lineStyle);
+        testing::TestEnvironment env;
+        PreferenceStore store;
+        QVERIFY(store.writeInteger(prefs::ListFormat, format));
+        QVERIFY(store.writeBool(prefs::IncludeFrequency, counts));
+        testing::RecordingDesktop desktop;
+        PreferencesWindow window(store, desktop);
+        window.loadFromStore();
+        auto* separate = control<QComboBox>(window, preferencesControls::SeparateBy);
+        auto* line = control<QComboBox>(window, preferencesControls::LineStyle);
+        QCOMPARE(separate->isEnabled(), separateBy);
+        QCOMPARE(line->isEnabled(), lineStyle);
+
+        // The user goes back to text with counts: both apply again.
+        QSignalSpy issued(&window, &PreferencesWindow::commandIssued);
+        auto* formats = control<QComboBox>(window, preferencesControls::ListFormat);
+        formats->setCurrentIndex(0);
+        emit formats->activated(0);
+        auto* frequency = control<QCheckBox>(window, preferencesControls::IncludeFrequency);
+        if (!counts) {
+            frequency->click();
+        }
+        for (const QList<QVariant>& command : std::as_const(issued)) {
+            window.handleCommand(command.first().value<CommandId>());
+        }
+        QVERIFY(separate->isEnabled());
+        QVERIFY(line->isEnabled());
+        QCOMPARE(store.readInteger(prefs::ListFormat), 0);
+    }
+
+    // A long path shows both its ends, elided in the middle, and whole while it is edited;
+    // what is stored is always the whole path.
+    void longPathsAreElidedInTheMiddle()
+    {
+        testing::TestEnvironment env;
+        const QString path = u"/home/someone/"_s + u"folder/"_s.repeated(30) + u"stop.txt"_s;
+        PreferenceStore store;
+        QVERIFY(store.writeString(prefs::StopListPath, path));
+        testing::RecordingDesktop desktop;
+        PreferencesWindow window(store, desktop);
+        window.loadFromStore();
+        window.resize(500, window.height());
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        auto* field = control<QLineEdit>(window, preferencesControls::StopListPath);
+        QTRY_VERIFY(field->text().contains(u'\u2026'));
+        QVERIFY(field->text().startsWith(u"/home/"_s));
+        QVERIFY(field->text().endsWith(u"stop.txt"_s));
+        QCOMPARE(field->toolTip(), path);
+
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        field->setFocus();
+        QTRY_COMPARE(field->text(), path);
+        QSignalSpy issued(&window, &PreferencesWindow::commandIssued);
+        field->end(false);
+        QTest::keyClick(field, Qt::Key_Backspace);
+        QCOMPARE(window.handleCommand(issued.takeLast().first().value<CommandId>()),
+                 eventNotHandledErr);
+        QCOMPARE(store.readString(prefs::StopListPath), path.chopped(1));
+        control<QComboBox>(window, preferencesControls::SortBy)->setFocus();
+        QTRY_VERIFY(field->text().contains(u'\u2026'));
+        QCOMPARE(store.readString(prefs::StopListPath), path.chopped(1));
     }
 
     // The word-list options, their own group of controls.
