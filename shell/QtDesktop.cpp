@@ -11,6 +11,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QMimeDatabase>
 #include <QPushButton>
@@ -53,10 +54,16 @@ QStringList QtDesktop::chooseFilesToOpen(const QString& prompt)
     dialog.setFileMode(QFileDialog::ExistingFiles);
     dialog.setFilter(dialog.filter() | QDir::Hidden | QDir::System);
     dialog.setLabelText(QFileDialog::Accept, QStringLiteral("Open"));
+    // The user's own folders, not the folder the program happened to be started in.
+    dialog.setDirectory(QFileInfo(m_openFolder).isDir() ? m_openFolder : QDir::homePath());
     if (dialog.exec() != QDialog::Accepted) {
         return {};
     }
-    return dialog.selectedFiles();
+    const QStringList chosen = dialog.selectedFiles();
+    if (!chosen.isEmpty()) {
+        m_openFolder = QFileInfo(chosen.constFirst()).absolutePath();
+    }
+    return chosen;
 }
 
 QString QtDesktop::chooseSavePath(const QString& proposedName)

@@ -38,6 +38,8 @@ public:
 private:
     ApplicationChooser m_applications;
     QPointer<QWidget> m_window;
+    /// The folder the Open dialog was last left in, for the next time.
+    QString m_openFolder;
 };
 
 /// Tells file managers that follow KDirNotify (Dolphin and the KIO file dialogs) that
