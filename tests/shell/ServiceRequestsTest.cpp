@@ -1,12 +1,18 @@
 #include "prefs/PreferenceStore.h"
+#include "shell/ApplicationShell.h"
 #include "shell/JobQueue.h"
 #include "shell/ServiceActions.h"
+#include "shell/QtDesktop.h"
 #include "shell/ServiceBus.h"
 #include "tests/common/FakeIndexer.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 
+#include <QAbstractButton>
+#include <QApplication>
 #include <QDBusConnectionInterface>
+#include <QMessageBox>
+#include <QTimer>
 #include <QDBusPendingCallWatcher>
 #include <QFileInfo>
 #include <QProcess>
@@ -16,6 +22,7 @@
 
 using namespace tallyvox;
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -150,6 +157,90 @@ private slots:
         bus.unregisterObject(QString::fromLatin1(busIdentity::objectPath));
     }
 
+    // Fifty requests sent at once to a running window, idle or in the middle of a batch,
+    // give fifty results, in the order sent, each once; the batch's lists are all there
+    // too. The window's own desktop shows each result as its modal alert, which the test
+    // reads and dismisses as the user would.
+    void fiftyRequestsGiveFiftyResults_data()
+    {
+        QTest::addColumn<bool>("midBatch");
+        QTest::newRow("idle") << false;
+        QTest::newRow("mid-batch") << true;
+    }
+    void fiftyRequestsGiveFiftyResults()
+    {
+        QFETCH(bool, midBatch);
+        if (!QDBusConnection::sessionBus().isConnected()) {
+            QSKIP("no session bus: run under dbus-run-session");
+        }
+        testing::TestEnvironment env;
+        QtDesktop desktop;
+        PreferenceStore preferences;
+        testing::FakeIndexer indexer;
+        const WordContext words{desktop, preferences, indexer, env.tempFolder()};
+        ApplicationShell shell(preferences, words);
+        desktop.setWindow(&shell.mainWindow());
+        shell.start(QRect(0, 0, 1280, 800));
+        ServiceActions actions({words, {}}, shell.jobs());
+        ApplicationBusObject object;
+        object.setActionHandler(&actions);
+        QDBusConnection bus = QDBusConnection::sessionBus();
+        QCOMPARE(claimSingleInstance(bus, object), InstanceClaim::Primary);
+        QDBusConnection caller =
+            QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"caller"_s);
+
+        // The user: reads each alert that shows and presses its OK.
+        QStringList shown;
+        QTimer user;
+        connect(&user, &QTimer::timeout, &user, [&shown] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (box && box->isVisible()) {
+                shown.append(box->text());
+                box->buttons().constFirst()->click();
+            }
+        });
+        user.start(5);
+
+        QStringList files;
+        if (midBatch) {
+            for (const QString& name : {u"f1"_s, u"f2"_s, u"f3"_s}) {
+                files.append(env.writeFile(name, name.toUtf8()));
+                indexer.script(files.constLast(),
+                               {WordTable{{name, 1}}, IndexerEnding::Complete, 150ms, {}});
+            }
+            shell.batch().openDocuments(files);
+            QTRY_VERIFY(shell.batch().isRunning());
+        }
+        constexpr int requests = 50;
+        QList<QDBusPendingCall> calls;
+        QStringList expected;
+        for (int i = 1; i <= requests; ++i) {
+            QDBusMessage message = QDBusMessage::createMethodCall(
+                serviceName, QString::fromLatin1(busIdentity::objectPath),
+                QString::fromLatin1(busIdentity::interfaceName), u"ActivateAction"_s);
+            const QByteArray text = QByteArray("w ").repeated(i);
+            message << u"wordCount"_s << QVariantList{pasteboardToBus(textPasteboard(text))}
+                    << QVariantMap();
+            calls.append(caller.asyncCall(message));
+            expected.append(u"Word count: %1"_s.arg(i));
+        }
+        // Answered from the event loop, so never waited for here.
+        QTRY_VERIFY_WITH_TIMEOUT(std::all_of(calls.cbegin(), calls.cend(),
+                                             [](const QDBusPendingCall& c) { return c.isFinished(); }),
+                                 10000);
+        for (const QDBusPendingCall& call : std::as_const(calls)) {
+            QVERIFY2(!call.isError(), qPrintable(call.error().message()));
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(shown.size(), requests, 30000);
+        QCOMPARE(shown, expected);
+        QTRY_VERIFY(!shell.jobs().isBusy());
+        QVERIFY(!shell.batch().isRunning());
+
+        QDBusConnection::disconnectFromBus(u"caller"_s);
+        bus.unregisterService(serviceName);
+        bus.unregisterObject(QString::fromLatin1(busIdentity::objectPath));
+    }
+
     void installIntegration()
     {
         testing::TestEnvironment env;
@@ -177,5 +268,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(ServiceRequestsTest)
+QTEST_MAIN(ServiceRequestsTest)
 #include "ServiceRequestsTest.moc"
