@@ -31,6 +31,13 @@ void runAlert(QWidget* parent, QMessageBox::Icon icon, const QString& text,
     box.setText(text);
     box.setInformativeText(informative);
     box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+    // A result asked for from another application (a service) arrives while that one has
+    // the focus, and the window manager may refuse Tallyvox the focus and open the alert
+    // behind it: the result would wait unseen until the user came to Tallyvox. Kept
+    // above, it shows at once.
+    if (QGuiApplication::applicationState() != Qt::ApplicationActive) {
+        box.setWindowFlag(Qt::WindowStaysOnTopHint);
+    }
     box.exec();
 }
 

@@ -3,7 +3,9 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QAbstractButton>
 #include <QFileDialog>
+#include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 
@@ -42,6 +44,40 @@ class QtDesktopTest : public QObject {
     Q_OBJECT
 
 private slots:
+    // An alert that comes while another application has the focus (a service's result)
+    // is kept above the other windows, so it never waits unseen behind them.
+    void anAlertForAnInactiveApplicationStaysOnTop_data()
+    {
+        QTest::addColumn<bool>("active");
+        // In this order: offscreen, an application once active stays so.
+        QTest::newRow("another application in front") << false;
+        QTest::newRow("Tallyvox in front") << true;
+    }
+    void anAlertForAnInactiveApplicationStaysOnTop()
+    {
+        QFETCH(bool, active);
+        QtDesktop desktop;
+        QWidget window;
+        desktop.setWindow(&window);
+        if (active) {
+            window.show();
+            window.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&window));
+        }
+        QTRY_COMPARE(QGuiApplication::applicationState() == Qt::ApplicationActive, active);
+        bool onTop = !active;
+        QString text;
+        QTimer::singleShot(0, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            QVERIFY(box);
+            text = box->text();
+            onTop = box->windowFlags().testFlag(Qt::WindowStaysOnTopHint);
+            box->buttons().constFirst()->click();
+        });
+        desktop.alert(u"Word count: 3"_s);
+        QCOMPARE(text, u"Word count: 3"_s);
+        QCOMPARE(onTop, !active);
+    }
     // The Open dialog starts in the home folder, not in the folder the program was started
     // in, and later where the user last chose files; a cancel changes nothing.
     void openDialogStartsAtHomeThenWhereFilesWereChosen()
@@ -67,6 +103,7 @@ private slots:
         desktop.chooseFilesToOpen(u"Select"_s);
         QCOMPARE(answer.startFolder, QDir(env.home()).absolutePath());
     }
+
 };
 
 QTEST_MAIN(QtDesktopTest)
