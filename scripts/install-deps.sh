@@ -11,7 +11,7 @@ libicu-dev libplist-dev libuchardet-dev libglib2.0-dev unicode-data
 libpoppler-cpp-dev libxml2-dev libarchive-dev
 clang libclang-rt-14-dev
 xvfb xauth xclip xdotool dbus dbus-x11 xdg-utils desktop-file-utils appstream
-qt6-wayland wl-clipboard sway
+qt6-wayland wl-clipboard sway at-spi2-core python3-pyatspi
 dpkg-dev file help2man man-db lintian
 imagemagick poppler-utils fonts-dejavu-core python3 hyperfine time bc clang-format clang-tidy
 "

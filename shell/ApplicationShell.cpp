@@ -151,6 +151,9 @@ void ApplicationShell::ShowPreferencesWindow()
             // Forgotten at once: the next 'pref' makes a new window.
             m_preferencesWindow->deleteLater();
             m_preferencesWindow = nullptr;
+            // The keyboard goes back to the main window, also where no window manager
+            // hands it on.
+            m_window.activateWindow();
         });
     }
     ShowStatus(QString::fromUtf16(batchTexts::helpText), StatusTarget::StatusText);

@@ -75,9 +75,10 @@ PreferencesWindow::PreferencesWindow(PreferenceStore& store, Desktop& desktop, Q
     m_includeFrequency =
         findChild<QCheckBox*>(QLatin1String(preferencesControls::IncludeFrequency));
 
-    // clicked and activated fire for the user's changes only, not for loadFromStore().
+    // activated fires for the user's changes only, not for loadFromStore(); a check box's
+    // toggled fires for a click and for a screen reader's toggle alike, and loading blocks it.
     for (QCheckBox* box : {m_quitWhenDone, m_includeFrequency}) {
-        connect(box, &QCheckBox::clicked, this,
+        connect(box, &QCheckBox::toggled, this,
                 [this, box] { emit commandIssued(commandOf(*box)); });
     }
     for (QComboBox* popUp : {m_sortBy, m_separateBy, m_lineStyle}) {
@@ -108,7 +109,7 @@ PreferencesWindow::PreferencesWindow(PreferenceStore& store, Desktop& desktop, Q
 
     // As above, only the user's changes: loading blocks the two signals that fire for any.
     for (const OptionBox& option : m_optionBoxes) {
-        connect(option.box, &QCheckBox::clicked, this,
+        connect(option.box, &QCheckBox::toggled, this,
                 [this, option] { emit commandIssued(commandOf(*option.box)); });
     }
     connect(m_listFormat, &QComboBox::activated, this,
@@ -156,8 +157,10 @@ void PreferencesWindow::loadFromStore()
     setPopUpValue(m_sortBy, static_cast<qint32>(m_store.GetSortBy()));
     setPopUpValue(m_separateBy, static_cast<qint32>(m_store.GetSeparateBy()));
     setPopUpValue(m_lineStyle, static_cast<qint32>(m_store.GetLineStyle()));
+    const QSignalBlocker quitBlocker(m_quitWhenDone);
     m_quitWhenDone->setChecked(m_store.GetQuitWhenDone());
     const bool includeFrequency = m_store.GetIncludeFrequency();
+    const QSignalBlocker frequencyBlocker(m_includeFrequency);
     m_includeFrequency->setChecked(includeFrequency);
     loadWordListOptions();
     updateApplicability();
@@ -220,6 +223,7 @@ bool PreferencesWindow::eventFilter(QObject* watched, QEvent* event)
 void PreferencesWindow::loadWordListOptions()
 {
     for (const OptionBox& option : m_optionBoxes) {
+        const QSignalBlocker blocker(option.box);
         option.box->setChecked(m_store.readBool(option.key));
     }
     const QSignalBlocker minimumBlocker(m_minimumCount);

@@ -2,6 +2,7 @@
 #include "support/FilePath.h"
 
 #include "prefs/PreferenceStore.h"
+#include "shell/AccessibleComboBox.h"
 #include "shell/ApplicationBus.h"
 #include "shell/ApplicationShell.h"
 #include "shell/CommandLine.h"
@@ -159,6 +160,7 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
         QIcon(QStringLiteral(":/icons/hicolor/scalable/apps/com.okaluna.Tallyvox.svg"))));
     // The main window is never closed, only hidden on the way out.
     QApplication::setQuitOnLastWindowClosed(false);
+    installAccessibleComboBoxes();
 
     QtDesktop qtDesktop;
     Desktop* const desktop = &qtDesktop;

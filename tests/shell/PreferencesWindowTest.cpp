@@ -1,8 +1,11 @@
 #include "shell/PreferencesWindow.h"
 #include "prefs/PreferenceStore.h"
+#include "shell/AccessibleComboBox.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 
+#include <QAbstractItemView>
+#include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -223,8 +226,9 @@ private slots:
         QTest::keyClick(control<QLineEdit>(window, preferencesControls::StopListPath),
                         Qt::Key_Return);
         QVERIFY2(issued.isEmpty(),
-                 issued.isEmpty() ? ""
-                                  : issued.first().first().value<CommandId>().toString().toLatin1());
+                 issued.isEmpty()
+                     ? ""
+                     : issued.first().first().value<CommandId>().toString().toLatin1());
         QVERIFY(window.isVisible());
     }
 
@@ -309,6 +313,85 @@ private slots:
         control<QComboBox>(window, preferencesControls::SortBy)->setFocus();
         QTRY_VERIFY(field->text().contains(u'\u2026'));
         QCOMPARE(store.readString(prefs::StopListPath), path.chopped(1));
+    }
+
+    // A screen reader hears each control by its label: the pop-ups too, whose chosen item
+    // is their value; the Preferences window is a dialog.
+    void controlsAreNamedByTheirLabels_data()
+    {
+        QTest::addColumn<QString>("id");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("value");
+        QTest::newRow("sort") << QString::fromLatin1(preferencesControls::SortBy) << u"Sort words"_s
+                              << u"By frequency"_s;
+        QTest::newRow("counts") << QString::fromLatin1(preferencesControls::SeparateBy)
+                                << u"Show counts as"_s << u"word (3)"_s;
+        QTest::newRow("format") << QString::fromLatin1(preferencesControls::ListFormat)
+                                << u"List format"_s << u"Text"_s;
+        QTest::newRow("minimum") << QString::fromLatin1(preferencesControls::MinimumCount)
+                                 << u"Minimum count"_s << u"1"_s;
+        QTest::newRow("stop list") << QString::fromLatin1(preferencesControls::StopListPath)
+                                   << u"Stop list"_s << QString();
+    }
+    void controlsAreNamedByTheirLabels()
+    {
+        QFETCH(QString, id);
+        QFETCH(QString, name);
+        QFETCH(QString, value);
+        testing::TestEnvironment env;
+        installAccessibleComboBoxes();
+        PreferenceStore store;
+        QVERIFY(store.writeChoice(prefs::SortBy, 2));
+        testing::RecordingDesktop desktop;
+        PreferencesWindow window(store, desktop);
+        window.loadFromStore();
+        window.show();
+        QAccessibleInterface* dialog = QAccessible::queryAccessibleInterface(&window);
+        QVERIFY(dialog);
+        QCOMPARE(dialog->role(), QAccessible::Dialog);
+        QAccessibleInterface* control =
+            QAccessible::queryAccessibleInterface(window.findChild<QWidget*>(id));
+        QVERIFY(control);
+        QCOMPARE(control->text(QAccessible::Name), name);
+        if (auto* box = qobject_cast<QComboBox*>(control->object())) {
+            QCOMPARE(control->role(), QAccessible::ComboBox);
+            QCOMPARE(control->text(QAccessible::Value), value);
+            QVERIFY(control->actionInterface()->actionNames().contains(
+                QAccessibleActionInterface::showMenuAction()));
+            QCOMPARE(control->childCount(), 1);
+            QCOMPARE(control->child(0)->object(), box->view());
+        }
+    }
+
+    // A screen reader toggles a check box through its action, not with a click: the change
+    // is stored all the same. Loading what is stored issues nothing.
+    void aCheckBoxToggledByAScreenReaderIsStored_data()
+    {
+        QTest::addColumn<QString>("id");
+        QTest::newRow("include frequency")
+            << QString::fromLatin1(preferencesControls::IncludeFrequency);
+        QTest::newRow("a word-list option") << QString::fromLatin1(preferencesControls::FoldCase);
+    }
+    void aCheckBoxToggledByAScreenReaderIsStored()
+    {
+        QFETCH(QString, id);
+        testing::TestEnvironment env;
+        PreferenceStore store;
+        testing::RecordingDesktop desktop;
+        PreferencesWindow window(store, desktop);
+        QSignalSpy issued(&window, &PreferencesWindow::commandIssued);
+        window.loadFromStore();
+        QVERIFY(issued.isEmpty());
+        auto* box = window.findChild<QCheckBox*>(id);
+        const bool was = box->isChecked();
+        QAccessibleInterface* control = QAccessible::queryAccessibleInterface(box);
+        control->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        QCOMPARE(issued.size(), 1);
+        window.handleCommand(issued.first().first().value<CommandId>());
+        const prefs::BoolKey key = id == QLatin1String(preferencesControls::FoldCase)
+                                       ? prefs::FoldCase
+                                       : prefs::IncludeFrequency;
+        QCOMPARE(store.readBool(key), !was);
     }
 
     // The word-list options, their own group of controls.

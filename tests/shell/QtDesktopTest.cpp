@@ -1,9 +1,9 @@
 #include "shell/QtDesktop.h"
 #include "tests/common/TestEnvironment.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
-#include <QAbstractButton>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QTest>
@@ -103,7 +103,6 @@ private slots:
         desktop.chooseFilesToOpen(u"Select"_s);
         QCOMPARE(answer.startFolder, QDir(env.home()).absolutePath());
     }
-
 };
 
 QTEST_MAIN(QtDesktopTest)

@@ -1,27 +1,27 @@
 #include "prefs/PreferenceStore.h"
 #include "shell/ApplicationShell.h"
 #include "shell/JobQueue.h"
-#include "shell/ServiceActions.h"
 #include "shell/QtDesktop.h"
+#include "shell/ServiceActions.h"
 #include "shell/ServiceBus.h"
-#include "words/ProcessIndexer.h"
 #include "tests/common/FakeIndexer.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
+#include "words/ProcessIndexer.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDBusConnectionInterface>
-#include <QDir>
-#include <QScopeGuard>
-#include <QMessageBox>
-#include <QTimer>
 #include <QDBusPendingCallWatcher>
+#include <QDir>
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
+#include <QTimer>
 
 using namespace tallyvox;
 using namespace Qt::StringLiterals;
@@ -162,8 +162,8 @@ private slots:
 
     // Fifty requests sent at once to a running window, idle or in the middle of a batch,
     // give fifty results, each once, whatever order the bus delivers them in (it need not
-    // be the order sent); the batch is done too. The window's own desktop shows each result as its modal alert, which the test
-    // reads and dismisses as the user would.
+    // be the order sent); the batch is done too. The window's own desktop shows each result as its
+    // modal alert, which the test reads and dismisses as the user would.
     void fiftyRequestsGiveFiftyResults_data()
     {
         QTest::addColumn<bool>("midBatch");
@@ -189,8 +189,8 @@ private slots:
         QtDesktop desktop;
         PreferenceStore preferences;
         testing::FakeIndexer fake;
-        ProcessIndexer executables(
-            desktop, {QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR), env.tempFolder()});
+        ProcessIndexer executables(desktop,
+                                   {QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR), env.tempFolder()});
         Indexer& indexer = realIndexer ? static_cast<Indexer&>(executables) : fake;
         const WordContext words{desktop, preferences, indexer, env.tempFolder()};
         ApplicationShell shell(preferences, words);
@@ -241,9 +241,10 @@ private slots:
             expected.append(u"Word count: %1"_s.arg(i));
         }
         // Answered from the event loop, so never waited for here.
-        QTRY_VERIFY_WITH_TIMEOUT(std::all_of(calls.cbegin(), calls.cend(),
-                                             [](const QDBusPendingCall& c) { return c.isFinished(); }),
-                                 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            std::all_of(calls.cbegin(), calls.cend(),
+                        [](const QDBusPendingCall& c) { return c.isFinished(); }),
+            10000);
         for (const QDBusPendingCall& call : std::as_const(calls)) {
             QVERIFY2(!call.isError(), qPrintable(call.error().message()));
         }
