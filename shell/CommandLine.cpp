@@ -277,8 +277,8 @@ QString commandLineHelp()
         "     mode), the running Tallyvox did not answer, or the context-menu entries could\n"
         "     not be installed\n"
         "  2  the command line could not be understood\n"
-        "  3  a word list is empty because its file cannot be read, is password-protected\n"
-        "     or is not a document Tallyvox reads (console mode)\n");
+        "  3  a word list is empty because its file could not be read, is locked by a\n"
+        "     password or is not a document Tallyvox reads (console mode)\n");
 }
 
 QString versionText()

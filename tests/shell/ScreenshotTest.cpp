@@ -151,6 +151,43 @@ private slots:
         checkPictures({"progress-text.png", "stop-acknowledged.png"});
     }
 
+    // A name of 200 characters: both status lines elide it in the middle, and the window
+    // keeps its width.
+    void longNameInProgress()
+    {
+        tallyvox::testing::TestEnvironment env;
+        const QString name = u"Quarterly report of the regional offices "_s + u"x"_s.repeated(130) +
+                             u" final draft.pdf"_s;
+        const QString path = env.writeFile(name, "long name");
+        tallyvox::testing::RecordingDesktop desktop;
+        tallyvox::PreferenceStore store;
+        tallyvox::testing::FakeIndexer indexer;
+        indexer.script(path, {tallyvox::WordTable{{u"long"_s, 1}},
+                              tallyvox::IndexerEnding::Complete,
+                              std::chrono::seconds(3),
+                              {{100, 400}, {200, 400}}});
+        tallyvox::ApplicationShell shell(store, {desktop, store, indexer, env.tempFolder()});
+        shell.start(QRect(0, 0, 1280, 1024));
+        auto* window = &shell.mainWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        const int width = window->width();
+        const auto* progress =
+            window->findChild<QLabel*>(QLatin1String(tallyvox::mainControls::ProgressText));
+        const auto* status =
+            window->findChild<QLabel*>(QLatin1String(tallyvox::mainControls::StatusText));
+        QSignalSpy ended(&shell.batch(), &tallyvox::BatchRunner::runEnded);
+        shell.openDocuments({path});
+        QTRY_VERIFY_WITH_TIMEOUT(progress->text().endsWith(u"final draft.pdf: 25% read"_s), 3000);
+        QVERIFY(progress->text().startsWith(u"Quarterly"_s));
+        QVERIFY(progress->text().contains(u'\u2026'));
+        QVERIFY(status->text().startsWith(u"File: Quarterly"_s));
+        QVERIFY(status->text().contains(u'\u2026'));
+        QCOMPARE(window->width(), width);
+        saveWindow(*window, u"long-name.png"_s);
+        QVERIFY(ended.wait(5000));
+        checkPictures({"long-name.png"});
+    }
+
 private:
     // Starts the program on the X server with these arguments and keeps a picture of its
     // main window; gives the window's id, empty when it never came.
