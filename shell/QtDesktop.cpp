@@ -66,7 +66,7 @@ QStringList QtDesktop::chooseFilesToOpen(const QString& prompt)
     if (dialog.exec() != QDialog::Accepted) {
         return {};
     }
-    const QStringList chosen = dialog.selectedFiles();
+    QStringList chosen = dialog.selectedFiles();
     if (!chosen.isEmpty()) {
         m_openFolder = QFileInfo(chosen.constFirst()).absolutePath();
     }

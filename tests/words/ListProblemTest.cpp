@@ -49,9 +49,9 @@ private slots:
         const QByteArray pdf = "%PDF-1.4\n1 0 obj << /Type /Catalog >> endobj\n"_ba;
         const QByteArray encryptedPdf = pdf + "trailer << /Root 1 0 R /Encrypt 5 0 R >>\n%%EOF\n";
         const QByteArray farTrailer =
-            pdf + QByteArray(300 * 1024, ' ') + "trailer << /Encrypt 5 0 R >>\n%%EOF\n";
-        const QByteArray middleOnly = pdf + QByteArray(100 * 1024, ' ') + "/Encrypt" +
-                                      QByteArray(100 * 1024, ' ') + "%%EOF\n";
+            pdf + QByteArray(qsizetype{300} * 1024, ' ') + "trailer << /Encrypt 5 0 R >>\n%%EOF\n";
+        const QByteArray middleOnly = pdf + QByteArray(qsizetype{100} * 1024, ' ') + "/Encrypt" +
+                                      QByteArray(qsizetype{100} * 1024, ' ') + "%%EOF\n";
         const auto add = [](const char* row, const QString& name, const QByteArray& content,
                             IndexerEnding ending, bool words, K kind) {
             const bool lost = kind == K::NoPermission || kind == K::PasswordProtected ||
