@@ -235,8 +235,8 @@ void BatchRunner::endRun()
         m_context.desktop.stopAlert(QString::fromUtf16(batchTexts::notAFileMessage),
                                     QString::fromUtf16(batchTexts::notAFileExplanation));
     }
-    // Beyond the designed reports: every list that came out empty or cut short is said,
-    // once for the run, with why.
+    // After the error window and the folder alert: every list that came out empty or cut
+    // short is said, once for the run, with why.
     reportTroubledLists();
 
     if (m_context.preferences.GetQuitWhenDone()) {

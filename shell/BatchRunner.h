@@ -22,8 +22,8 @@ class JobQueue;
 
 /// The texts the batch run shows.
 namespace batchTexts {
-// The designed help text, with this desktop's places: the file manager, not another
-// platform's icon in its dock. The same text at first start and after every run.
+// The help text names this desktop's places: the file manager, not another platform's
+// icon in its dock. The same text at first start and after every run.
 inline constexpr char16_t helpText[] =
     u"Use File > Open, drop one or more files on this window, or open them with Tallyvox "
     u"from the file manager to extract words.";

@@ -170,7 +170,7 @@ private slots:
         QCOMPARE(w.desktop.texts(u"stopAlert"_s) + w.desktop.texts(u"stopAlertExplanation"_s),
                  notAFile ? alert : QStringList());
         // A package is a folder the indexers cannot read: its list is empty, and said to
-        // be, after the designed alert.
+        // be, after the folder alert.
         const bool package = processed.contains(u"RTFD"_s);
         QCOMPARE(w.desktop.alerts(),
                  package ? QStringList{u"The word list of \"Notes.RTFD\" is empty: the file is "
@@ -299,8 +299,8 @@ private slots:
         QCOMPARE(w.desktop.alerts(), alerts);
     }
 
-    // After the designed reports, one alert names every list that came out empty or cut
-    // short, in the order the files were given, with why; a run without any says nothing.
+    // After the error window and the folder alert, one alert names every list that came out empty
+    // or cut short, in the order the files were given, with why; a run without any says nothing.
     void troubledListsAreSaidOnceAfterTheRun_data()
     {
         QTest::addColumn<QString>("files");
