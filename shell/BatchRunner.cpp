@@ -223,8 +223,8 @@ void BatchRunner::endRun()
         m_view.showStatus(QString(), StatusTarget::ProgressText);
     }
     if (m_error != noErr) {
-        // The design names the last item read in this process; before any was, the one that
-        // failed.
+        // The error window names the last item read in this process; before any was, the
+        // one that failed.
         const QString name =
             m_current ? CopyFileName(*m_current).value_or(QString()) : m_failedName;
         m_view.showErrorWindow(

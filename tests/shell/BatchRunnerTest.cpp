@@ -234,8 +234,8 @@ private slots:
         QCOMPARE(counted, names);
     }
 
-    // How the indexers end shapes what the user gets: a list, the empty list the design
-    // leaves, the fallback, nothing at all when Quit ends the run.
+    // How the indexers end shapes what the user gets: a list, the empty list made before
+    // indexing, the fallback, nothing at all when Quit ends the run.
     void jobsThatEndEachWay_data()
     {
         QTest::addColumn<QString>("how");      // the first indexer's ending for f2

@@ -303,7 +303,7 @@ private slots:
     }
 
     // A file that no indexer could read (its path is longer than the indexers take) keeps
-    // the designed outcome, an empty list or a count of 0, but the exit status says that
+    // the usual outcome, an empty list or a count of 0, but the exit status says that
     // it could not be processed; the files beside it are listed as usual.
     void realProgramSaysWhenAFileCouldNotBeProcessed_data()
     {

@@ -493,7 +493,7 @@ private slots:
         QVERIFY(store.readBool(prefs::IncludePerMillion));
         QCOMPARE(store.readString(prefs::ReferencePath), u"~/r"_s);
         QCOMPARE(store.readReal(prefs::KeynessThreshold), 3.84);
-        // The design's five keep their defaults.
+        // The five first settings keep their defaults.
         QCOMPARE(store.GetIncludeFrequency(), true);
         QCOMPARE(store.GetSortBy(), SortBy::Alphabetical);
         QCOMPARE(store.GetQuitWhenDone(), false);
