@@ -45,6 +45,8 @@ ROWS = [
     ("list-stdin", "english", "stdin", 1, 2.0),
     ("list-options", "english", "options", 1, 2.0),
     ("list-distinct", "distinct", "file", 1, 15.0),
+    ("indexer-shuffled", "shuffled", "indexer", None, 8.0),
+    ("list-shuffled", "shuffled", "file", 1, 12.0),
     ("list-1gb", "english-1gb", "file", 1, None),
     ("list-4gb", "english-4gb", "file", 1, 1.6),
 ]
@@ -72,6 +74,7 @@ DESCRIPTIONS = {
     "english": "100 MB real English",
     "mixed": "100 MB mixed scripts",
     "distinct": "111 MB, all-distinct words",
+    "shuffled": "88 MB, 12 M distinct short words, shuffled",
     "english-1gb": "1 GB English",
     "english-4gb": "4 GB English",
 }
@@ -116,6 +119,8 @@ def make_input(name, work, tools):
         generate(path, "mixed", "100", 100 * MB)
     elif name == "distinct":
         generate(path, "distinct", "12000000", None)
+    elif name == "shuffled":
+        generate(path, "shuffled", "12000000", None)
     else:
         size = 1000 * MB if name == "english-1gb" else 4000 * MB
         with open(path, "wb") as out:
@@ -463,7 +468,8 @@ def main():
             file = make_input(input_name, work, tools)
             size = file.stat().st_size
             input_digest = file_digest(file)
-            input_runs = big_runs if size > 100 * MB or input_name == "distinct" else runs
+            input_runs = (big_runs if size > 100 * MB or input_name in ("distinct", "shuffled")
+                          else runs)
             indexer_env = dict(env, TMPDIR=str(sandbox.indexer_tmp))
             result = sandbox.indexer_tmp / "index-1964.dat"
             # The indexer on its own: its peak memory, its time, and the table's size.

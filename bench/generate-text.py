@@ -6,6 +6,8 @@ generate-text.py english MEGABYTES   English-like prose: Zipf-distributed words,
 generate-text.py mixed MEGABYTES     A third of the bytes in other scripts (Japanese,
                                      Chinese, Russian, Greek, Arabic, accented Latin).
 generate-text.py distinct WORDS      WORDS different words, each once or twice: a large table.
+generate-text.py shuffled WORDS      WORDS different lowercase words of 6 to 8 letters, each
+                                     once, ten a line, in an order unrelated to the alphabet.
 """
 import itertools
 import random
@@ -64,6 +66,39 @@ def distinct(count, rng):
         out.write((word + (" " + word if i % 3 == 0 else "") + "\n").encode())
 
 
+def shuffled(count, rng):
+    # An affine step through the six-letter words (its factor prime to 26) gives each i its
+    # own stem, in an order that jumps all over the alphabet; the letters after the stem only
+    # lengthen some words, so no two are the same.
+    stems = 26 ** 6
+    if count > stems:
+        raise SystemExit("at most 26^6 words")
+    factor = rng.randrange(stems // 3, stems) | 1
+    while factor % 13 == 0:
+        factor += 2
+    offset = rng.randrange(stems)
+    alphabet = "abcdefghijklmnopqrstuvwxyz"
+    out = sys.stdout.buffer
+    line = []
+    for i in range(count):
+        n = (i * factor + offset) % stems
+        word = ""
+        for _ in range(6):
+            word += alphabet[n % 26]
+            n //= 26
+        r = i % 12  # a quarter of the words longer: 6.33 letters on average
+        if r < 2:
+            word += alphabet[(i // 12) % 26]
+        elif r == 2:
+            word += alphabet[(i // 12) % 26] + alphabet[(i // 312) % 26]
+        line.append(word)
+        if len(line) == 10:
+            out.write((" ".join(line) + "\n").encode())
+            line = []
+    if line:
+        out.write((" ".join(line) + "\n").encode())
+
+
 def letters(n):
     s = ""
     while True:
@@ -78,5 +113,7 @@ if __name__ == "__main__":
     rng = random.Random(1964)
     if kind == "distinct":
         distinct(amount, rng)
+    elif kind == "shuffled":
+        shuffled(amount, rng)
     else:
         english(amount, kind == "mixed", rng)
