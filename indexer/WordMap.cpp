@@ -59,6 +59,26 @@ WordShard::SlotArray::~SlotArray()
     }
 }
 
+bool WordShard::SlotArray::extend(std::size_t count)
+{
+    // Only huge arrays: moved into a huge-page mapping, the old pages keep their flags, and
+    // the two parts merge into one mapping that the next growth can move whole.
+    if (m_bytes < hugePage || count * sizeof(Slot) <= m_bytes || m_released > 0) {
+        return false;
+    }
+    SlotArray larger(count);
+    void* moved = ::mremap(m_slots, m_bytes, m_bytes, MREMAP_MAYMOVE | MREMAP_FIXED, larger.m_slots);
+    if (moved == MAP_FAILED) {
+        return false; // the old mapping is untouched; the larger one is unmapped
+    }
+    // The old range is gone: the slots now lie at the start of the larger mapping.
+    m_slots = nullptr;
+    m_bytes = 0;
+    swap(larger);
+    ::madvise(m_slots, m_bytes, MADV_HUGEPAGE);
+    return true;
+}
+
 void WordShard::SlotArray::swap(SlotArray& other) noexcept
 {
     std::swap(m_slots, other.m_slots);
@@ -219,9 +239,16 @@ void WordShard::grow()
 
 void WordShard::growTo(unsigned bits)
 {
+    const std::size_t oldSize = m_mask + 1;
+    if (m_slots.extend(std::size_t{1} << bits)) {
+        m_mask = (std::size_t{1} << bits) - 1;
+        m_shift = 32 - bits;
+        m_limit = (m_mask + 1) / 4 * 3;
+        spreadInPlace(oldSize);
+        return;
+    }
     // Homes come from the tags' top bits, so the old slots, read in order, fill the new
     // array nearly in order too: two streams through memory, no hashing.
-    const std::size_t oldSize = m_mask + 1;
     SlotArray old = std::exchange(m_slots, SlotArray(std::size_t{1} << bits));
     m_mask = (std::size_t{1} << bits) - 1;
     m_shift = 32 - bits;
@@ -239,6 +266,40 @@ void WordShard::growTo(unsigned bits)
             i = (i + 1) & m_mask;
         }
         m_slots[i] = slot; // external keys stay where they are in the arena
+    }
+}
+
+void WordShard::spreadInPlace(std::size_t oldSize)
+{
+    // The old slots lie in the front of the grown array, whose homes are now at least twice
+    // as far out. Taken from the back, each word's new home is at or after its old place,
+    // where only words already moved or empty slots lie, so probing from it never passes a
+    // slot that will be emptied later. The few that would start before their place (near the
+    // front) or wrap around to the front are held back and placed once the rest is done.
+    std::vector<Slot> heldBack;
+    for (std::size_t j = oldSize; j-- > 0;) {
+        Slot& slot = m_slots[j];
+        if (slot.length == 0) {
+            continue;
+        }
+        const Slot moving = slot;
+        slot = Slot{};
+        std::size_t i = moving.tag >> m_shift;
+        while (i >= j && i <= m_mask && m_slots[i].length != 0) {
+            ++i;
+        }
+        if (i < j || i > m_mask) {
+            heldBack.push_back(moving);
+            continue;
+        }
+        m_slots[i] = moving;
+    }
+    for (const Slot& slot : heldBack) {
+        std::size_t i = slot.tag >> m_shift;
+        while (m_slots[i].length != 0) {
+            i = (i + 1) & m_mask;
+        }
+        m_slots[i] = slot;
     }
 }
 

@@ -112,7 +112,8 @@ inline WordKey keyOf(std::string_view word)
 /// A word's home slot is given by the top bits of its hash, which the slot keeps: doubling
 /// the table moves the words in order into the new slots without hashing any again.
 /// Slots live in their own anonymous mapping, in huge pages once they are large: fresh
-/// pages come zeroed (empty), and a lookup rarely misses the TLB.
+/// pages come zeroed (empty), and a lookup rarely misses the TLB. A large table grows where
+/// it is: only the added pages are fresh, which the kernel must clear.
 class WordShard {
 public:
     WordShard();
@@ -213,6 +214,7 @@ private:
     const char* storeExternal(const HashedWord& word);
     void grow();
     void growTo(unsigned bits);
+    void spreadInPlace(std::size_t oldSize);
     void unsort();
     struct ByteRange {
         unsigned low;
@@ -240,6 +242,10 @@ private:
         SlotArray& operator=(const SlotArray&) = delete;
         ~SlotArray();
         Slot& operator[](std::size_t i) const { return m_slots[i]; }
+        /// Makes the array count slots long, keeping its slots at the front and the rest
+        /// empty, by moving its pages rather than copying them. False when it cannot (a small
+        /// array, or the kernel refused), and the array is as it was.
+        bool extend(std::size_t count);
         /// Gives back the whole pages of slots [0, end); they read as empty afterwards.
         void releaseBefore(std::size_t end);
         /// Gives back the whole pages from slot begin on; they read as empty afterwards.

@@ -459,9 +459,15 @@ void WordCounterTest::tableCountsAndOrders_data()
     QTest::addColumn<int>("shards");
     QTest::addColumn<int>("reserve"); // words the shards are sized for first, or 0
     QTest::addColumn<bool>("sorted"); // sorted before the ordered walk
-    QTest::newRow("one shard, growing") << 1 << 0 << false;
-    QTest::newRow("two shards, sorted") << 2 << 0 << true;
-    QTest::newRow("two shards, sized first") << 2 << 100000 << true;
+    QTest::addColumn<int>("words");
+    QTest::addColumn<int>("resizeAt"); // reserve again for 8x the words after this many, or 0
+    QTest::newRow("one shard, growing") << 1 << 0 << false << 60000 << 0;
+    QTest::newRow("two shards, sorted") << 2 << 0 << true << 60000 << 0;
+    QTest::newRow("two shards, sized first") << 2 << 100000 << true << 60000 << 0;
+    // Past 65,536 slots (2 MB) a shard grows where it lies, by doubling and by a jump of
+    // several sizes at once; sorting afterwards has to rebuild from the moved pages.
+    QTest::newRow("one shard, growing in place") << 1 << 0 << true << 400000 << 0;
+    QTest::newRow("one shard, resized in place") << 1 << 40000 << false << 300000 << 120000;
 }
 
 void WordCounterTest::tableCountsAndOrders()
@@ -469,6 +475,8 @@ void WordCounterTest::tableCountsAndOrders()
     QFETCH(int, shards);
     QFETCH(int, reserve);
     QFETCH(bool, sorted);
+    QFETCH(int, words);
+    QFETCH(int, resizeAt);
     // Keys of every length around the inline limit, differing only late, with letters from
     // both sides of the UTF-16 surrogates (U+E000.. and the supplementary planes), through
     // growth and a merge.
@@ -480,7 +488,13 @@ void WordCounterTest::tableCountsAndOrders()
         first.shard(s).reserve(std::size_t(reserve));
     }
     Counts expected;
-    for (int i = 0; i < 60000; ++i) {
+    for (int i = 0; i < words; ++i) {
+        if (i == resizeAt && i > 0) {
+            for (unsigned s = 0; s < first.shardCount(); ++s) {
+                first.shard(s).reserve(first.shard(s).size() * 8);
+            }
+            QCOMPARE(toCounts(first).size(), first.size());
+        }
         std::string word;
         for (unsigned length = 1 + random() % 12; length > 0; --length) {
             word += letters[random() % (i % 3 ? 3 : 8)];
