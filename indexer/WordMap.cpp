@@ -67,7 +67,8 @@ bool WordShard::SlotArray::extend(std::size_t count)
         return false;
     }
     SlotArray larger(count);
-    void* moved = ::mremap(m_slots, m_bytes, m_bytes, MREMAP_MAYMOVE | MREMAP_FIXED, larger.m_slots);
+    void* moved =
+        ::mremap(m_slots, m_bytes, m_bytes, MREMAP_MAYMOVE | MREMAP_FIXED, larger.m_slots);
     if (moved == MAP_FAILED) {
         return false; // the old mapping is untouched; the larger one is unmapped
     }
