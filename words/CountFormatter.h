@@ -26,6 +26,9 @@ public:
     /// The same text as UTF-8 at the end of out; false, leaving out as it was, when the
     /// count cannot be formatted.
     bool appendUtf8(QByteArray& out, qint32 value) const;
+    /// True when every count that is not negative is written as its ASCII decimal digits,
+    /// as std::to_chars writes it.
+    bool writesAsciiDigits() const { return m_asciiDigits; }
 
 private:
     std::optional<QString> formatWithIcu(qint32 value) const;

@@ -7,13 +7,70 @@
 #include "words/WordOrdering.h"
 #include "words/WordTableShaping.h"
 
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+
 namespace tallyvox {
 
 namespace {
 
+// The separator after each line.
+QByteArrayView lineSeparatorOf(LineStyle lineStyle)
+{
+    switch (lineStyle) {
+    case LineStyle::LineFeed:
+        return "\n";
+    case LineStyle::CarriageReturn:
+        return "\r";
+    case LineStyle::CarriageReturnLineFeed:
+        return "\r\n";
+    case LineStyle::Space:
+        return " ";
+    case LineStyle::Comma:
+        return ",";
+    default:
+        return {};
+    }
+}
+
+// Appends through a pointer into room made ahead, rather than a call into QByteArray for
+// every piece of every line: a list of millions of words is millions of pieces.
+class ListText {
+public:
+    explicit ListText(qsizetype expected) { m_text.resize(expected); }
+
+    // Room for n more bytes, which the caller fills and then commits.
+    char* room(qsizetype n)
+    {
+        if (m_text.size() - m_used < n) {
+            m_text.resize(std::max(m_used + n, m_text.size() + m_text.size() / 2));
+        }
+        return m_text.data() + m_used;
+    }
+    void commit(qsizetype n) { m_used += n; }
+    void append(QByteArrayView bytes)
+    {
+        if (bytes.isEmpty()) {
+            return;
+        }
+        std::memcpy(room(bytes.size()), bytes.data(), std::size_t(bytes.size()));
+        commit(bytes.size());
+    }
+    QByteArray take()
+    {
+        m_text.resize(m_used);
+        return std::move(m_text);
+    }
+
+private:
+    QByteArray m_text;
+    qsizetype m_used = 0;
+};
+
 // A word as UTF-8. Most are ASCII, which is narrowed here; the rest are encoded by Qt,
 // so that a lone surrogate is written as it always was.
-void appendWord(QByteArray& text, QStringView word)
+void appendWord(ListText& text, QStringView word)
 {
     const char16_t* units = word.utf16();
     const qsizetype length = word.size();
@@ -22,36 +79,62 @@ void appendWord(QByteArray& text, QStringView word)
         high |= units[i];
     }
     if (high >= 0x80) {
-        text += word.toUtf8();
+        text.append(word.toUtf8());
         return;
     }
-    const qsizetype at = text.size();
-    text.resize(at + length);
-    char* out = text.data() + at;
+    char* out = text.room(length);
     for (qsizetype i = 0; i < length; ++i) {
         out[i] = static_cast<char>(units[i]);
     }
+    text.commit(length);
 }
 
 // The design's text: word, count, separator, for every word, straight into UTF-8.
 QByteArray renderText(const WordOrder& words, const WordOrder* counts, LineStyle lineStyle,
                       SeparateBy separateBy, const CountFormatter& locale)
 {
-    QByteArray result;
     qsizetype units = 0;
     for (qsizetype i = 0; i < words.size(); ++i) {
         units += words.word(i).size();
     }
     // ASCII words with a short count each: the common case fits without growing.
-    result.reserve(units + words.size() * (counts ? 10 : 2));
+    ListText result(units + words.size() * (counts ? 10 : 2));
+    const QByteArrayView separator = lineSeparatorOf(lineStyle);
+    // Counts the locale writes in ASCII digits are written here; others as AppendFrequency
+    // writes them.
+    const bool plainCounts = counts && locale.writesAsciiDigits() &&
+                             (separateBy == SeparateBy::Parentheses ||
+                              separateBy == SeparateBy::Tab || separateBy == SeparateBy::Comma);
+    const char opening = separateBy == SeparateBy::Tab ? '\t' : ',';
+    QByteArray frequency;
     for (qsizetype i = 0; i < words.size(); ++i) {
         appendWord(result, words.word(i));
         if (counts) {
-            AppendFrequency(result, *counts, separateBy, locale, i);
+            const std::optional<qint32> value = countToInt32(counts->count(i));
+            if (plainCounts && value && *value >= 0) {
+                // " (" and ")", or one separator, around at most ten digits.
+                char* out = result.room(16);
+                char* at = out;
+                if (separateBy == SeparateBy::Parentheses) {
+                    *at++ = ' ';
+                    *at++ = '(';
+                } else {
+                    *at++ = opening;
+                }
+                at = std::to_chars(at, out + 15, *value).ptr;
+                if (separateBy == SeparateBy::Parentheses) {
+                    *at++ = ')';
+                }
+                result.commit(at - out);
+            } else {
+                frequency.clear();
+                AppendFrequency(frequency, *counts, separateBy, locale, i);
+                result.append(frequency);
+            }
         }
-        AppendLineSeparator(result, lineStyle);
+        result.append(separator);
     }
-    return result;
+    return result.take();
 }
 
 } // namespace
@@ -96,25 +179,7 @@ void AppendFrequency(QByteArray& text, const WordOrder& counts, SeparateBy separ
 
 void AppendLineSeparator(QByteArray& text, LineStyle lineStyle)
 {
-    switch (lineStyle) {
-    case LineStyle::LineFeed:
-        text += '\n';
-        break;
-    case LineStyle::CarriageReturn:
-        text += '\r';
-        break;
-    case LineStyle::CarriageReturnLineFeed:
-        text += "\r\n";
-        break;
-    case LineStyle::Space:
-        text += ' ';
-        break;
-    case LineStyle::Comma:
-        text += ',';
-        break;
-    default:
-        break;
-    }
+    text.append(lineSeparatorOf(lineStyle));
 }
 
 RenderedList renderWordTable(WordTable table, const ListSettings& settings, const QString& subject,

@@ -62,6 +62,39 @@ private slots:
                 QStringLiteral("There are %1 words in \"Report.pdf\"").arg(frequency ? 6 : 0)});
     }
 
+    void countsOutsideTheCommonRangeAsBefore_data()
+    {
+        QTest::addColumn<int>("separateBy");
+        QTest::addColumn<QString>("expected");
+        // Past 32 bits and unreadable: no count; a negative one and a word outside ASCII
+        // as the locale and UTF-8 write them.
+        QTest::newRow("parentheses")
+            << 1 << QStringLiteral("huge\nminus (-5)\nodd\nzero (0)\n\u00e9t\u00e9 (2147483647)\n");
+        QTest::newRow("tab") << 2
+                             << QStringLiteral(
+                                    "huge\nminus\t-5\nodd\nzero\t0\n\u00e9t\u00e9\t2147483647\n");
+        QTest::newRow("comma") << 3
+                               << QStringLiteral(
+                                      "huge\nminus,-5\nodd\nzero,0\n\u00e9t\u00e9,2147483647\n");
+    }
+
+    void countsOutsideTheCommonRangeAsBefore()
+    {
+        QFETCH(int, separateBy);
+        QFETCH(QString, expected);
+        ListSettings settings;
+        settings.separateBy = static_cast<SeparateBy>(separateBy);
+        settings.lineStyle = LineStyle::LineFeed;
+        const WordTable table{{QStringLiteral("minus"), -5},
+                              {QStringLiteral("huge"), qint64(1) << 40},
+                              {QStringLiteral("odd"), unreadableCount},
+                              {QStringLiteral("zero"), 0},
+                              {QStringLiteral("\u00e9t\u00e9"), 2147483647}};
+        const RenderedList list = renderWordTable(table, settings, QString());
+        QVERIFY(list.text);
+        QCOMPARE(QString::fromUtf8(*list.text), expected);
+    }
+
     void tableWithoutWordsRendersNothing()
     {
         const RenderedList list =
