@@ -68,11 +68,8 @@ void WordTable::endWord(qint64 count)
     }
 }
 
-void WordTable::ensureOrdered() const
+void WordTable::sortEntries() const
 {
-    if (m_ordered) {
-        return;
-    }
     // Stable, so that of a word inserted twice the later entry comes last and stays.
     std::stable_sort(m_entries.begin(), m_entries.end(), [this](const Entry& a, const Entry& b) {
         return compareUnits(viewOf(a), viewOf(b)) < 0;
@@ -86,18 +83,6 @@ void WordTable::ensureOrdered() const
     }
     m_entries.resize(kept);
     m_ordered = true;
-}
-
-QStringView WordTable::word(qsizetype index) const
-{
-    ensureOrdered();
-    return viewOf(m_entries[std::size_t(index)]);
-}
-
-qint64 WordTable::count(qsizetype index) const
-{
-    ensureOrdered();
-    return m_entries[std::size_t(index)].count;
 }
 
 qsizetype WordTable::indexOf(QStringView word) const

@@ -51,8 +51,16 @@ public:
     void endWord(qint64 count);
 
     /// The word at index (code-unit order) and its count.
-    QStringView word(qsizetype index) const;
-    qint64 count(qsizetype index) const;
+    QStringView word(qsizetype index) const
+    {
+        ensureOrdered();
+        return viewOf(m_entries[std::size_t(index)]);
+    }
+    qint64 count(qsizetype index) const
+    {
+        ensureOrdered();
+        return m_entries[std::size_t(index)].count;
+    }
 
     /// The index of word, or -1.
     qsizetype indexOf(QStringView word) const;
@@ -107,7 +115,14 @@ private:
     {
         return QStringView(m_text.data() + entry.offset, qsizetype(entry.length));
     }
-    void ensureOrdered() const;
+    // Inline, as it runs for every word read: only a table filled out of order has work.
+    void ensureOrdered() const
+    {
+        if (!m_ordered) {
+            sortEntries();
+        }
+    }
+    void sortEntries() const;
     void append(QStringView word, qint64 count);
 
     // Mutable because a table filled out of order is put in order when it is first read.

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include <sys/mman.h>
+
 namespace tallyvox {
 
 namespace {
@@ -66,6 +68,20 @@ private:
     // A big-endian unsigned number of width bytes; the caller has checked the bounds.
     quint64 number(quint64 at, unsigned width) const
     {
+        // Every width a file may give is one of these; each is one load.
+        const char* p = m_data.data() + at;
+        switch (width) {
+        case 1:
+            return static_cast<quint8>(*p);
+        case 2:
+            return qFromBigEndian<quint16>(p);
+        case 4:
+            return qFromBigEndian<quint32>(p);
+        case 8:
+            return qFromBigEndian<quint64>(p);
+        default:
+            break;
+        }
         quint64 value = 0;
         for (unsigned i = 0; i < width; ++i) {
             value = (value << 8) | byteAt(at + i);
@@ -275,11 +291,17 @@ std::optional<WordTable> ReadWordTableFile(const QString& path)
     if (!file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    // Mapped rather than read: no copy of what may be hundreds of megabytes.
-    if (file.size() > 0) {
-        if (const uchar* mapped = file.map(0, file.size())) {
-            return ParseWordTable(
-                QByteArrayView(reinterpret_cast<const char*>(mapped), file.size()));
+    // Mapped rather than read: no copy of what may be hundreds of megabytes. All of it is
+    // read in order, so its pages are mapped at once rather than one fault at a time.
+    const qint64 size = file.size();
+    if (size > 0) {
+        void* mapped = ::mmap(nullptr, std::size_t(size), PROT_READ, MAP_PRIVATE | MAP_POPULATE,
+                              file.handle(), 0);
+        if (mapped != MAP_FAILED) {
+            std::optional<WordTable> table =
+                ParseWordTable(QByteArrayView(static_cast<const char*>(mapped), size));
+            ::munmap(mapped, std::size_t(size));
+            return table;
         }
     }
     return ParseWordTable(file.readAll());
