@@ -242,46 +242,60 @@ bool writeBinaryPlist(std::FILE* file, const WordMap& words)
     const std::uint64_t objectCount = n + 1 + countObjects.counts().size();
     const unsigned refWidth = widthFor(objectCount - 1);
 
-    std::vector<std::uint64_t> offsets(objectCount);
+    // Each key's size rather than its offset: half the memory on a table of millions of
+    // words, and the offsets follow from the sizes, the keys lying end to end.
+    std::vector<std::uint32_t> keySizes; // a key object is never near 4 GB: words are shorter
+    keySizes.reserve(n);
     std::vector<std::uint32_t> valueRefs; // object numbers stay far below 2^32
     valueRefs.reserve(n);
     Output out(file);
     out.bytes("bplist00");
     std::vector<char16_t> units;
-    std::uint64_t key = 1;
     words.forEachInOrder([&](std::string_view word, std::uint64_t count) {
-        offsets[key++] = out.offset();
+        const std::uint64_t start = out.offset();
         valueRefs.push_back(static_cast<std::uint32_t>(countObjects.objectOf(count)));
         if (isAscii(word)) {
             out.marker(0x50, word.size());
             out.bytes(word);
-            return;
+        } else {
+            toUtf16(word, units);
+            out.marker(0x60, units.size());
+            for (char16_t unit : units) {
+                char* to = out.reserve(2);
+                to[0] = static_cast<char>(unit >> 8);
+                to[1] = static_cast<char>(unit & 0xFF);
+                out.commit(2);
+            }
         }
-        toUtf16(word, units);
-        out.marker(0x60, units.size());
-        for (char16_t unit : units) {
-            char* to = out.reserve(2);
-            to[0] = static_cast<char>(unit >> 8);
-            to[1] = static_cast<char>(unit & 0xFF);
-            out.commit(2);
-        }
+        keySizes.push_back(static_cast<std::uint32_t>(out.offset() - start));
     });
 
-    offsets[0] = out.offset();
+    const std::uint64_t dictionaryOffset = out.offset();
     out.marker(0xD0, n);
     std::uint64_t ref = 0;
     out.numbers(n, refWidth, [&ref] { return ++ref; });
     const std::uint32_t* value = valueRefs.data();
     out.numbers(n, refWidth, [&value] { return *value++; });
+    std::vector<std::uint64_t> countOffsets;
     for (std::uint64_t count : countObjects.counts()) {
-        offsets[key++] = out.offset();
+        countOffsets.push_back(out.offset());
         out.integer(count);
     }
 
+    // The offsets in object order: the dictionary, the keys from just after the header,
+    // then the counts.
     const std::uint64_t tableOffset = out.offset();
     const unsigned offsetWidth = widthFor(tableOffset);
-    const std::uint64_t* offset = offsets.data();
-    out.numbers(offsets.size(), offsetWidth, [&offset] { return *offset++; });
+    out.bigEndian(dictionaryOffset, offsetWidth);
+    std::uint64_t keyOffset = 8;
+    const std::uint32_t* size = keySizes.data();
+    out.numbers(n, offsetWidth, [&keyOffset, &size] {
+        const std::uint64_t at = keyOffset;
+        keyOffset += *size++;
+        return at;
+    });
+    const std::uint64_t* countOffset = countOffsets.data();
+    out.numbers(countOffsets.size(), offsetWidth, [&countOffset] { return *countOffset++; });
     for (int i = 0; i < 6; ++i) {
         out.byte(0);
     }
