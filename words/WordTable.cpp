@@ -50,9 +50,17 @@ void WordTable::append(QStringView word, qint64 count)
 
 char16_t* WordTable::beginWord(qsizetype length)
 {
-    const std::size_t offset = m_text.size();
-    m_text.resize(offset + std::size_t(length));
-    m_entries.push_back({offset, 0, quint32(length)});
+    std::size_t offset = m_text.size();
+    const auto units = quint64(length);
+    if (units < longLength) {
+        m_text.resize(offset + std::size_t(units));
+        m_entries.push_back({quint64(offset) << lengthBits | units, 0});
+    } else {
+        m_text.resize(offset + lengthUnits + std::size_t(units));
+        std::memcpy(m_text.data() + offset, &units, sizeof units);
+        offset += lengthUnits;
+        m_entries.push_back({quint64(offset) << lengthBits | longLength, 0});
+    }
     return m_text.data() + offset;
 }
 

@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <QStringView>
 
+#include <cstring>
 #include <initializer_list>
 #include <limits>
 #include <optional>
@@ -105,15 +106,25 @@ public:
     static WordTable merged(const WordTable& a, const WordTable& b);
 
 private:
+    // 16 bytes, as a table may hold millions: the word's offset in m_text and its length in
+    // one number. A length that does not fit its 24 bits is longLength, and the length
+    // itself lies in the four code units before the word.
     struct Entry {
-        quint64 offset;
+        quint64 place; // offset << lengthBits | length
         qint64 count;
-        quint32 length;
     };
+    static constexpr unsigned lengthBits = 24;
+    static constexpr quint64 longLength = (quint64(1) << lengthBits) - 1;
+    static constexpr std::size_t lengthUnits = sizeof(quint64) / sizeof(char16_t);
 
     QStringView viewOf(const Entry& entry) const
     {
-        return QStringView(m_text.data() + entry.offset, qsizetype(entry.length));
+        const quint64 offset = entry.place >> lengthBits;
+        quint64 length = entry.place & longLength;
+        if (length == longLength) {
+            std::memcpy(&length, m_text.data() + offset - lengthUnits, sizeof length);
+        }
+        return QStringView(m_text.data() + offset, qsizetype(length));
     }
     // Inline, as it runs for every word read: only a table filled out of order has work.
     void ensureOrdered() const

@@ -35,6 +35,35 @@ private slots:
         QCOMPARE(counts->size(), expected.size());
     }
 
+    void wordsOfAnyLengthKeepTheirPlace_data()
+    {
+        QTest::addColumn<int>("length");
+        // The longest length kept beside the offset, and the first kept in the text.
+        QTest::newRow("2^24 - 2 units") << (1 << 24) - 2;
+        QTest::newRow("2^24 - 1 units") << (1 << 24) - 1;
+        QTest::newRow("2^24 + 5 units") << (1 << 24) + 5;
+    }
+
+    void wordsOfAnyLengthKeepTheirPlace()
+    {
+        QFETCH(int, length);
+        const QString longWord = QString(length - 1, QLatin1Char('m')) + QLatin1Char('x');
+        // Out of order, so that the table sorts them; a second insert keeps the later count.
+        WordTable table;
+        table.insert(QStringLiteral("z"), 1);
+        table.insert(longWord, 2);
+        table.insert(QStringLiteral("a"), 3);
+        table.insert(longWord, 4);
+        QCOMPARE(table.size(), 3);
+        QCOMPARE(table.word(0), QStringLiteral("a"));
+        QCOMPARE(table.word(1).size(), length);
+        QVERIFY(table.word(1) == longWord);
+        QCOMPARE(table.count(1), 4);
+        QCOMPARE(table.word(2), QStringLiteral("z"));
+        QCOMPARE(table.indexOf(longWord), 1);
+        QCOMPARE(table.indexOf(longWord.left(length - 1)), -1);
+    }
+
     void frequencyOrderPutsLargerCountsFirst_data()
     {
         QTest::addColumn<int>("sortBy");
