@@ -38,7 +38,11 @@ QByteArrayView lineSeparatorOf(LineStyle lineStyle)
 // every piece of every line: a list of millions of words is millions of pieces.
 class ListText {
 public:
-    explicit ListText(qsizetype expected) { m_text.resize(expected); }
+    explicit ListText(qsizetype expected)
+    {
+        m_text.resize(expected);
+        adviseHugePages(m_text.data(), std::size_t(m_text.size()));
+    }
 
     // Room for n more bytes, which the caller fills and then commits.
     char* room(qsizetype n)

@@ -1,7 +1,10 @@
 #include "words/WordTable.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string_view>
+
+#include <sys/mman.h>
 
 namespace tallyvox {
 
@@ -35,6 +38,21 @@ void WordTable::reserve(qsizetype words, qsizetype units)
 {
     m_entries.reserve(std::size_t(std::max<qsizetype>(words, 0)));
     m_text.reserve(std::size_t(std::max<qsizetype>(units, 0)));
+    adviseHugePages(m_entries.data(), m_entries.capacity() * sizeof(Entry));
+    adviseHugePages(m_text.data(), m_text.capacity() * sizeof(char16_t));
+}
+
+void adviseHugePages(void* data, std::size_t bytes)
+{
+    // Only the whole huge pages inside the block: the advice applies to whole pages, and
+    // the block's neighbours are not ours to advise.
+    constexpr std::uintptr_t hugePage = std::uintptr_t(2) << 20;
+    const auto start = reinterpret_cast<std::uintptr_t>(data);
+    const std::uintptr_t first = (start + hugePage - 1) & ~(hugePage - 1);
+    const std::uintptr_t last = (start + bytes) & ~(hugePage - 1);
+    if (data != nullptr && last > first) {
+        ::madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+    }
 }
 
 void WordTable::insert(QStringView word, qint64 count)
