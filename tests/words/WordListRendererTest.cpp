@@ -95,6 +95,36 @@ private slots:
         QCOMPARE(QString::fromUtf8(*list.text), expected);
     }
 
+    void longListsGrowPastTheirEstimate_data()
+    {
+        QTest::addColumn<QString>("stem");
+        QTest::addColumn<qint64>("firstCount");
+        // The room made ahead is a code unit and ten bytes a line: three-byte characters
+        // and ten-digit counts outgrow it many times over; short ones never do.
+        QTest::newRow("CJK, ten digits")
+            << QStringLiteral("\u65e5\u672c\u8a9e") << qint64(2000000000);
+        QTest::newRow("ASCII, one digit") << QStringLiteral("w") << qint64(1);
+    }
+
+    void longListsGrowPastTheirEstimate()
+    {
+        QFETCH(QString, stem);
+        QFETCH(qint64, firstCount);
+        WordTable table;
+        QByteArray expected;
+        for (int i = 0; i < 20000; ++i) {
+            // Zero-padded, so that the table's order is the order made here.
+            const QString word = stem + QStringLiteral("%1").arg(i, 5, 10, QLatin1Char('0'));
+            const qint64 count = firstCount + (i % 7);
+            table.insert(word, count);
+            expected += word.toUtf8() + " (" + QByteArray::number(count) + ")\n";
+        }
+        const RenderedList list = renderWordTable(table, ListSettings(), QString());
+        QVERIFY(list.text);
+        QCOMPARE(list.text->size(), expected.size());
+        QVERIFY(*list.text == expected);
+    }
+
     void tableWithoutWordsRendersNothing()
     {
         const RenderedList list =
