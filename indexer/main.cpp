@@ -1,9 +1,11 @@
 // SearchKitIndexer, SearchKitDocumentIndexer and SearchKitIndexer32: count the words of the file
-// named by the one argument and leave the table as the result file in the temporary folder. Exit
+// named by the first argument and leave the table as the result file in the temporary folder;
+// "--ngram-length N" after it counts sequences of N words instead (docs/indexer.md). Exit
 // status: 0 the table is complete; 3 the table was written but is partial, and one line on standard
 // error says why; 1 no table could be written; 2 a usage error.
 
 #include "indexer/DocumentReader.h"
+#include "indexer/NGramCounter.h"
 #include "indexer/Progress.h"
 #include "indexer/ResourceLimits.h"
 #include "indexer/ResultFile.h"
@@ -16,6 +18,7 @@
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <string>
 #include <sys/stat.h>
@@ -32,13 +35,32 @@ void reportCuts(const char* program, const char* path, const std::vector<std::st
     std::fprintf(stderr, "%s: %s: partial word table: %s\n", program, path, line.c_str());
 }
 
+// The n-gram length of the arguments after the file: none, or "--ngram-length N" with N from
+// 1 to the longest; 0 for anything else.
+unsigned ngramLengthOf(int argc, char** argv)
+{
+    if (argc == 2) {
+        return 1;
+    }
+    if (argc != 4 || std::strcmp(argv[2], tallyvox::ngramLengthOption) != 0) {
+        return 0;
+    }
+    const char* n = argv[3];
+    if (n[0] < '1' || n[0] > '0' + static_cast<int>(tallyvox::indexer::longestNGram) || n[1] != 0) {
+        return 0;
+    }
+    return static_cast<unsigned>(n[0] - '0');
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     using namespace tallyvox::indexer;
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: %s FILE\n", argc > 0 ? argv[0] : "SearchKitIndexer");
+    const unsigned ngramLength = ngramLengthOf(argc, argv);
+    if (ngramLength == 0) {
+        std::fprintf(stderr, "usage: %s FILE [%s 1-%u]\n", argc > 0 ? argv[0] : "SearchKitIndexer",
+                     tallyvox::ngramLengthOption, longestNGram);
         return 2;
     }
     struct stat input {};
@@ -65,13 +87,21 @@ int main(int argc, char** argv)
     }
     progress::setTotal(size);
     try {
-        WordCounter::Options options;
-        options.threads = std::min(options.threads, allowedThreads(options.threads));
-        WordCounter counter(options);
         // An unreadable file still gets a fresh result, an empty one, so no earlier
         // result is mistaken for it.
-        const DocumentRead read = readDocument(argv[1], counter);
-        const WordMap words = counter.finish();
+        DocumentRead read;
+        WordMap words(2);
+        if (ngramLength > 1) {
+            NGramCounter counter(ngramLength);
+            read = readDocument(argv[1], counter);
+            words = counter.finish();
+        } else {
+            WordCounter::Options options;
+            options.threads = std::min(options.threads, allowedThreads(options.threads));
+            WordCounter counter(options);
+            read = readDocument(argv[1], counter);
+            words = counter.finish();
+        }
         if (!writeResultFile(folder, words)) {
             return 1;
         }

@@ -11,4 +11,8 @@ inline constexpr char resultFileName[] = "index-1964.dat";
 /// on standard error says why.
 inline constexpr int partialTableStatus = 3;
 
+/// The indexer's option, after the file, that counts sequences of that many words instead
+/// of single words: "--ngram-length 2".
+inline constexpr char ngramLengthOption[] = "--ngram-length";
+
 } // namespace tallyvox

@@ -1,0 +1,248 @@
+#include "indexer/NGramCounter.h"
+
+#include "indexer/IcuWords.h"
+#include "indexer/WordScanner.h"
+
+#include <unicode/uchar.h>
+#include <unicode/utf8.h>
+
+namespace tallyvox::indexer {
+
+namespace {
+
+inline bool isSpace(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+// What may follow a sentence's terminator and still belong to its sentence: more
+// terminators ("?!", "..."), closing quotes and brackets. The length of the one at p, or 0.
+std::size_t closerAt(std::string_view text, std::size_t p)
+{
+    switch (text[p]) {
+    case '.':
+    case '!':
+    case '?':
+    case '"':
+    case '\'':
+    case ')':
+    case ']':
+    case '}':
+        return 1;
+    default:
+        break;
+    }
+    if (static_cast<unsigned char>(text[p]) < 0x80) {
+        return 0;
+    }
+    std::size_t next = p;
+    UChar32 c = 0;
+    U8_NEXT(text.data(), next, text.size(), c);
+    if (c < 0) {
+        return 0;
+    }
+    const auto type = static_cast<UCharCategory>(u_charType(c));
+    const bool closes = type == U_END_PUNCTUATION || type == U_FINAL_PUNCTUATION || c == 0x201C ||
+                        c == 0x2018 || // closing quotes in German usage
+                        u_hasBinaryProperty(c, UCHAR_S_TERM);
+    return closes ? next - p : 0;
+}
+
+std::size_t pastClosers(std::string_view text, std::size_t p)
+{
+    while (p < text.size()) {
+        const std::size_t n = closerAt(text, p);
+        if (n == 0) {
+            break;
+        }
+        p += n;
+    }
+    return p;
+}
+
+} // namespace
+
+// The words of a piece of text, found as WordCounter's workers find them, handed to the
+// counter one by one in order.
+class NGramCounter::Words final : public WordBatch {
+public:
+    explicit Words(NGramCounter& owner) : m_owner(owner) {}
+
+    void count(const char* begin, const char* end)
+    {
+        m_icu.forgetNormalised();
+        const char* p = begin;
+        while (p < end) {
+            const char* high = WordScanner::findHigh(p, end);
+            if (high == end) {
+                WordScanner::scanAscii(p, end, *this);
+                break;
+            }
+            const char* runStart = high;
+            while (runStart > p && !isSpace(runStart[-1])) {
+                --runStart;
+            }
+            WordScanner::scanAscii(p, runStart, *this);
+            p = skip(high, end, false);
+            if (m_scanner.scanRun(runStart, p, *this)) {
+                continue;
+            }
+            const char* from = runStart > begin ? runStart - 1 : runStart;
+            m_icu.count(std::string_view(from, static_cast<std::size_t>(p - from)), *this);
+        }
+        flush();
+    }
+
+    IcuWords& icu() { return m_icu; }
+
+private:
+    static const char* skip(const char* p, const char* end, bool space)
+    {
+        while (p < end && isSpace(*p) == space) {
+            ++p;
+        }
+        return p;
+    }
+
+    void deliver(const Span* words, std::size_t n) override
+    {
+        for (std::size_t i = 0; i < n; ++i) {
+            m_owner.add(std::string_view(words[i].data, words[i].size));
+        }
+    }
+
+    NGramCounter& m_owner;
+    WordScanner m_scanner;
+    IcuWords m_icu;
+};
+
+NGramCounter::NGramCounter(unsigned length, std::size_t blockSize)
+    : m_length(length < 2 ? 2 : (length > longestNGram ? longestNGram : length)),
+      m_blockSize(blockSize < 16 ? 16 : blockSize), m_words(std::make_unique<Words>(*this)),
+      m_table(2)
+{}
+
+NGramCounter::~NGramCounter() = default;
+
+std::size_t NGramCounter::sentenceEnd(std::string_view text, bool atEnd)
+{
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c == '.' || c == '!' || c == '?') {
+            // Only before whitespace: "3.14", "v1.2" and "e.g" keep their points inside.
+            const std::size_t end = pastClosers(text, i + 1);
+            if (end == text.size() ? atEnd : isSpace(text[end])) {
+                return end;
+            }
+            i = end - 1;
+        } else if (c == '\n' || c == '\r' || c == '\f') {
+            // A blank line, or a page break, ends a paragraph; a single line break does not.
+            std::size_t lines = 0;
+            std::size_t j = i;
+            bool page = false;
+            for (; j < text.size() && isSpace(text[j]); ++j) {
+                page = page || text[j] == '\f';
+                const bool crlf = text[j] == '\r' && j + 1 < text.size() && text[j + 1] == '\n';
+                lines += (text[j] == '\n' || (text[j] == '\r' && !crlf)) ? 1 : 0;
+            }
+            if (page || lines >= 2) {
+                return j;
+            }
+            i = j - 1;
+        } else if (static_cast<unsigned char>(c) >= 0x80) {
+            std::size_t next = i;
+            UChar32 u = 0;
+            U8_NEXT(text.data(), next, text.size(), u);
+            if (u == 0x2029) { // PARAGRAPH SEPARATOR
+                return next;
+            }
+            if (u > 0 && u_hasBinaryProperty(u, UCHAR_S_TERM)) {
+                return pastClosers(text, next);
+            }
+            i = next - 1;
+        }
+    }
+    return noEnd;
+}
+
+void NGramCounter::countSentences(const char* begin, const char* end, bool atEnd)
+{
+    while (begin < end) {
+        const std::string_view rest(begin, static_cast<std::size_t>(end - begin));
+        const std::size_t n = sentenceEnd(rest, atEnd);
+        if (n == noEnd) {
+            m_words->count(begin, end);
+            return;
+        }
+        m_words->count(begin, begin + n);
+        breakSequence();
+        begin += n;
+    }
+}
+
+void NGramCounter::text(std::string_view utf8)
+{
+    m_pending.append(utf8);
+    if (m_pending.size() >= m_blockSize) {
+        process(false);
+    }
+}
+
+void NGramCounter::boundary()
+{
+    process(true);
+    breakSequence();
+}
+
+void NGramCounter::process(bool everything)
+{
+    const char* data = m_pending.data();
+    std::size_t cut = m_pending.size();
+    bool atSpace = true;
+    if (!everything) {
+        // Keep the last run, and the whitespace before it (a blank line is seen whole).
+        std::size_t run = m_pending.size();
+        while (run > 0 && !isSpace(data[run - 1])) {
+            --run;
+        }
+        cut = run;
+        while (cut > 0 && isSpace(data[cut - 1])) {
+            --cut;
+        }
+        if (cut == 0 || m_pending.size() - run > m_blockSize / 2) {
+            // A run too long to hold: cut where ICU sees a word boundary.
+            cut = m_words->icu().cutNearEnd(m_pending);
+            atSpace = false;
+        }
+    }
+    countSentences(data, data + cut, atSpace);
+    m_pending.erase(0, cut);
+}
+
+void NGramCounter::add(std::string_view word)
+{
+    const unsigned ring = m_length - 1;
+    if (m_held < ring) {
+        m_recent[(m_first + m_held) % ring].assign(word);
+        ++m_held;
+        return;
+    }
+    m_key.clear();
+    for (unsigned k = 0; k < ring; ++k) {
+        m_key += m_recent[(m_first + k) % ring];
+        m_key += ' ';
+    }
+    m_key += word;
+    m_table.add(m_key);
+    m_recent[m_first].assign(word);
+    m_first = (m_first + 1) % ring;
+}
+
+WordMap NGramCounter::finish()
+{
+    process(true);
+    m_table.sort();
+    return std::move(m_table);
+}
+
+} // namespace tallyvox::indexer
