@@ -106,5 +106,11 @@ inline constexpr StringKey ReferencePath{"ReferencePath", ""};
 /// G2 of 6.63 is p < 0.01 with one degree of freedom.
 inline constexpr RealKey KeynessThreshold{"KeynessThreshold", 6.63};
 
+// Entries beyond single word forms: sequences of words, and forms grouped under their
+// headword by a lemma file (docs/word-list-options.md). Off by default, as above.
+/// 1 to 5 words an entry; any other value counts single words.
+inline constexpr IntegerKey NGramLength{"NGramLength", 1};
+inline constexpr StringKey LemmaListPath{"LemmaListPath", ""};
+
 } // namespace prefs
 } // namespace tallyvox

@@ -77,6 +77,9 @@ inline constexpr CommandId IncludePerMillion = CommandId::fromChars("PMIL");
 inline constexpr CommandId ReferencePath = CommandId::fromChars("REFP");
 inline constexpr CommandId ChooseReference = CommandId::fromChars("REFC");
 inline constexpr CommandId KeynessThreshold = CommandId::fromChars("KEYT");
+inline constexpr CommandId NGramLength = CommandId::fromChars("NGRM");
+inline constexpr CommandId LemmaListPath = CommandId::fromChars("LEMP");
+inline constexpr CommandId ChooseLemmaList = CommandId::fromChars("LEMC");
 } // namespace commands
 
 /// The command a control carries in its "commandId" property (set in the .ui files).

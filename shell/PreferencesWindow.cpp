@@ -3,12 +3,15 @@
 #include "prefs/PreferenceStore.h"
 #include "support/Desktop.h"
 #include "ui_PreferencesWindow.h"
+#include "words/WordListOptions.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
@@ -129,6 +132,7 @@ PreferencesWindow::PreferencesWindow(PreferenceStore& store, Desktop& desktop, Q
     for (QLineEdit* field : {m_stopListPath, m_referencePath}) {
         field->installEventFilter(this);
     }
+    addEntryControls();
     nameControlsAfterTheirLabels();
 }
 
@@ -148,6 +152,49 @@ void PreferencesWindow::nameControlsAfterTheirLabels()
         }
         buddy->setAccessibleName(name);
     }
+}
+
+void PreferencesWindow::addEntryControls()
+{
+    auto* layout = findChild<QFormLayout*>(QStringLiteral("optionsLayout"));
+    QWidget* group = layout->parentWidget();
+    const auto tag = [](QWidget* control, const char* name, CommandId command) {
+        control->setObjectName(QLatin1String(name));
+        control->setProperty("commandId", command.toString());
+    };
+
+    m_ngramLength = new QSpinBox(group);
+    tag(m_ngramLength, preferencesControls::NGramLength, commands::NGramLength);
+    m_ngramLength->setRange(1, longestNGram);
+    m_ngramLength->setToolTip(QStringLiteral(
+        "Each entry is a sequence of this many words, never across a sentence end or a "
+        "paragraph. A stop word at either end leaves a sequence out. 1: single words."));
+    auto* ngramLabel = new QLabel(QStringLiteral("Words per entry:"), group);
+    ngramLabel->setBuddy(m_ngramLength);
+    layout->addRow(ngramLabel, m_ngramLength);
+
+    m_lemmaListPath = new QLineEdit(group);
+    tag(m_lemmaListPath, preferencesControls::LemmaListPath, commands::LemmaListPath);
+    m_lemmaListPath->setPlaceholderText(QStringLiteral("None"));
+    m_lemmaListPath->setToolTip(QStringLiteral(
+        "A UTF-8 text file of lines \"headword -> form, form, ...\"; each headword becomes one "
+        "entry with its forms' counts added up. Empty: none."));
+    auto* chooser = new QPushButton(QStringLiteral("Choose…"), group);
+    tag(chooser, preferencesControls::ChooseLemmaList, commands::ChooseLemmaList);
+    chooser->setToolTip(QStringLiteral("Choose the lemma file."));
+    auto* row = new QHBoxLayout;
+    row->addWidget(m_lemmaListPath);
+    row->addWidget(chooser);
+    auto* lemmaLabel = new QLabel(QStringLiteral("Lemma list:"), group);
+    lemmaLabel->setBuddy(m_lemmaListPath);
+    layout->addRow(lemmaLabel, row);
+
+    connect(m_ngramLength, &QSpinBox::valueChanged, this,
+            [this] { emit commandIssued(commandOf(*m_ngramLength)); });
+    connect(m_lemmaListPath, &QLineEdit::textEdited, this,
+            [this] { emit commandIssued(commandOf(*m_lemmaListPath)); });
+    connect(chooser, &QPushButton::clicked, this,
+            [this, chooser] { emit commandIssued(commandOf(*chooser)); });
 }
 
 PreferencesWindow::~PreferencesWindow() = default;
@@ -238,6 +285,10 @@ void PreferencesWindow::loadWordListOptions()
     const QSignalBlocker thresholdBlocker(m_keynessThreshold);
     // Pinned to the box's range: a negative threshold keeps every word as 0 does.
     m_keynessThreshold->setValue(m_store.readReal(prefs::KeynessThreshold));
+    const QSignalBlocker ngramBlocker(m_ngramLength);
+    m_ngramLength->setValue(ngramLengthOf(m_store.readInteger(prefs::NGramLength)));
+    const QSignalBlocker lemmaBlocker(m_lemmaListPath);
+    m_lemmaListPath->setText(m_store.readString(prefs::LemmaListPath));
 }
 
 void PreferencesWindow::applyWordListOption(CommandId command)
@@ -263,6 +314,12 @@ void PreferencesWindow::applyWordListOption(CommandId command)
         choosePath(chooseReferencePrompt, m_referencePath, prefs::ReferencePath);
     } else if (command == commands::KeynessThreshold) {
         m_store.writeReal(prefs::KeynessThreshold, m_keynessThreshold->value());
+    } else if (command == commands::NGramLength) {
+        m_store.writeInteger(prefs::NGramLength, m_ngramLength->value());
+    } else if (command == commands::LemmaListPath) {
+        m_store.writeString(prefs::LemmaListPath, m_lemmaListPath->text());
+    } else if (command == commands::ChooseLemmaList) {
+        choosePath(chooseLemmaListPrompt, m_lemmaListPath, prefs::LemmaListPath);
     }
 }
 

@@ -39,10 +39,15 @@ inline constexpr char IncludePerMillion[] = "PMIL_0";
 inline constexpr char ReferencePath[] = "REFP_0";
 inline constexpr char ChooseReference[] = "REFC_0";
 inline constexpr char KeynessThreshold[] = "KEYT_0";
+inline constexpr char NGramLength[] = "NGRM_0";
+inline constexpr char LemmaListPath[] = "LEMP_0";
+inline constexpr char ChooseLemmaList[] = "LEMC_0";
 } // namespace preferencesControls
 
 /// The prompt of the open panel that chooses a stop list.
 inline constexpr char16_t chooseStopListPrompt[] = u"Choose a Stop List";
+/// The prompt of the open panel that chooses a lemma file.
+inline constexpr char16_t chooseLemmaListPrompt[] = u"Choose a Lemma List";
 /// The prompt of the open panel that chooses a keyword list's reference.
 inline constexpr char16_t chooseReferencePrompt[] = u"Choose a Reference";
 
@@ -93,6 +98,9 @@ private:
     /// A path field's text, whole even while it shows it elided.
     static QString pathOf(const QLineEdit* field);
     static void setPath(QLineEdit* field, const QString& path);
+    /// Adds the rows of what an entry is (words in a sequence, a lemma file) to the
+    /// word-list group.
+    void addEntryControls();
     /// Applies a word-list option's command; any other command does nothing here.
     void applyWordListOption(CommandId command);
     /// Asks the open panel for a file and stores it in field and under key.
@@ -111,6 +119,8 @@ private:
     QLineEdit* m_referencePath;
     QDoubleSpinBox* m_keynessThreshold;
     QComboBox* m_listFormat;
+    QSpinBox* m_ngramLength = nullptr;
+    QLineEdit* m_lemmaListPath = nullptr;
 };
 
 } // namespace tallyvox

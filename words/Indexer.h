@@ -65,9 +65,10 @@ public:
     Indexer(const Indexer&) = delete;
     Indexer& operator=(const Indexer&) = delete;
 
-    /// Starts the named executable ("SearchKitIndexer" or "SearchKitIndexer32") on posixPath.
+    /// Starts the named executable ("SearchKitIndexer" or "SearchKitIndexer32") on posixPath,
+    /// counting single words (ngramLength 1) or sequences of ngramLength words.
     virtual std::unique_ptr<IndexerRun> start(const QString& posixPath,
-                                              const QString& executableName) = 0;
+                                              const QString& executableName, int ngramLength) = 0;
     /// How many runs share the processor from now on, so that each may take fewer
     /// threads of its own.
     virtual void setConcurrentRuns(int /*runs*/) {}

@@ -37,8 +37,8 @@ bool stopped(const WordContext& context)
 
 } // namespace
 
-WordTableJob::WordTableJob(const WordContext& context, FileRef file)
-    : m_context(context), m_file(std::move(file))
+WordTableJob::WordTableJob(const WordContext& context, FileRef file, int ngramLength)
+    : m_context(context), m_file(std::move(file)), m_ngramLength(ngramLength)
 {
     if (m_context.stop) {
         connect(m_context.stop, &IndexerStop::stopped, this, &WordTableJob::stop);
@@ -88,7 +88,7 @@ void WordTableJob::runIndexer(const QString& executableName)
     if (m_run) {
         m_run.release()->deleteLater();
     }
-    m_run = m_context.indexer.start(m_path, executableName);
+    m_run = m_context.indexer.start(m_path, executableName, m_ngramLength);
     connect(m_run.get(), &IndexerRun::progressed, this, &WordTableJob::progressed);
     connect(m_run.get(), &IndexerRun::finished, this, &WordTableJob::runEnded);
 }
@@ -119,9 +119,10 @@ void WordTableJob::end(IndexerEnding ending)
     QMetaObject::invokeMethod(this, &WordTableJob::finished, Qt::QueuedConnection);
 }
 
-std::unique_ptr<WordTableJob> BuildWordTable(const WordContext& context, const FileRef& file)
+std::unique_ptr<WordTableJob> BuildWordTable(const WordContext& context, const FileRef& file,
+                                             int ngramLength)
 {
-    auto job = std::make_unique<WordTableJob>(context, file);
+    auto job = std::make_unique<WordTableJob>(context, file, ngramLength);
     job->start();
     return job;
 }

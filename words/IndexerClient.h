@@ -22,7 +22,8 @@ inline constexpr int indexerPathBufferSize = 255;
 class WordTableJob final : public QObject {
     Q_OBJECT
 public:
-    WordTableJob(const WordContext& context, FileRef file);
+    /// ngramLength above 1: the table counts sequences of that many words.
+    WordTableJob(const WordContext& context, FileRef file, int ngramLength = 1);
     ~WordTableJob() override;
     WordTableJob(const WordTableJob&) = delete;
     WordTableJob& operator=(const WordTableJob&) = delete;
@@ -52,6 +53,7 @@ private:
     WordContext m_context;
     FileRef m_file;
     QString m_path;
+    int m_ngramLength;
     std::unique_ptr<IndexerRun> m_run;
     bool m_fallbackTried = false;
     bool m_finished = false;
@@ -59,7 +61,8 @@ private:
     WordTable m_table;
 };
 
-/// BuildWordTable: a started job for the file's table.
-std::unique_ptr<WordTableJob> BuildWordTable(const WordContext& context, const FileRef& file);
+/// BuildWordTable: a started job for the file's table (of n-grams with ngramLength above 1).
+std::unique_ptr<WordTableJob> BuildWordTable(const WordContext& context, const FileRef& file,
+                                             int ngramLength = 1);
 
 } // namespace tallyvox

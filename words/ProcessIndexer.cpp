@@ -109,17 +109,19 @@ QString cutReasonsIn(const QByteArray& errors)
 struct ExecImage {
     QByteArray program;
     QByteArray argument;
+    QByteArrayList options;
     QByteArrayList environment;
     std::vector<char*> argv;
     std::vector<char*> envp;
 };
 
 std::shared_ptr<ExecImage> execImage(const QString& program, const QString& posixPath,
-                                     const QByteArrayList& settings)
+                                     const QByteArrayList& options, const QByteArrayList& settings)
 {
     auto image = std::make_shared<ExecImage>();
     image->program = encodePath(program);
     image->argument = encodePath(posixPath);
+    image->options = options;
     for (char** entry = environ; *entry != nullptr; ++entry) {
         const QByteArrayView variable(*entry);
         const bool replaced = std::any_of(settings.begin(), settings.end(), [&](const auto& s) {
@@ -130,7 +132,11 @@ std::shared_ptr<ExecImage> execImage(const QString& program, const QString& posi
         }
     }
     image->environment.append(settings);
-    image->argv = {image->program.data(), image->argument.data(), nullptr};
+    image->argv = {image->program.data(), image->argument.data()};
+    for (QByteArray& option : image->options) {
+        image->argv.push_back(option.data());
+    }
+    image->argv.push_back(nullptr);
     for (QByteArray& entry : image->environment) {
         image->envp.push_back(entry.data());
     }
@@ -189,10 +195,15 @@ public:
     ProcessRun(const ProcessRun&) = delete;
     ProcessRun& operator=(const ProcessRun&) = delete;
 
-    void begin(const QString& program, const QString& posixPath, const QByteArrayList& settings)
+    void begin(const QString& program, const QString& posixPath, const QByteArrayList& options,
+               const QByteArrayList& settings)
     {
         m_process.setProgram(program);
-        m_process.setArguments({posixPath});
+        QStringList arguments{posixPath};
+        for (const QByteArray& option : options) {
+            arguments.append(QString::fromLatin1(option));
+        }
+        m_process.setArguments(arguments);
         m_process.setStandardInputFile(QProcess::nullDevice());
         m_process.setProcessChannelMode(QProcess::SeparateChannels);
         // In the child, before exec: its own process group, and death with its parent. The
@@ -200,7 +211,7 @@ public:
         // Then the exec with the path's own bytes; should it fail, Qt's own exec follows
         // and reports the failure to start.
         const pid_t parent = ::getpid();
-        const std::shared_ptr<ExecImage> image = execImage(program, posixPath, settings);
+        const std::shared_ptr<ExecImage> image = execImage(program, posixPath, options, settings);
         m_process.setChildProcessModifier([parent, image] {
             ::setpgid(0, 0);
             ::prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -357,7 +368,7 @@ ProcessIndexer::ProcessIndexer(Desktop& desktop, Setup setup)
 ProcessIndexer::~ProcessIndexer() = default;
 
 std::unique_ptr<IndexerRun> ProcessIndexer::start(const QString& posixPath,
-                                                  const QString& executableName)
+                                                  const QString& executableName, int ngramLength)
 {
     const std::optional<QString> runFolder = m_folders->take();
     if (!runFolder) {
@@ -372,7 +383,12 @@ std::unique_ptr<IndexerRun> ProcessIndexer::start(const QString& posixPath,
     }
     auto run = std::make_unique<ProcessRun>(m_desktop, executableName, m_folders, *runFolder,
                                             m_setup.stallLimit);
-    run->begin(m_setup.directory + QLatin1Char('/') + executableName, posixPath, settings);
+    // Single words keep the command line the indexer always had: the path alone.
+    QByteArrayList options;
+    if (ngramLength > 1) {
+        options = {QByteArray(ngramLengthOption), QByteArray::number(ngramLength)};
+    }
+    run->begin(m_setup.directory + QLatin1Char('/') + executableName, posixPath, options, settings);
     return run;
 }
 

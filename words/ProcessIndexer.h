@@ -37,8 +37,8 @@ public:
     ~ProcessIndexer() override;
 
     /// RunIndexer: the executable with posixPath as its one argument.
-    std::unique_ptr<IndexerRun> start(const QString& posixPath,
-                                      const QString& executableName) override;
+    std::unique_ptr<IndexerRun> start(const QString& posixPath, const QString& executableName,
+                                      int ngramLength) override;
 
     /// One run alone uses the threads it chooses; several share the processor's cores
     /// between them (TALLYVOX_INDEXER_THREADS in each run's environment).

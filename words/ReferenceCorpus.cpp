@@ -188,8 +188,8 @@ std::optional<WordTable> parseWordList(const QByteArray& bytes)
     return table;
 }
 
-ReferenceCorpus::ReferenceCorpus(const WordContext& context, QString setting)
-    : m_context(context), m_setting(std::move(setting))
+ReferenceCorpus::ReferenceCorpus(const WordContext& context, QString setting, int ngramLength)
+    : m_context(context), m_setting(std::move(setting)), m_ngramLength(ngramLength)
 {}
 
 ReferenceCorpus::~ReferenceCorpus() = default;
@@ -286,7 +286,7 @@ void ReferenceCorpus::indexNext()
             m_failed = true;
             break;
         }
-        m_jobs.push_back(BuildWordTable(m_context, *file));
+        m_jobs.push_back(BuildWordTable(m_context, *file, m_ngramLength));
         WordTableJob* job = m_jobs.back().get();
         connect(job, &WordTableJob::finished, this, [this, job] { documentIndexed(job); });
     }

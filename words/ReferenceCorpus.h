@@ -35,8 +35,9 @@ bool looksLikeWordList(const QByteArray& bytes);
 class ReferenceCorpus final : public QObject {
     Q_OBJECT
 public:
-    /// setting: "ReferencePath" as stored; "~/" and relative paths start at home.
-    ReferenceCorpus(const WordContext& context, QString setting);
+    /// setting: "ReferencePath" as stored; "~/" and relative paths start at home. Documents
+    /// are counted in sequences of ngramLength words, as the lists they are compared with.
+    ReferenceCorpus(const WordContext& context, QString setting, int ngramLength = 1);
     ~ReferenceCorpus() override;
     ReferenceCorpus(const ReferenceCorpus&) = delete;
     ReferenceCorpus& operator=(const ReferenceCorpus&) = delete;
@@ -64,6 +65,7 @@ private:
 
     WordContext m_context;
     QString m_setting;
+    int m_ngramLength;
     QStringList m_documents;
     qsizetype m_nextDocument = 0;
     std::vector<std::unique_ptr<WordTableJob>> m_jobs;

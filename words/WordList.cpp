@@ -67,12 +67,13 @@ Status referenceNotRead(const WordContext& context, ReferenceCorpus& reference)
     return ioErr;
 }
 
-std::shared_ptr<ReferenceCorpus> startReference(const WordContext& context, const QString& path)
+std::shared_ptr<ReferenceCorpus> startReference(const WordContext& context, const QString& path,
+                                                int ngramLength)
 {
     if (path.isEmpty()) {
         return nullptr;
     }
-    auto reference = std::make_shared<ReferenceCorpus>(context, path);
+    auto reference = std::make_shared<ReferenceCorpus>(context, path, ngramLength);
     reference->start();
     return reference;
 }
@@ -114,7 +115,8 @@ void WordListJob::start()
         if (m_run) {
             m_run->applyRunSettings(m_settings.options);
         } else {
-            m_reference = startReference(m_context, m_settings.options.referencePath);
+            m_reference = startReference(m_context, m_settings.options.referencePath,
+                                         m_settings.options.ngramLength);
         }
         // The list is made, empty, before the words are looked for; an earlier list of
         // the same name is replaced by it.
@@ -128,7 +130,8 @@ void WordListJob::start()
             return;
         }
     }
-    m_words = BuildWordTable(m_context, m_file);
+    const int ngramLength = m_run ? m_run->ngramLength() : m_settings.options.ngramLength;
+    m_words = BuildWordTable(m_context, m_file, ngramLength);
     connect(m_words.get(), &WordTableJob::progressed, this, &FileJob::progressed);
     connect(m_words.get(), &WordTableJob::finished, this, &WordListJob::indexed);
 }
@@ -238,16 +241,18 @@ void WordListRun::join(const WordContext& context)
         return;
     }
     m_includeRange = context.preferences.readBool(prefs::IncludeRange);
+    m_ngramLength = ngramLengthOf(context.preferences.readInteger(prefs::NGramLength));
     m_referencePath = context.preferences.readString(prefs::ReferencePath);
     if (m_combining && m_includeRange) {
         m_spread.emplace();
     }
-    m_reference = startReference(context, m_referencePath);
+    m_reference = startReference(context, m_referencePath, m_ngramLength);
 }
 
 void WordListRun::applyRunSettings(WordListOptions& options) const
 {
     options.includeRange = m_includeRange;
+    options.ngramLength = m_ngramLength;
     options.referencePath = m_referencePath;
 }
 

@@ -104,11 +104,14 @@ public:
     bool combining() const { return m_combining; }
 
     /// A list of the run begins. The first reads what decides what the run collects:
-    /// "IncludeRange" (the files are then kept word by word) and "ReferencePath" (whose
-    /// reading then starts). Every list of the run takes these two from here.
+    /// "IncludeRange" (the files are then kept word by word), "NGramLength" (what the
+    /// files' tables count) and "ReferencePath" (whose reading then starts). Every list of
+    /// the run takes these from here.
     void join(const WordContext& context);
     /// Sets the run's range and reference in options, which are otherwise the list's own.
     void applyRunSettings(WordListOptions& options) const;
+    /// The words an entry of the run's lists is a sequence of ("NGramLength" when it joined).
+    int ngramLength() const { return m_ngramLength; }
     /// The run's reference, none without one.
     const std::shared_ptr<ReferenceCorpus>& reference() const { return m_reference; }
 
@@ -142,6 +145,7 @@ private:
     QSet<QString> m_reported;
     bool m_joined = false;
     bool m_includeRange = false;
+    int m_ngramLength = 1;
     QString m_referencePath;
     std::shared_ptr<ReferenceCorpus> m_reference;
     /// The files word by word, when the run combines them with range and dispersion.

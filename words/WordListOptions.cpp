@@ -17,6 +17,8 @@ WordListOptions WordListOptions::read(const PreferenceStore& store)
     options.includePerMillion = store.readBool(prefs::IncludePerMillion);
     options.referencePath = store.readString(prefs::ReferencePath);
     options.keynessThreshold = store.readReal(prefs::KeynessThreshold);
+    options.ngramLength = ngramLengthOf(store.readInteger(prefs::NGramLength));
+    options.lemmaListPath = store.readString(prefs::LemmaListPath);
     return options;
 }
 

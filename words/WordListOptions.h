@@ -36,6 +36,10 @@ struct WordListOptions {
     QString referencePath;
     /// The least G2 an entry of a keyword list has.
     double keynessThreshold = prefs::KeynessThreshold.fallback;
+    /// Each entry is a sequence of this many words (1 to longestNGram), joined by a space.
+    int ngramLength = 1;
+    /// The lemma file as the user gave it; empty for none.
+    QString lemmaListPath;
 
     /// The options as stored now; stopWords is left empty.
     static WordListOptions read(const PreferenceStore& store);
@@ -50,6 +54,16 @@ struct WordListOptions {
         return includeRange || includePerMillion || !referencePath.isEmpty();
     }
 };
+
+/// The longest sequence of words an entry may be.
+inline constexpr int longestNGram = 5;
+
+/// The n-gram length a stored "NGramLength" means: 1 to longestNGram as it is, anything
+/// else 1 (single words).
+constexpr int ngramLengthOf(qint32 stored)
+{
+    return stored >= 1 && stored <= longestNGram ? stored : 1;
+}
 
 /// The ending of a list's file name: ".txt", ".csv" or ".tsv".
 QString listExtension(ListFormat format);

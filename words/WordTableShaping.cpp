@@ -116,7 +116,20 @@ std::vector<QStringView> foldedKeys(const WordTable& table, std::vector<QString>
     return keys;
 }
 
-WordTable foldWordTable(const WordTable& table, const QSet<QString>& stopWords)
+// An n-gram with a stop word at either end: "of the" and "the end of" go with "the" and
+// "of" listed, "end of the day" does not.
+bool edgeIsStopWord(QStringView ngram, const QSet<QString>& stopWords)
+{
+    const qsizetype first = ngram.indexOf(QLatin1Char(' '));
+    if (first < 0) {
+        return stopWords.contains(ngram.toString());
+    }
+    const qsizetype last = ngram.lastIndexOf(QLatin1Char(' '));
+    return stopWords.contains(ngram.left(first).toString()) ||
+           stopWords.contains(ngram.mid(last + 1).toString());
+}
+
+WordTable foldWordTable(const WordTable& table, const QSet<QString>& stopWords, bool ngrams)
 {
     std::vector<QString> copies;
     const std::vector<QStringView> keys = foldedKeys(table, copies);
@@ -145,7 +158,18 @@ WordTable foldWordTable(const WordTable& table, const QSet<QString>& stopWords)
     }
 
     std::vector<bool> stopped(entries.size(), false);
-    for (const QString& word : stopWords) {
+    if (ngrams && !stopWords.isEmpty()) {
+        QSet<QString> folded;
+        for (const QString& word : stopWords) {
+            folded.insert(foldCase(word));
+        }
+        for (qsizetype i = 0; i < n; ++i) {
+            if (edgeIsStopWord(keys[std::size_t(i)], folded)) {
+                stopped[groupOf[std::size_t(i)]] = true;
+            }
+        }
+    }
+    for (const QString& word : ngrams ? QSet<QString>() : stopWords) {
         if (const quint32 group = groups.lookUp(foldCase(word)); group != CaseGroups::none) {
             stopped[group] = true;
         }
@@ -199,8 +223,12 @@ void shapeWordTable(WordTable& table, const WordListOptions& options)
     if (options.keepsEveryWord()) {
         return;
     }
+    const bool ngrams = options.ngramLength > 1;
     if (options.foldCase) {
-        table = foldWordTable(table, options.stopWords);
+        table = foldWordTable(table, options.stopWords, ngrams);
+    } else if (ngrams && !options.stopWords.isEmpty()) {
+        table.removeIf(
+            [&](qsizetype index) { return edgeIsStopWord(table.word(index), options.stopWords); });
     } else if (!options.stopWords.isEmpty()) {
         std::vector<bool> stop(std::size_t(table.size()), false);
         for (const QString& word : options.stopWords) {

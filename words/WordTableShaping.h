@@ -20,8 +20,9 @@ void addWordTable(WordTable& sum, const WordTable& table);
 
 /// Folds, leaves out the stop words and the words counted fewer than the minimum, in that
 /// order. Folded words become one entry written in their most frequent form (of equal
-/// counts, the smallest in code-unit order), and stop words are then compared folded. With
-/// options that keep every word the table is not touched.
+/// counts, the smallest in code-unit order), and stop words are then compared folded. In a
+/// table of n-grams (options.ngramLength above 1) an entry goes when its first or its last
+/// word is a stop word. With options that keep every word the table is not touched.
 void shapeWordTable(WordTable& table, const WordListOptions& options);
 
 } // namespace tallyvox

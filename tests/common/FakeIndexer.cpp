@@ -9,13 +9,14 @@
 
 namespace tallyvox::testing {
 
-WordTable countWhiteSpaceWords(const QByteArray& text)
+WordTable countWhiteSpaceWords(const QByteArray& text, int ngramLength)
 {
     QMap<QString, qint64> counts;
-    for (const QByteArray& word : text.simplified().split(' ')) {
-        if (!word.isEmpty()) {
-            ++counts[QString::fromUtf8(word)];
-        }
+    QByteArrayList words = text.simplified().split(' ');
+    words.removeAll(QByteArray());
+    const qsizetype n = std::max(ngramLength, 1);
+    for (qsizetype i = 0; i + n <= words.size(); ++i) {
+        ++counts[QString::fromUtf8(words.mid(i, n).join(' '))];
     }
     WordTable table;
     for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
@@ -84,9 +85,12 @@ void FakeIndexer::script(const QString& path, Script script, const QString& exec
 }
 
 std::unique_ptr<IndexerRun> FakeIndexer::start(const QString& posixPath,
-                                               const QString& executableName)
+                                               const QString& executableName, int ngramLength)
 {
-    const QString call = executableName + QLatin1Char(' ') + posixPath;
+    QString call = executableName + QLatin1Char(' ') + posixPath;
+    if (ngramLength > 1) {
+        call += QStringLiteral(" --ngram-length %1").arg(ngramLength);
+    }
     m_calls.append(call);
     Script script;
     if (const auto it = m_scripts.constFind(call); it != m_scripts.cend()) {
@@ -100,7 +104,7 @@ std::unique_ptr<IndexerRun> FakeIndexer::start(const QString& posixPath,
             // A package, such as an .rtfd folder: read, and no words found here.
             script.table = WordTable();
         } else if (file.open(QIODevice::ReadOnly)) {
-            script.table = countWhiteSpaceWords(file.readAll());
+            script.table = countWhiteSpaceWords(file.readAll(), ngramLength);
         }
     }
     auto run = std::make_unique<FakeRun>(*this, std::move(script), m_cutReasons.value(posixPath));

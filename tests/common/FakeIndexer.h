@@ -37,11 +37,12 @@ public:
     /// Every run of a file takes this long unless scripted otherwise.
     void setDefaultDelay(std::chrono::milliseconds delay) { m_defaultDelay = delay; }
 
-    std::unique_ptr<IndexerRun> start(const QString& posixPath,
-                                      const QString& executableName) override;
+    std::unique_ptr<IndexerRun> start(const QString& posixPath, const QString& executableName,
+                                      int ngramLength) override;
     void setConcurrentRuns(int runs) override { m_concurrentRuns = runs; }
 
-    /// Called with "executable path" as each run starts, before it runs.
+    /// Called with "executable path" as each run starts, before it runs; a run of n-grams
+    /// adds " --ngram-length N".
     std::function<void(const QString& call)> onStart;
 
     /// "executable path" of each run, in the order they were started.
@@ -65,7 +66,8 @@ private:
     int m_concurrentRuns = 0;
 };
 
-/// The words of text split at white space, with their counts.
-WordTable countWhiteSpaceWords(const QByteArray& text);
+/// The words of text split at white space, with their counts; with ngramLength above 1,
+/// the sequences of that many such words, joined by a space.
+WordTable countWhiteSpaceWords(const QByteArray& text, int ngramLength = 1);
 
 } // namespace tallyvox::testing

@@ -281,9 +281,10 @@ private slots:
         QCOMPARE(help.exitCode, 0);
         QVERIFY(help.lines.first().startsWith(u"Usage: tallyvox"_s));
         // The settings file's keys, so that the manual page lists them too.
-        for (const char* key : {"FoldCase", "DictionaryOrder", "MinimumCount", "StopListPath",
-                                "CombineFiles", "ListFormat", "IncludeTotals", "IncludeRange",
-                                "IncludePerMillion", "ReferencePath", "KeynessThreshold"}) {
+        for (const char* key :
+             {"FoldCase", "DictionaryOrder", "MinimumCount", "StopListPath", "CombineFiles",
+              "ListFormat", "IncludeTotals", "IncludeRange", "IncludePerMillion", "ReferencePath",
+              "KeynessThreshold", "NGramLength", "LemmaListPath"}) {
             QVERIFY2(help.lines.join(u'\n').contains(QLatin1String(key)), key);
         }
         QCOMPARE(runTallyvox({u"--version"_s}, QDir::tempPath()).lines,
