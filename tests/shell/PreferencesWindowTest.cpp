@@ -499,6 +499,61 @@ private slots:
         QCOMPARE(store.GetQuitWhenDone(), false);
     }
 
+    // What an entry is: the words in a sequence and the lemma file, loaded, then changed.
+    void entryControlsLoadAndWrite_data()
+    {
+        QTest::addColumn<QByteArray>("plist");
+        QTest::addColumn<int>("shownLength");
+        QTest::addColumn<QString>("shownPath");
+        QTest::newRow("nothing stored") << QByteArray() << 1 << QString();
+        QTest::newRow("trigrams and a file")
+            << "<key>NGramLength</key><integer>3</integer>"
+               "<key>LemmaListPath</key><string>~/lemmas.txt</string>"_ba
+            << 3 << u"~/lemmas.txt"_s;
+        // Anything but 1 to 5 counts single words, and shows so.
+        QTest::newRow("too long") << "<key>NGramLength</key><integer>9</integer>"_ba << 1
+                                  << QString();
+        QTest::newRow("zero") << "<key>NGramLength</key><integer>0</integer>"_ba << 1 << QString();
+    }
+    void entryControlsLoadAndWrite()
+    {
+        QFETCH(QByteArray, plist);
+        QFETCH(int, shownLength);
+        QFETCH(QString, shownPath);
+        testing::TestEnvironment env;
+        env.writeFile(u"config/Okaluna Software/Tallyvox.plist"_s,
+                      "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict>" + plist +
+                          "</dict></plist>");
+        PreferenceStore store;
+        testing::RecordingDesktop desktop;
+        desktop.answerOpenPanel({u"/home/me/en.txt"_s});
+        PreferencesWindow window(store, desktop);
+        QSignalSpy issued(&window, &PreferencesWindow::commandIssued);
+        window.loadFromStore();
+        auto* length = control<QSpinBox>(window, preferencesControls::NGramLength);
+        auto* path = control<QLineEdit>(window, preferencesControls::LemmaListPath);
+        QCOMPARE(length->value(), shownLength);
+        QCOMPARE(path->text(), shownPath);
+        QCOMPARE(issued.size(), 0);
+        const auto handleIssued = [&] {
+            return window.handleCommand(issued.takeLast().first().value<CommandId>());
+        };
+
+        length->setValue(length->maximum());
+        QCOMPARE(handleIssued(), eventNotHandledErr);
+        QCOMPARE(store.readInteger(prefs::NGramLength), 5);
+        path->clear();
+        QTest::keyClicks(path, u"~/l"_s);
+        QCOMPARE(handleIssued(), eventNotHandledErr);
+        QCOMPARE(store.readString(prefs::LemmaListPath), u"~/l"_s);
+        control<QPushButton>(window, preferencesControls::ChooseLemmaList)->click();
+        QCOMPARE(handleIssued(), eventNotHandledErr);
+        QCOMPARE(desktop.texts(u"openPanel"_s),
+                 QStringList{QString::fromUtf16(chooseLemmaListPrompt)});
+        QCOMPARE(store.readString(prefs::LemmaListPath), u"/home/me/en.txt"_s);
+        QCOMPARE(path->text(), u"/home/me/en.txt"_s);
+    }
+
     void pathsAreChosenInTheOpenPanel_data()
     {
         QTest::addColumn<bool>("reference");
@@ -558,7 +613,8 @@ private slots:
               preferencesControls::ListFormat, preferencesControls::IncludeTotals,
               preferencesControls::IncludeRange, preferencesControls::IncludePerMillion,
               preferencesControls::ReferencePath, preferencesControls::ChooseReference,
-              preferencesControls::KeynessThreshold}) {
+              preferencesControls::KeynessThreshold, preferencesControls::NGramLength,
+              preferencesControls::LemmaListPath, preferencesControls::ChooseLemmaList}) {
             QWidget* widget = control<QWidget>(window, id);
             QVERIFY2(widget && !widget->toolTip().isEmpty(), id);
             QVERIFY2(commandOf(*widget).code != 0, id);

@@ -53,7 +53,7 @@ struct World {
     void writeRealFallback() const
     {
         writeIndexer(QStringLiteral("SearchKitIndexer32"),
-                     "exec \"" TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer32\" \"$1\"\n");
+                     "exec \"" TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer32\" \"$@\"\n");
     }
     // "name argument" of each call; TMPDIR and its mode separately.
     QList<QStringList> calls() const
@@ -87,10 +87,12 @@ struct World {
     }
     // The file's table, once the job says it is done; reports collects its progress
     // reports as "done/total".
-    WordTable tableOf(const QString& path, bool ownIndexers = true, QStringList* reports = nullptr)
+    WordTable tableOf(const QString& path, bool ownIndexers = true, QStringList* reports = nullptr,
+                      int ngramLength = 1)
     {
         const WordContext words = context(ownIndexers);
-        const std::unique_ptr<WordTableJob> job = BuildWordTable(words, *FileRef::fromPath(path));
+        const std::unique_ptr<WordTableJob> job =
+            BuildWordTable(words, *FileRef::fromPath(path), ngramLength);
         QSignalSpy finished(job.get(), &WordTableJob::finished);
         if (reports) {
             QObject::connect(job.get(), &WordTableJob::progressed, job.get(),
@@ -158,6 +160,30 @@ private slots:
         world.indexer.reset();
         QCOMPARE(temporary.entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
                  QStringList());
+    }
+
+    // The length goes to the first indexer and to the fallback, after the path.
+    void ngramsFromEitherIndexer_data()
+    {
+        QTest::addColumn<bool>("firstFails");
+        QTest::newRow("SearchKitIndexer") << false;
+        QTest::newRow("the fallback") << true;
+    }
+    void ngramsFromEitherIndexer()
+    {
+        QFETCH(bool, firstFails);
+        World world;
+        if (firstFails) {
+            world.writeIndexer(QStringLiteral("SearchKitIndexer"), "exit 1\n");
+            world.writeRealFallback();
+        }
+        const QString path =
+            world.env.writeFile(QStringLiteral("in.txt"), "The cat saw the other cat. the end\n");
+        const WordTable table = world.tableOf(path, firstFails, nullptr, 2);
+        const WordTable expected{{QStringLiteral("The cat"), 1},   {QStringLiteral("cat saw"), 1},
+                                 {QStringLiteral("saw the"), 1},   {QStringLiteral("the other"), 1},
+                                 {QStringLiteral("other cat"), 1}, {QStringLiteral("the end"), 1}};
+        QCOMPARE(table, expected);
     }
 
     void pathLimitIs254Bytes()

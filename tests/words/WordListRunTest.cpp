@@ -379,6 +379,35 @@ private slots:
         QVERIFY(w.desktop.texts(u"editor"_s).isEmpty());
     }
 
+    // Every indexer run of an n-gram run counts n-grams, the reference's documents too, and
+    // the options work on them: folding, a stop word at either edge, the minimum, range, CSV.
+    void ngramRunTakesEveryOption()
+    {
+        World w;
+        w.prefs.writeInteger(prefs::NGramLength, 2);
+        w.prefs.writeString(prefs::StopListPath, w.env.writeFile(u"stop.txt"_s, "the\n"));
+        w.prefs.writeBool(prefs::FoldCase, true);
+        w.prefs.writeInteger(prefs::MinimumCount, 2);
+        w.prefs.writeBool(prefs::IncludeRange, true);
+        w.prefs.writeInteger(prefs::ListFormat, static_cast<qint32>(ListFormat::Csv));
+        const QList<FileRef> files{w.input(u"a.txt"_s, u"The big dog saw the big dog"_s),
+                                   w.input(u"b.txt"_s, u"big dog ran BIG DOG"_s)};
+        QCOMPARE(w.runBatch(files, true), noErr);
+        QFile list(w.output() + u"/Combined/Combined word list.csv"_s);
+        QVERIFY(list.open(QIODevice::ReadOnly));
+        const QList<QByteArray> rows = list.readAll().split('\n');
+        QCOMPARE(rows.size(), 3); // the header, one entry, the empty end
+        QVERIFY2(rows[1].startsWith("big dog,4,2,"), rows[1].constData());
+
+        w.prefs.writeString(prefs::ReferencePath,
+                            w.env.writeFile(u"reference/r.txt"_s, "a big dog\n"));
+        QCOMPARE(w.runBatch(files, false), noErr);
+        QCOMPARE(w.indexer.calls().size(), 5);
+        for (const QString& call : w.indexer.calls()) {
+            QVERIFY2(call.endsWith(u" --ngram-length 2"_s), qPrintable(call));
+        }
+    }
+
     void stopListAndFoldingShapeTheRunsList()
     {
         World w;

@@ -13,13 +13,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// "word:count ..." both ways; "u" stands for a count the indexer gave as no integer.
+// "word:count ..." both ways; "u" stands for a count the indexer gave as no integer, "_" for
+// the space between the words of an n-gram.
 WordTable tableOf(const QString& entries)
 {
     WordTable table;
     for (const QString& entry : entries.split(u' ', Qt::SkipEmptyParts)) {
         const QString count = entry.section(u':', -1);
-        table.insert(entry.section(u':', 0, -2),
+        table.insert(entry.section(u':', 0, -2).replace(u'_', u' '),
                      count == u"u"_s ? unreadableCount : count.toLongLong());
     }
     return table;
@@ -29,7 +30,7 @@ QString describe(const WordTable& table)
 {
     QStringList entries;
     for (auto it = table.cbegin(); it != table.cend(); ++it) {
-        entries.append(it.key().toString() + u':' +
+        entries.append(it.key().toString().replace(u' ', u'_') + u':' +
                        (it.value() == unreadableCount ? u"u"_s : QString::number(it.value())));
     }
     entries.sort();
@@ -56,9 +57,24 @@ private slots:
         QTest::addColumn<int>("minimumCount");
         QTest::addColumn<QString>("table");
         QTest::addColumn<QString>("expected");
+        QTest::addColumn<int>("ngramLength");
         const auto fold = [](const char* name, const QString& table, const QString& expected) {
-            QTest::newRow(name) << true << QString() << 1 << table << expected;
+            QTest::newRow(name) << true << QString() << 1 << table << expected << 1;
         };
+        const auto ngrams = [](const char* name, bool foldCase, const QString& stopWords,
+                               const QString& table, const QString& expected) {
+            QTest::newRow(name) << foldCase << stopWords << 1 << table << expected << 2;
+        };
+        ngrams("a stop word at either edge", false, u"the|of"_s,
+               u"the_end:2 end_of:1 end_to:3 of_the:1 to_end:4"_s, u"end_to:3 to_end:4"_s);
+        ngrams("a stop word inside stays", false, u"of"_s,
+               u"end_of_the:1 the_end_of:1 the_end_day:2"_s, u"end_of_the:1 the_end_day:2"_s);
+        ngrams("stop words folded in n-grams", true, u"THE"_s, u"The_End:2 the_end:1 big_end:3"_s,
+               u"big_end:3"_s);
+        ngrams("folding folds each word", true, QString(),
+               u"The_END:1 the_end:2 Stra\u00dfe_X:1 strasse_x:1"_s,
+               u"Stra\u00dfe_X:2 the_end:3"_s);
+        ngrams("a word alone is compared whole", false, u"of"_s, u"of:1 off:2"_s, u"off:2"_s);
         // Written in the most frequent form; of equal counts the smallest in code units.
         fold("most frequent form", u"the:3 The:1 THE:5"_s, u"THE:9"_s);
         fold("sharp s is ss", u"Stra\u00dfe:2 STRASSE:1 strasse:1"_s, u"Stra\u00dfe:4"_s);
@@ -78,23 +94,25 @@ private slots:
 
         // Stop words are compared exactly, or folded when folding is on.
         QTest::newRow("stop words exact")
-            << false << u"the|Cat"_s << 1 << u"the:3 The:2 cat:1"_s << u"The:2 cat:1"_s;
+            << false << u"the|Cat"_s << 1 << u"the:3 The:2 cat:1"_s << u"The:2 cat:1"_s << 1;
         QTest::newRow("stop words folded")
-            << true << u"THE|strasse"_s << 1 << u"the:3 The:2 Stra\u00dfe:1 cat:1"_s << u"cat:1"_s;
+            << true << u"THE|strasse"_s << 1 << u"the:3 The:2 Stra\u00dfe:1 cat:1"_s << u"cat:1"_s
+            << 1;
         QTest::newRow("stop word not in the table")
-            << false << u"xyz"_s << 1 << u"a:1"_s << u"a:1"_s;
+            << false << u"xyz"_s << 1 << u"a:1"_s << u"a:1"_s << 1;
 
         // The minimum applies to the merged count; 1 or less keeps every word, even one
         // counted 0 or given no integer.
         QTest::newRow("minimum 3")
-            << false << QString() << 3 << u"a:3 b:2 c:u d:40"_s << u"a:3 d:40"_s;
+            << false << QString() << 3 << u"a:3 b:2 c:u d:40"_s << u"a:3 d:40"_s << 1;
         QTest::newRow("minimum after folding")
-            << true << QString() << 4 << u"The:2 the:2 cat:3"_s << u"The:4"_s;
+            << true << QString() << 4 << u"The:2 the:2 cat:3"_s << u"The:4"_s << 1;
         QTest::newRow("minimum 1")
-            << false << QString() << 1 << u"a:0 b:-1 c:u"_s << u"a:0 b:-1 c:u"_s;
-        QTest::newRow("minimum 0") << false << QString() << 0 << u"a:0 b:-1"_s << u"a:0 b:-1"_s;
+            << false << QString() << 1 << u"a:0 b:-1 c:u"_s << u"a:0 b:-1 c:u"_s << 1;
+        QTest::newRow("minimum 0")
+            << false << QString() << 0 << u"a:0 b:-1"_s << u"a:0 b:-1"_s << 1;
         QTest::newRow("every option off")
-            << false << QString() << 1 << u"a:0 A:2 c:u"_s << u"A:2 a:0 c:u"_s;
+            << false << QString() << 1 << u"a:0 A:2 c:u"_s << u"A:2 a:0 c:u"_s << 1;
     }
     void shapesTheTable()
     {
@@ -103,8 +121,10 @@ private slots:
         QFETCH(int, minimumCount);
         QFETCH(QString, table);
         QFETCH(QString, expected);
+        QFETCH(int, ngramLength);
         WordListOptions options;
         options.foldCase = foldCase;
+        options.ngramLength = ngramLength;
         options.minimumCount = minimumCount;
         for (const QString& word : stopWords.split(u'|', Qt::SkipEmptyParts)) {
             options.stopWords.insert(word);
