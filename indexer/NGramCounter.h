@@ -27,6 +27,10 @@ public:
 
     void text(std::string_view utf8) override;
     void boundary() override;
+    void expectText(std::uint64_t bytes) override;
+
+    /// With 2, finish() sorts the table's two shards side by side. 1 by default.
+    void allowThreads(unsigned threads) { m_threads = threads; }
 
     /// Counts whatever is still buffered and returns the table, sorted; the counter is spent.
     WordMap finish();
@@ -42,9 +46,11 @@ private:
     void process(bool everything);
     void countSentences(const char* begin, const char* end, bool atEnd);
     void add(std::string_view word);
+    void countBatch();
     void breakSequence() { m_held = 0; }
 
     unsigned m_length;
+    unsigned m_threads = 1;
     std::size_t m_blockSize;
     std::string m_pending;
     std::unique_ptr<Words> m_words;
@@ -52,7 +58,12 @@ private:
     std::array<std::string, longestNGram> m_recent;
     unsigned m_first = 0;
     unsigned m_held = 0;
-    std::string m_key;
+    // N-grams waiting to be counted together, end to end; each one's end. The table's slots
+    // of a whole batch are fetched before any is touched, so that their cache misses overlap.
+    static constexpr std::size_t batchSize = 64;
+    std::string m_batch;
+    std::array<std::size_t, batchSize> m_ends{};
+    std::size_t m_batched = 0;
     WordMap m_table;
 };
 

@@ -93,6 +93,7 @@ int main(int argc, char** argv)
         WordMap words(2);
         if (ngramLength > 1) {
             NGramCounter counter(ngramLength);
+            counter.allowThreads(allowedThreads(2));
             read = readDocument(argv[1], counter);
             words = counter.finish();
         } else {
