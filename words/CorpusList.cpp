@@ -167,11 +167,11 @@ struct Frame {
 class CellMaker {
 public:
     CellMaker(const Columns& columns, const WordSpread* spread, const WordTable& table, bool folded,
-              double textWords)
+              const LemmaList* lemmas, double textWords)
         : m_columns(columns), m_textWords(textWords)
     {
         if (columns.range && spread && spread->files() > 1) {
-            m_sums = spread->dispersionOf(table, folded);
+            m_sums = spread->dispersionOf(table, folded, lemmas);
             m_parts = spread->parts();
         }
     }
@@ -449,7 +449,7 @@ RenderedList renderCorpusList(WordTable table, const ListSettings& settings, con
     if (rows.empty()) {
         return list;
     }
-    const CellMaker cells(columns, sources.spread, table, options.foldCase,
+    const CellMaker cells(columns, sources.spread, table, options.foldCase, options.lemmas.get(),
                           double(totals.textWords));
     if (options.listFormat != ListFormat::Text) {
         QByteArray text = renderTable(rows, sides, columns, cells, options.listFormat);

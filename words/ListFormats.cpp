@@ -74,7 +74,8 @@ QString tsvField(QStringView text)
     return field;
 }
 
-QByteArray renderTabularList(ListFormat format, const WordOrder& words, const WordOrder* counts)
+QByteArray renderTabularList(ListFormat format, const WordOrder& words, const WordOrder* counts,
+                             const LemmaForms* forms)
 {
     const bool csv = format == ListFormat::Csv;
     const char* columnSeparator = csv ? "," : "\t";
@@ -84,6 +85,10 @@ QByteArray renderTabularList(ListFormat format, const WordOrder& words, const Wo
         text += columnSeparator;
         text += "count";
     }
+    if (forms) {
+        text += columnSeparator;
+        text += "forms";
+    }
     text += rowEnd;
     for (qsizetype i = 0; i < words.size(); ++i) {
         text += (csv ? csvField(words.word(i)) : tsvField(words.word(i))).toUtf8();
@@ -91,6 +96,13 @@ QByteArray renderTabularList(ListFormat format, const WordOrder& words, const Wo
             text += columnSeparator;
             if (i < counts->size()) {
                 text += countField(counts->count(i));
+            }
+        }
+        if (forms) {
+            text += columnSeparator;
+            if (const auto it = forms->constFind(words.word(i).toString()); it != forms->cend()) {
+                const QString cell = describeForms(*it);
+                text += (csv ? csvField(cell) : tsvField(cell)).toUtf8();
             }
         }
         text += rowEnd;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "prefs/PreferenceKeys.h"
+#include "words/LemmaList.h"
 #include "words/WordTable.h"
 
 #include <QByteArray>
@@ -30,7 +31,10 @@ QString tsvField(QStringView text);
 /// The list as CSV (header "word,count", CR LF after every row) or TSV (header
 /// "word<TAB>count", LF after every row), in UTF-8. The count column is there only when
 /// counts is given; a count that does not fit 32 bits leaves its field empty.
-QByteArray renderTabularList(ListFormat format, const WordOrder& words, const WordOrder* counts);
+/// With forms (a list with a lemma file), a last column "forms" holds each headword's forms
+/// as describeForms writes them, empty for other entries.
+QByteArray renderTabularList(ListFormat format, const WordOrder& words, const WordOrder* counts,
+                             const LemmaForms* forms = nullptr);
 
 /// What the totals line says about a list.
 struct ListTotals {

@@ -85,13 +85,21 @@ ListSettings listSettingsOfThisMoment(const WordContext& context, WordListRun* r
     ListSettings settings = ListSettings::read(context.preferences);
     WordListOptions& options = settings.options;
     if (options.stopListPath.isEmpty()) {
-        return settings;
-    }
-    if (std::optional<QSet<QString>> words = readStopList(options.stopListPath)) {
+        // Nothing to read.
+    } else if (std::optional<QSet<QString>> words = readStopList(options.stopListPath)) {
         options.stopWords = std::move(*words);
     } else if (!run || run->firstReportOf(options.stopListPath)) {
         context.desktop.alert(
             QString::fromUtf16(unreadableStopListMessage).arg(options.stopListPath));
+    }
+    if (options.lemmaListPath.isEmpty()) {
+        return settings;
+    }
+    if (std::optional<LemmaList> lemmas = readLemmaList(options.lemmaListPath, options.foldCase)) {
+        options.lemmas = std::make_shared<const LemmaList>(std::move(*lemmas));
+    } else if (!run || run->firstReportOf(options.lemmaListPath)) {
+        context.desktop.alert(
+            QString::fromUtf16(unreadableLemmaListMessage).arg(options.lemmaListPath));
     }
     return settings;
 }

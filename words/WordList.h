@@ -28,6 +28,10 @@ inline constexpr char combinedListName[] = "Combined word list";
 inline constexpr char16_t unreadableStopListMessage[] =
     u"The stop list \"%1\" cannot be read, so the word lists are made without it.";
 
+/// The alert for a lemma file that cannot be read.
+inline constexpr char16_t unreadableLemmaListMessage[] =
+    u"The lemma list \"%1\" cannot be read, so the word lists are made without it.";
+
 /// The alert for a keyword list's reference that cannot be read.
 inline constexpr char16_t unreadableReferenceMessage[] =
     u"The reference \"%1\" cannot be read, so no keyword list is made.";
@@ -87,9 +91,9 @@ private:
     RenderedList m_list;
 };
 
-/// The settings of this moment for a list, with the stop list's words. A stop list that
-/// cannot be read is reported (once a run, when there is one) and the list is made
-/// without it.
+/// The settings of this moment for a list, with the stop list's words and the lemma
+/// file's groups. A file of them that cannot be read is reported (once a run, when there
+/// is one) and the list is made without it.
 ListSettings listSettingsOfThisMoment(const WordContext& context, WordListRun* run);
 
 /// One batch run of word lists. It reports a stop list that cannot be read once, however

@@ -5,9 +5,12 @@
 #include <QSet>
 #include <QString>
 
+#include <memory>
+
 namespace tallyvox {
 
 class PreferenceStore;
+struct LemmaList;
 
 /// The word-list options of one list (all but "CombineFiles", which is the batch run's), read from
 /// the store at the moment the list is made, so that the whole pipeline takes its choices from one
@@ -40,13 +43,19 @@ struct WordListOptions {
     int ngramLength = 1;
     /// The lemma file as the user gave it; empty for none.
     QString lemmaListPath;
+    /// Its forms and headwords (keys folded when foldCase is on), filled in by whoever
+    /// reads it; none when there is no file or it could not be read.
+    std::shared_ptr<const LemmaList> lemmas;
 
     /// The options as stored now; stopWords is left empty.
     static WordListOptions read(const PreferenceStore& store);
 
     /// True when nothing about the words themselves changes: no folding, no stop words,
-    /// no minimum above 1.
-    bool keepsEveryWord() const { return !foldCase && stopWords.isEmpty() && minimumCount <= 1; }
+    /// no minimum above 1, no lemma groups.
+    bool keepsEveryWord() const
+    {
+        return !foldCase && stopWords.isEmpty() && minimumCount <= 1 && !lemmas;
+    }
 
     /// True when the list has columns beyond the word and its count, or is a keyword list.
     bool addsFigures() const

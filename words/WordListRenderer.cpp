@@ -93,9 +93,10 @@ void appendWord(ListText& text, QStringView word)
     text.commit(length);
 }
 
-// The design's text: word, count, separator, for every word, straight into UTF-8.
+// The design's text: word, count, separator, for every word, straight into UTF-8. A lemma
+// group's forms follow its count in braces.
 QByteArray renderText(const WordOrder& words, const WordOrder* counts, LineStyle lineStyle,
-                      SeparateBy separateBy, const CountFormatter& locale)
+                      SeparateBy separateBy, const CountFormatter& locale, const LemmaForms* forms)
 {
     qsizetype units = 0;
     for (qsizetype i = 0; i < words.size(); ++i) {
@@ -134,6 +135,11 @@ QByteArray renderText(const WordOrder& words, const WordOrder* counts, LineStyle
                 frequency.clear();
                 AppendFrequency(frequency, *counts, separateBy, locale, i);
                 result.append(frequency);
+            }
+        }
+        if (forms) {
+            if (const auto it = forms->constFind(words.word(i).toString()); it != forms->cend()) {
+                result.append(" {" + describeForms(*it).toUtf8() + '}');
             }
         }
         result.append(separator);
@@ -198,7 +204,9 @@ RenderedList renderWordTable(WordTable table, const ListSettings& settings, cons
     if (options.includeTotals) {
         totals = textTotalsOf(table, options);
     }
-    shapeWordTable(table, options);
+    LemmaForms forms;
+    shapeWordTable(table, options, &forms);
+    const LemmaForms* shownForms = options.lemmas ? &forms : nullptr;
     std::optional<DictionaryOrder> dictionary;
     if (options.dictionaryOrder) {
         dictionary.emplace(collationLocaleOfEnvironment());
@@ -227,7 +235,7 @@ RenderedList renderWordTable(WordTable table, const ListSettings& settings, cons
     }
     const WordOrder* shownCounts = counts ? &*counts : nullptr;
     if (options.listFormat != ListFormat::Text) {
-        QByteArray result = renderTabularList(options.listFormat, *words, shownCounts);
+        QByteArray result = renderTabularList(options.listFormat, *words, shownCounts, shownForms);
         if (totals) {
             result += totalsRows(*totals, options.listFormat);
             if (options.listFormat == ListFormat::Csv && !subject.isEmpty()) {
@@ -244,8 +252,8 @@ RenderedList renderWordTable(WordTable table, const ListSettings& settings, cons
         list.text = QByteArray();
         return list;
     }
-    QByteArray result =
-        renderText(*words, shownCounts, settings.lineStyle, settings.separateBy, locale);
+    QByteArray result = renderText(*words, shownCounts, settings.lineStyle, settings.separateBy,
+                                   locale, shownForms);
     if (totals) {
         appendTotals(result, *totals, settings.lineStyle);
     }

@@ -139,9 +139,29 @@ WordTable WordSpread::sum() const
 }
 
 // The entry of shaped each word went into, or -1.
-std::vector<qint32> WordSpread::entriesOfWords(const WordTable& shaped, bool folded) const
+std::vector<qint32> WordSpread::entriesOfWords(const WordTable& shaped, bool folded,
+                                               const LemmaList* lemmas) const
 {
     std::vector<qint32> entries(m_totals.size(), -1);
+    if (lemmas) {
+        // A form counts for its headword's entry; keys compared as the shaping compared them.
+        const auto keyOf = [folded](QStringView word) {
+            return folded ? foldCase(word) : word.toString();
+        };
+        QHash<QString, qint32> byKey;
+        byKey.reserve(shaped.size());
+        for (qsizetype i = 0; i < shaped.size(); ++i) {
+            byKey.insert(keyOf(shaped.word(i)), qint32(i));
+        }
+        for (std::size_t id = 0; id < entries.size(); ++id) {
+            QString key = keyOf(wordOf(quint32(id)));
+            if (const std::optional<QString> headword = lemmas->headwordFor(key)) {
+                key = keyOf(*headword);
+            }
+            entries[id] = byKey.value(key, -1);
+        }
+        return entries;
+    }
     if (!folded && m_order.size() == entries.size()) {
         // Without folding the shaped table is the sum less some words, in the same order.
         qsizetype next = 0;
@@ -169,9 +189,10 @@ std::vector<qint32> WordSpread::entriesOfWords(const WordTable& shaped, bool fol
     return entries;
 }
 
-std::vector<DispersionSums> WordSpread::dispersionOf(const WordTable& shaped, bool folded) const
+std::vector<DispersionSums> WordSpread::dispersionOf(const WordTable& shaped, bool folded,
+                                                     const LemmaList* lemmas) const
 {
-    const std::vector<qint32> entries = entriesOfWords(shaped, folded);
+    const std::vector<qint32> entries = entriesOfWords(shaped, folded, lemmas);
     const double corpusWords = std::accumulate(m_fileWords.begin(), m_fileWords.end(), 0.0);
     // One entry's state in one place: the pass below visits the entries in no order.
     struct Accumulator {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "words/CorpusStatistics.h"
+#include "words/LemmaList.h"
 #include "words/WordTable.h"
 
 #include <vector>
@@ -24,8 +25,10 @@ public:
 
     /// The sums for the dispersion of each entry of shaped, a table made from sum() by
     /// shapeWordTable: with folded (its options folded case), an entry gathers the counts
-    /// of every word that folds as it does. Words the shaping left out add nothing.
-    std::vector<DispersionSums> dispersionOf(const WordTable& shaped, bool folded) const;
+    /// of every word that folds as it does, and with lemmas a headword's entry those of its
+    /// forms. Words the shaping left out add nothing.
+    std::vector<DispersionSums> dispersionOf(const WordTable& shaped, bool folded,
+                                             const LemmaList* lemmas = nullptr) const;
 
 private:
     struct Posting {
@@ -40,7 +43,8 @@ private:
     {
         return {m_text.data() + m_offsets[id], qsizetype(m_offsets[id + 1] - m_offsets[id])};
     }
-    std::vector<qint32> entriesOfWords(const WordTable& shaped, bool folded) const;
+    std::vector<qint32> entriesOfWords(const WordTable& shaped, bool folded,
+                                       const LemmaList* lemmas) const;
 
     // The words end to end; word i is from m_offsets[i] to m_offsets[i + 1].
     std::vector<char16_t> m_text;

@@ -6,6 +6,7 @@
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
 
+#include <algorithm>
 #include <limits>
 #include <vector>
 
@@ -187,6 +188,62 @@ WordTable foldWordTable(const WordTable& table, const QSet<QString>& stopWords, 
     return result;
 }
 
+// The forms of each headword of the file as one entry, written as the headword, with their
+// counts added up; every other entry as it was.
+void groupLemmas(WordTable& table, const LemmaList& lemmas, bool folded, LemmaForms* forms)
+{
+    QHash<QString, qint64> totals;
+    LemmaForms found;
+    WordTable result;
+    for (qsizetype i = 0; i < table.size(); ++i) {
+        const QStringView word = table.word(i);
+        const std::optional<QString> headword =
+            lemmas.headwordFor(folded ? foldCase(word) : word.toString());
+        if (!headword) {
+            result.insert(word, table.count(i));
+            continue;
+        }
+        qint64& total = totals[*headword];
+        total = found.contains(*headword) ? addCounts(total, table.count(i)) : table.count(i);
+        found[*headword].append({word.toString(), table.count(i)});
+    }
+    for (auto it = totals.cbegin(); it != totals.cend(); ++it) {
+        // A headword of several words may be an entry no form of the file made ("p q" of
+        // "p q -> r"): that entry joins the group.
+        if (const qsizetype same = result.indexOf(it.key()); same >= 0) {
+            found[it.key()].append({it.key(), result.count(same)});
+            result.insert(it.key(), addCounts(result.count(same), it.value()));
+        } else {
+            result.insert(it.key(), it.value());
+        }
+    }
+    if (forms) {
+        for (auto& list : found) {
+            std::stable_sort(list.begin(), list.end(),
+                             [](const auto& a, const auto& b) { return a.second > b.second; });
+        }
+        *forms = std::move(found);
+    }
+    table = std::move(result);
+}
+
+// The stop words after the lemma groups are made: compared folded when the list folds, and
+// at either edge of an n-gram.
+void removeStopWords(WordTable& table, const QSet<QString>& stopWords, bool folded)
+{
+    if (stopWords.isEmpty()) {
+        return;
+    }
+    QSet<QString> stops;
+    for (const QString& word : stopWords) {
+        stops.insert(folded ? foldCase(word) : word);
+    }
+    table.removeIf([&](qsizetype index) {
+        const QStringView word = table.word(index);
+        return edgeIsStopWord(folded ? foldCase(word) : word.toString(), stops);
+    });
+}
+
 } // namespace
 
 QString foldCase(QStringView word)
@@ -218,13 +275,19 @@ void addWordTable(WordTable& sum, const WordTable& table)
     sum = WordTable::merged(sum, table);
 }
 
-void shapeWordTable(WordTable& table, const WordListOptions& options)
+void shapeWordTable(WordTable& table, const WordListOptions& options, LemmaForms* forms)
 {
     if (options.keepsEveryWord()) {
         return;
     }
     const bool ngrams = options.ngramLength > 1;
-    if (options.foldCase) {
+    if (options.lemmas) {
+        if (options.foldCase) {
+            table = foldWordTable(table, {}, ngrams);
+        }
+        groupLemmas(table, *options.lemmas, options.foldCase, forms);
+        removeStopWords(table, options.stopWords, options.foldCase);
+    } else if (options.foldCase) {
         table = foldWordTable(table, options.stopWords, ngrams);
     } else if (ngrams && !options.stopWords.isEmpty()) {
         table.removeIf(

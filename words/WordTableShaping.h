@@ -1,5 +1,6 @@
 #pragma once
 
+#include "words/LemmaList.h"
 #include "words/WordListOptions.h"
 #include "words/WordTable.h"
 
@@ -22,7 +23,10 @@ void addWordTable(WordTable& sum, const WordTable& table);
 /// order. Folded words become one entry written in their most frequent form (of equal
 /// counts, the smallest in code-unit order), and stop words are then compared folded. In a
 /// table of n-grams (options.ngramLength above 1) an entry goes when its first or its last
-/// word is a stop word. With options that keep every word the table is not touched.
-void shapeWordTable(WordTable& table, const WordListOptions& options);
+/// word is a stop word. With a lemma file, the forms of each headword become one entry
+/// after folding and before the stop words (which then compare headwords); forms, when
+/// given, gets each such entry's forms. With options that keep every word the table is not
+/// touched.
+void shapeWordTable(WordTable& table, const WordListOptions& options, LemmaForms* forms = nullptr);
 
 } // namespace tallyvox
