@@ -408,6 +408,73 @@ private slots:
         }
     }
 
+    // A small English text grouped by a lemma file, against the list made by hand.
+    void lemmaGroupsOfASmallText()
+    {
+        World w;
+        w.prefs.writeString(prefs::LemmaListPath,
+                            w.env.writeFile(u"lemmas.txt"_s,
+                                            "# a few verbs and a noun\n"
+                                            "go -> goes, went, going, gone\n"
+                                            "be -> am, is, are, was, were, been, being\n"
+                                            "child -> children\n"));
+        w.prefs.writeBool(prefs::FoldCase, true);
+        const FileRef text =
+            w.input(u"text.txt"_s, u"She goes to school and he went home They are going now "
+                                   u"I am here She was gone The children were happy A child "
+                                   u"is happy"_s);
+        QCOMPARE(w.runBatch({text}, false), noErr);
+        QFile list(w.output() + u"/text.txt.txt"_s);
+        QVERIFY(list.open(QIODevice::ReadOnly));
+        QCOMPARE(list.readAll(), "A (1)\nI (1)\nShe (2)\nThe (1)\nThey (1)\nand (1)\n"
+                                 "be (5) {am 1, are 1, is 1, was 1, were 1}\n"
+                                 "child (2) {child 1, children 1}\n"
+                                 "go (4) {goes 1, going 1, gone 1, went 1}\n"
+                                 "happy (2)\nhe (1)\nhere (1)\nhome (1)\nnow (1)\nschool (1)\n"
+                                 "to (1)\n"_ba);
+
+        // As a table the forms are a column of their own; a stop word drops a whole group.
+        w.prefs.writeInteger(prefs::ListFormat, static_cast<qint32>(ListFormat::Csv));
+        w.prefs.writeString(prefs::StopListPath, w.env.writeFile(u"stop.txt"_s, "BE\n"));
+        w.prefs.writeInteger(prefs::MinimumCount, 2);
+        QCOMPARE(w.runBatch({text}, false), noErr);
+        QFile csv(w.output() + u"/text.txt.csv"_s);
+        QVERIFY(csv.open(QIODevice::ReadOnly));
+        QCOMPARE(csv.readAll(), "word,count,forms\r\nShe,2,\r\nchild,2,\"child 1, children 1\"\r\n"
+                                "go,4,\"goes 1, going 1, gone 1, went 1\"\r\nhappy,2,\r\n"_ba);
+        QVERIFY(w.desktop.alerts().isEmpty());
+    }
+
+    // Range gathers a headword's forms file by file; a file that cannot be read is said
+    // once and the list made without it.
+    void lemmaGroupsSpreadOverFilesAndAnUnreadableFile()
+    {
+        World w;
+        w.prefs.writeString(prefs::LemmaListPath,
+                            w.env.writeFile(u"lemmas.txt"_s, "go -> went, goes\n"));
+        w.prefs.writeBool(prefs::IncludeRange, true);
+        w.prefs.writeInteger(prefs::ListFormat, static_cast<qint32>(ListFormat::Tsv));
+        const QList<FileRef> files{w.input(u"a.txt"_s, u"went home"_s),
+                                   w.input(u"b.txt"_s, u"goes home"_s),
+                                   w.input(u"c.txt"_s, u"home"_s)};
+        QCOMPARE(w.runBatch(files, true), noErr);
+        QFile list(w.output() + u"/Combined/Combined word list.tsv"_s);
+        QVERIFY(list.open(QIODevice::ReadOnly));
+        const QList<QByteArray> rows = list.readAll().split('\n');
+        QVERIFY2(rows.size() == 4 && rows[1].startsWith("go\t2\t2\t") &&
+                     rows[2].startsWith("home\t3\t3\t"),
+                 rows.join('|').constData());
+
+        w.prefs.writeString(prefs::LemmaListPath, w.env.root() + u"/missing.txt"_s);
+        w.prefs.writeBool(prefs::IncludeRange, false);
+        QCOMPARE(w.runBatch(files, false), noErr);
+        QCOMPARE(w.desktop.alerts().size(), 1);
+        QVERIFY(w.desktop.alerts().first().contains(u"lemma list"_s));
+        QFile plain(w.output() + u"/a.txt.tsv"_s);
+        QVERIFY(plain.open(QIODevice::ReadOnly));
+        QCOMPARE(plain.readAll(), "word\tcount\nhome\t1\nwent\t1\n"_ba);
+    }
+
     void stopListAndFoldingShapeTheRunsList()
     {
         World w;
