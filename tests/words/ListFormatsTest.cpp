@@ -82,6 +82,9 @@ private slots:
         QTest::newRow("no reference") << "ReferencePath"_ba << QVariant(QString());
         // Without a reference the threshold has nothing to choose from.
         QTest::newRow("a threshold alone") << "KeynessThreshold"_ba << QVariant(3.84);
+        QTest::newRow("NGramLength 1") << "NGramLength"_ba << QVariant(1);
+        QTest::newRow("NGramLength naming no length") << "NGramLength"_ba << QVariant(6);
+        QTest::newRow("no lemma list") << "LemmaListPath"_ba << QVariant(QString());
     }
     void defaultOptionsGiveThePlainListExactly()
     {
