@@ -44,6 +44,10 @@ ROWS = [
     ("list-frequency", "english", "file", 2, 1.5),
     ("list-stdin", "english", "stdin", 1, 2.0),
     ("list-options", "english", "options", 1, 2.0),
+    ("list-bigrams", "english", "ngram2", 1, 3.0),
+    ("list-trigrams", "english", "ngram3", 1, 4.0),
+    # Against the same list without the lemma file, not against wc -w.
+    ("list-lemmas", "english", "lemmas", 1, 1.3),
     ("list-distinct", "distinct", "file", 1, 15.0),
     ("indexer-shuffled", "shuffled", "indexer", None, 8.0),
     ("list-shuffled", "shuffled", "file", 1, 12.0),
@@ -79,7 +83,9 @@ DESCRIPTIONS = {
     "english-4gb": "4 GB English",
 }
 STEPS = {"indexer": "indexer", "file": "file to list", "stdin": "`--stdin` to list",
-         "options": "file to list, every word-list option on"}
+         "options": "file to list, every word-list option on",
+         "ngram2": "file to bigram list", "ngram3": "file to trigram list",
+         "lemmas": "file to list with lemma groups (against the list without)"}
 ORDERS = {None: "", 1: ", alphabetical", 2: ", by frequency"}
 
 
@@ -170,7 +176,7 @@ class Sandbox:
         for folder in (self.tmp, self.indexer_tmp):
             folder.chmod(0o700)
 
-    def settings(self, sort_by, options=False, combine=False):
+    def settings(self, sort_by, options=False, combine=False, ngram=1, lemmas=None):
         # A property list with the one setting that differs between the rows, or with every
         # word-list option on: folding, dictionary order, a minimum, a stop list, one list
         # for the files, CSV and totals.
@@ -185,6 +191,10 @@ class Sandbox:
                      "<key>IncludeTotals</key><true/>")
         elif combine:
             extra = "<key>CombineFiles</key><true/>"
+        elif ngram > 1:
+            extra = f"<key>NGramLength</key><integer>{ngram}</integer>"
+        elif lemmas:
+            extra = f"<key>LemmaListPath</key><string>{lemmas}</string>"
         (self.config / "Okaluna Software" / "Tallyvox.plist").write_text(
             '<?xml version="1.0" encoding="UTF-8"?>\n<plist version="1.0"><dict>'
             f"<key>SortBy</key><integer>{sort_by}</integer>{extra}</dict></plist>\n")
@@ -256,6 +266,24 @@ def paired(file, command, env, runs, stdin_path=None, after=None, peer=None):
         "rss": max(results["rss"]),
         "cpu": statistics.median(results["cpu"]),
     }
+
+
+def lemma_file(result, path):
+    """A lemma file for the words of an indexer's result: each word that ends in "s", "ed"
+    or "ing" after a stem of three letters or more that is a word of the text too is a form
+    of that stem. Crude, but as many groups as real English files give a text this size."""
+    words = set(plistlib.loads(result.read_bytes()))
+    groups = {}
+    for word in words:
+        for ending in ("s", "ed", "ing"):
+            stem = word[:-len(ending)]
+            if word.endswith(ending) and len(stem) >= 3 and stem in words:
+                groups.setdefault(stem, []).append(word)
+                break
+    with open(path, "w", encoding="utf-8") as out:
+        for stem in sorted(groups):
+            out.write(f"{stem} -> {', '.join(sorted(groups[stem]))}\n")
+    return len(groups)
 
 
 def distinct_words(result):
@@ -491,6 +519,53 @@ def main():
                     lists = sandbox.lists()
                     check = check_list(reference, record, input_name, input_digest,
                                        "alphabetical", lists[0] if lists else None, False)
+                elif step in ("ngram2", "ngram3"):
+                    # The n-grams' own indexer run gives the memory goal its distinct entries.
+                    length = int(step[-1])
+                    own = paired(file, [str(indexer), str(file), "--ngram-length", str(length)],
+                                 indexer_env, 1)
+                    row_distinct, row_indexer_rss = distinct_words(result), own["rss"]
+                    sandbox.settings(sort_by, ngram=length)
+                    outcome = {}
+
+                    def after(last, outcome=outcome):
+                        if last:
+                            outcome["check"] = "written" if sandbox.lists() else "no list"
+                        sandbox.clean()
+
+                    sandbox.clean()
+                    measured = paired(file, [str(app), "--console", str(file)], env, input_runs,
+                                      None, after)
+                    check = outcome.get("check", "no list")
+                elif step == "lemmas":
+                    # The words, as the single-word run left them (an n-gram row may
+                    # have run since).
+                    subprocess.run([str(indexer), str(file)], env=indexer_env,
+                                   stdout=subprocess.DEVNULL, check=True)
+                    groups = lemma_file(result, sandbox.root / "lemmas.txt")
+                    log(f"    {groups} lemma groups")
+                    # The peer is the same list without the file, from a settings folder
+                    # of its own.
+                    plain = sandbox.root / "plain-config"
+                    (plain / "Okaluna Software").mkdir(parents=True, exist_ok=True)
+                    sandbox.settings(sort_by)
+                    shutil.copy(sandbox.config / "Okaluna Software" / "Tallyvox.plist",
+                                plain / "Okaluna Software" / "Tallyvox.plist")
+                    sandbox.settings(sort_by, lemmas=sandbox.root / "lemmas.txt")
+                    peer = ["env"] + [f"{k}={v}" for k, v in env.items()
+                                      if k != "XDG_CONFIG_HOME"]
+                    peer += [f"XDG_CONFIG_HOME={plain}", str(app), "--console", str(file)]
+                    outcome = {}
+
+                    def after(last, outcome=outcome):
+                        if last:
+                            outcome["check"] = "written" if sandbox.lists() else "no list"
+                        sandbox.clean()
+
+                    sandbox.clean()
+                    measured = paired(file, [str(app), "--console", str(file)], env, input_runs,
+                                      None, after, peer)
+                    check = outcome.get("check", "no list")
                 elif step == "options":
                     # Another list than the design's: only that it is written is checked.
                     sandbox.settings(sort_by, options=True)
@@ -526,17 +601,19 @@ def main():
                                       str(file) if step == "stdin" else None, after)
                     check = outcome.get("check", "no list")
                 checked[name] = check
-                rss_goal = 64 * 2**20 + 100 * distinct
+                if step not in ("ngram2", "ngram3"):
+                    row_distinct, row_indexer_rss = distinct, alone["rss"]
+                rss_goal = 64 * 2**20 + 100 * row_distinct
                 table.append({
                     "row": f"{STEPS[step]}{ORDERS[sort_by]}, {DESCRIPTIONS[input_name]}",
-                    "distinct": distinct,
+                    "distinct": row_distinct,
                     "step": measured["step"],
                     "cpu": measured["cpu"],
                     "wc": measured["wc"],
                     "ratio": measured["ratio"],
                     "goal": goal,
                     "app": None if step == "indexer" else measured["rss"],
-                    "indexer": alone["rss"],
+                    "indexer": row_indexer_rss,
                     "rss_goal": rss_goal,
                     "check": check,
                     "runs": input_runs,

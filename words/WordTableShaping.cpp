@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 #include <vector>
 
 namespace tallyvox {
@@ -189,33 +190,47 @@ WordTable foldWordTable(const WordTable& table, const QSet<QString>& stopWords, 
 }
 
 // The forms of each headword of the file as one entry, written as the headword, with their
-// counts added up; every other entry as it was.
+// counts added up; every other entry as it was. Entries stay in code-unit order until the
+// groups are added, so the result is sorted once.
 void groupLemmas(WordTable& table, const LemmaList& lemmas, bool folded, LemmaForms* forms)
 {
+    const qsizetype n = table.size();
+    std::vector<std::optional<QString>> headwords(static_cast<std::size_t>(n));
     QHash<QString, qint64> totals;
     LemmaForms found;
-    WordTable result;
-    for (qsizetype i = 0; i < table.size(); ++i) {
+    for (qsizetype i = 0; i < n; ++i) {
         const QStringView word = table.word(i);
-        const std::optional<QString> headword =
-            lemmas.headwordFor(folded ? foldCase(word) : word.toString());
+        std::optional<QString>& headword = headwords[std::size_t(i)];
+        headword = lemmas.headwordFor(folded ? foldCase(word) : word.toString());
         if (!headword) {
-            result.insert(word, table.count(i));
             continue;
         }
-        qint64& total = totals[*headword];
-        total = found.contains(*headword) ? addCounts(total, table.count(i)) : table.count(i);
+        const auto total = totals.find(*headword);
+        if (total == totals.end()) {
+            totals.insert(*headword, table.count(i));
+        } else {
+            *total = addCounts(*total, table.count(i));
+        }
         found[*headword].append({word.toString(), table.count(i)});
     }
-    for (auto it = totals.cbegin(); it != totals.cend(); ++it) {
-        // A headword of several words may be an entry no form of the file made ("p q" of
-        // "p q -> r"): that entry joins the group.
-        if (const qsizetype same = result.indexOf(it.key()); same >= 0) {
-            found[it.key()].append({it.key(), result.count(same)});
-            result.insert(it.key(), addCounts(result.count(same), it.value()));
-        } else {
-            result.insert(it.key(), it.value());
+    WordTable result;
+    result.reserve(n, 0);
+    for (qsizetype i = 0; i < n; ++i) {
+        if (headwords[std::size_t(i)]) {
+            continue;
         }
+        const QStringView word = table.word(i);
+        // A headword of several words may be an entry no form made ("p q" of "p q -> r"):
+        // that entry joins the group.
+        if (const auto total = totals.find(word.toString()); total != totals.end()) {
+            *total = addCounts(*total, table.count(i));
+            found[total.key()].append({word.toString(), table.count(i)});
+        } else {
+            result.insert(word, table.count(i));
+        }
+    }
+    for (auto it = totals.cbegin(); it != totals.cend(); ++it) {
+        result.insert(it.key(), it.value());
     }
     if (forms) {
         for (auto& list : found) {
