@@ -118,28 +118,36 @@ private slots:
     void sameWhateverThePieces_data()
     {
         QTest::addColumn<std::size_t>("blockSize");
-        QTest::newRow("default blocks") << (std::size_t{4} << 20);
-        QTest::newRow("64-byte blocks") << std::size_t{64};
-        QTest::newRow("17-byte blocks") << std::size_t{17};
+        QTest::addColumn<unsigned>("threads");
+        QTest::addColumn<int>("sentences");
+        QTest::newRow("default blocks") << (std::size_t{4} << 20) << 1u << 400;
+        QTest::newRow("64-byte blocks") << std::size_t{64} << 1u << 400;
+        QTest::newRow("17-byte blocks") << std::size_t{17} << 1u << 400;
+        // Two threads sort the shards side by side.
+        QTest::newRow("two threads, 2 MB") << (std::size_t{3} << 20) << 2u << 150000;
     }
 
     void sameWhateverThePieces()
     {
         QFETCH(std::size_t, blockSize);
+        QFETCH(unsigned, threads);
+        QFETCH(int, sentences);
         std::string text;
-        const char* sentences[] = {"The cat sat on the mat. ",    "Er sagte: \u201eGut.\u201c ",
-                                   "Pi is 3.14 now!\n\n",         "a line\nthat reads on? ",
-                                   "Über alles\r\n\r\nund mehr ", "the end of the day "};
+        const char* pieces[] = {"The cat sat on the mat. ",    "Er sagte: \u201eGut.\u201c ",
+                                "Pi is 3.14 now!\n\n",         "a line\nthat reads on? ",
+                                "Über alles\r\n\r\nund mehr ", "the end of the day "};
         std::mt19937 random(7);
-        for (int i = 0; i < 400; ++i) {
-            text += sentences[random() % std::size(sentences)];
+        for (int i = 0; i < sentences; ++i) {
+            text += pieces[random() % std::size(pieces)];
         }
         const Counts whole = ngramsOf(text, 3);
         QVERIFY(whole.size() > 10);
 
         NGramCounter counter(3, blockSize);
+        counter.allowThreads(threads);
         for (std::size_t at = 0; at < text.size();) {
-            const std::size_t n = std::min<std::size_t>(random() % 40 + 1, text.size() - at);
+            const std::size_t n =
+                std::min<std::size_t>(random() % (threads * 4000) + 1, text.size() - at);
             counter.text(std::string_view(text).substr(at, n));
             at += n;
         }
