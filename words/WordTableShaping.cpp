@@ -219,19 +219,16 @@ void groupLemmas(WordTable& table, const LemmaList& lemmas, bool folded, LemmaFo
         if (headwords[std::size_t(i)]) {
             continue;
         }
-        const QStringView word = table.word(i);
-        // A headword of several words may be an entry no form made ("p q" of "p q -> r"):
-        // that entry joins the group.
-        if (const auto total = totals.find(word.toString()); total != totals.end()) {
-            *total = addCounts(*total, table.count(i));
-            found[total.key()].append({word.toString(), table.count(i)});
-        } else {
-            result.insert(word, table.count(i));
-        }
+        result.insert(table.word(i), table.count(i));
     }
+    // The groups are few: sorted on their own and merged in, the entries are not sorted
+    // again. No entry left out of the groups is written as a headword (every headword is
+    // a form of its own file line), and the merge would add its count if one were.
+    WordTable groups;
     for (auto it = totals.cbegin(); it != totals.cend(); ++it) {
-        result.insert(it.key(), it.value());
+        groups.insert(it.key(), it.value());
     }
+    result = WordTable::merged(result, groups);
     if (forms) {
         for (auto& list : found) {
             std::stable_sort(list.begin(), list.end(),
