@@ -141,46 +141,73 @@ NGramCounter::NGramCounter(unsigned length, std::size_t blockSize)
 
 NGramCounter::~NGramCounter() = default;
 
+namespace {
+
+// Each of these looks at the candidate at i: where the sentence or paragraph it ends ends,
+// or noEnd, with next set to where the scan goes on.
+
+// ".", "!" or "?": only before white space, so "3.14", "v1.2" and "e.g" keep their points.
+std::size_t afterFullStop(std::string_view text, std::size_t i, bool atEnd, std::size_t& next)
+{
+    const std::size_t end = pastClosers(text, i + 1);
+    next = end;
+    return (end == text.size() ? atEnd : isSpace(text[end])) ? end : NGramCounter::noEnd;
+}
+
+// A blank line, or a page break, ends a paragraph; a single line break does not.
+std::size_t afterLineBreak(std::string_view text, std::size_t i, std::size_t& next)
+{
+    std::size_t lines = 0;
+    bool page = false;
+    std::size_t j = i;
+    for (; j < text.size() && isSpace(text[j]); ++j) {
+        page = page || text[j] == '\f';
+        const bool crlf = text[j] == '\r' && j + 1 < text.size() && text[j + 1] == '\n';
+        lines += (text[j] == '\n' || (text[j] == '\r' && !crlf)) ? 1 : 0;
+    }
+    next = j;
+    return page || lines >= 2 ? j : NGramCounter::noEnd;
+}
+
+// Beyond ASCII: the paragraph separator, and every sentence terminator wherever it stands.
+std::size_t afterCharacter(std::string_view text, std::size_t i, std::size_t& next)
+{
+    next = i;
+    UChar32 u = 0;
+    U8_NEXT(text.data(), next, text.size(), u);
+    if (u == 0x2029) { // PARAGRAPH SEPARATOR
+        return next;
+    }
+    if (u > 0 && u_hasBinaryProperty(u, UCHAR_S_TERM)) {
+        return pastClosers(text, next);
+    }
+    return NGramCounter::noEnd;
+}
+
+} // namespace
+
 std::size_t NGramCounter::sentenceEnd(std::string_view text, bool atEnd)
 {
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    std::size_t i = 0;
+    while (i < text.size()) {
         const char c = text[i];
         if (!candidates[static_cast<unsigned char>(c)]) {
+            ++i;
             continue;
         }
+        std::size_t next = i + 1;
+        std::size_t end = noEnd;
         if (c == '.' || c == '!' || c == '?') {
-            // Only before whitespace: "3.14", "v1.2" and "e.g" keep their points inside.
-            const std::size_t end = pastClosers(text, i + 1);
-            if (end == text.size() ? atEnd : isSpace(text[end])) {
-                return end;
-            }
-            i = end - 1;
+            end = afterFullStop(text, i, atEnd, next);
         } else if (c == '\n' || c == '\r' || c == '\f') {
-            // A blank line, or a page break, ends a paragraph; a single line break does not.
-            std::size_t lines = 0;
-            std::size_t j = i;
-            bool page = false;
-            for (; j < text.size() && isSpace(text[j]); ++j) {
-                page = page || text[j] == '\f';
-                const bool crlf = text[j] == '\r' && j + 1 < text.size() && text[j + 1] == '\n';
-                lines += (text[j] == '\n' || (text[j] == '\r' && !crlf)) ? 1 : 0;
-            }
-            if (page || lines >= 2) {
-                return j;
-            }
-            i = j - 1;
-        } else if (static_cast<unsigned char>(c) >= 0x80) {
-            std::size_t next = i;
-            UChar32 u = 0;
-            U8_NEXT(text.data(), next, text.size(), u);
-            if (u == 0x2029) { // PARAGRAPH SEPARATOR
-                return next;
-            }
-            if (u > 0 && u_hasBinaryProperty(u, UCHAR_S_TERM)) {
-                return pastClosers(text, next);
-            }
-            i = next - 1;
+            end = afterLineBreak(text, i, next);
+        } else {
+            end = afterCharacter(text, i, next);
         }
+        if (end != noEnd) {
+            return end;
+        }
+        i = next > i ? next : i + 1;
     }
     return noEnd;
 }

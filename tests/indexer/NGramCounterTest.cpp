@@ -51,7 +51,8 @@ private slots:
         QTest::addColumn<QByteArray>("text");
         QTest::addColumn<unsigned>("length");
         QTest::addColumn<Counts>("expected");
-        const auto row = [](const char* name, const char* text, unsigned n, Counts expected) {
+        const auto row = [](const char* name, const char* text, unsigned n,
+                            const Counts& expected) {
             QTest::newRow(name) << QByteArray(text) << n << expected;
         };
         row("English sentences", "The cat sat. The cat ran.", 2,
@@ -146,8 +147,8 @@ private slots:
         NGramCounter counter(3, blockSize);
         counter.allowThreads(threads);
         for (std::size_t at = 0; at < text.size();) {
-            const std::size_t n =
-                std::min<std::size_t>(random() % (threads * 4000) + 1, text.size() - at);
+            const std::size_t n = std::min<std::size_t>(
+                random() % (std::size_t{threads} * 4000) + 1, text.size() - at);
             counter.text(std::string_view(text).substr(at, n));
             at += n;
         }
