@@ -182,6 +182,7 @@ void PreferencesWindow::addEntryControls()
     auto* chooser = new QPushButton(QStringLiteral("Choose…"), group);
     tag(chooser, preferencesControls::ChooseLemmaList, commands::ChooseLemmaList);
     chooser->setToolTip(QStringLiteral("Choose the lemma file."));
+    chooser->setAutoDefault(false); // Return in a field never presses it
     auto* row = new QHBoxLayout;
     row->addWidget(m_lemmaListPath);
     row->addWidget(chooser);
@@ -193,6 +194,7 @@ void PreferencesWindow::addEntryControls()
             [this] { emit commandIssued(commandOf(*m_ngramLength)); });
     connect(m_lemmaListPath, &QLineEdit::textEdited, this,
             [this] { emit commandIssued(commandOf(*m_lemmaListPath)); });
+    m_lemmaListPath->installEventFilter(this);
     connect(chooser, &QPushButton::clicked, this,
             [this, chooser] { emit commandIssued(commandOf(*chooser)); });
 }
@@ -287,8 +289,8 @@ void PreferencesWindow::loadWordListOptions()
     m_keynessThreshold->setValue(m_store.readReal(prefs::KeynessThreshold));
     const QSignalBlocker ngramBlocker(m_ngramLength);
     m_ngramLength->setValue(ngramLengthOf(m_store.readInteger(prefs::NGramLength)));
-    const QSignalBlocker lemmaBlocker(m_lemmaListPath);
-    m_lemmaListPath->setText(m_store.readString(prefs::LemmaListPath));
+    setPath(m_lemmaListPath, m_store.readString(prefs::LemmaListPath));
+    fitPath(m_lemmaListPath);
 }
 
 void PreferencesWindow::applyWordListOption(CommandId command)
@@ -317,7 +319,7 @@ void PreferencesWindow::applyWordListOption(CommandId command)
     } else if (command == commands::NGramLength) {
         m_store.writeInteger(prefs::NGramLength, m_ngramLength->value());
     } else if (command == commands::LemmaListPath) {
-        m_store.writeString(prefs::LemmaListPath, m_lemmaListPath->text());
+        m_store.writeString(prefs::LemmaListPath, pathOf(m_lemmaListPath));
     } else if (command == commands::ChooseLemmaList) {
         choosePath(chooseLemmaListPrompt, m_lemmaListPath, prefs::LemmaListPath);
     }
