@@ -93,8 +93,8 @@ void appendWord(ListText& text, QStringView word)
     text.commit(length);
 }
 
-// The design's text: word, count, separator, for every word, straight into UTF-8. A lemma
-// group's forms follow its count in braces.
+// The design's text: word, count, separator, for every word, straight into UTF-8.
+// A lemma group's forms follow its count in braces.
 QByteArray renderText(const WordOrder& words, const WordOrder* counts, LineStyle lineStyle,
                       SeparateBy separateBy, const CountFormatter& locale, const LemmaForms* forms)
 {
