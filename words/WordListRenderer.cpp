@@ -93,6 +93,14 @@ void appendWord(ListText& text, QStringView word)
     text.commit(length);
 }
 
+// A lemma group's forms after its count: " {went 4, goes 3}"; nothing for another entry.
+void appendForms(ListText& text, const LemmaForms& forms, QStringView word)
+{
+    if (const auto it = forms.constFind(word.toString()); it != forms.cend()) {
+        text.append(" {" + describeForms(*it).toUtf8() + '}');
+    }
+}
+
 // The design's text: word, count, separator, for every word, straight into UTF-8.
 // A lemma group's forms follow its count in braces.
 QByteArray renderText(const WordOrder& words, const WordOrder* counts, LineStyle lineStyle,
@@ -138,9 +146,7 @@ QByteArray renderText(const WordOrder& words, const WordOrder* counts, LineStyle
             }
         }
         if (forms) {
-            if (const auto it = forms->constFind(words.word(i).toString()); it != forms->cend()) {
-                result.append(" {" + describeForms(*it).toUtf8() + '}');
-            }
+            appendForms(result, *forms, words.word(i));
         }
         result.append(separator);
     }
