@@ -567,7 +567,7 @@ def main():
                                       None, after, peer)
                     check = outcome.get("check", "no list")
                 elif step == "options":
-                    # Another list than the design's: only that it is written is checked.
+                    # Another list than the plain one: only that it is written is checked.
                     sandbox.settings(sort_by, options=True)
                     outcome = {}
 

@@ -22,7 +22,7 @@ enum class LineStyle : qint32 {
     Comma = 5,
 };
 
-/// "ListFormat": the word list as the design's text or as a table for spreadsheets. Unlike
+/// "ListFormat": the word list as plain text or as a table for spreadsheets. Unlike
 /// the pop-ups above it counts from 0; a value that names no format means the text.
 enum class ListFormat : qint32 { Text = 0, Csv = 1, Tsv = 2 };
 
@@ -87,7 +87,7 @@ inline constexpr ChoiceKey<tallyvox::LineStyle> LineStyle{"LineStyle",
                                                           tallyvox::LineStyle::LineFeed};
 inline constexpr const char* WindowBounds = "WindowBounds";
 
-// The word-list options, beyond the design's settings. Each default leaves the list
+// The word-list options, beyond the five settings above. Each default leaves the list
 // exactly as the settings above make it (docs/word-list-options.md).
 inline constexpr BoolKey FoldCase{"FoldCase", false};
 inline constexpr BoolKey DictionaryOrder{"DictionaryOrder", false};

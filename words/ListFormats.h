@@ -13,7 +13,7 @@ class WordOrder;
 
 // The word list as a table for spreadsheets and programs ("ListFormat" 1 and 2), and the
 // totals line ("IncludeTotals"). Numbers here are ASCII digits whatever the locale, so that
-// every program reads them; the design's text keeps the locale's digits for its counts.
+// every program reads them; the plain text list keeps the locale's digits for its counts.
 
 /// Whether a spreadsheet would read a cell starting so as a formula: "=", "+", "-", "@", a
 /// tab or a CR first.

@@ -14,8 +14,8 @@ struct LemmaList;
 
 /// The word-list options of one list (all but "CombineFiles", which is the batch run's), read from
 /// the store at the moment the list is made, so that the whole pipeline takes its choices from one
-/// place. Default-constructed, every option is off and the list is exactly what the design's
-/// settings make.
+/// place. Default-constructed, every option is off and the list is exactly what the five
+/// first settings make.
 struct WordListOptions {
     /// Words that differ only in case are one entry (ICU full case folding).
     bool foldCase = false;

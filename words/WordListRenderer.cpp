@@ -101,7 +101,7 @@ void appendForms(ListText& text, const LemmaForms& forms, QStringView word)
     }
 }
 
-// The design's text: word, count, separator, for every word, straight into UTF-8.
+// The plain text list: word, count, separator, for every word, straight into UTF-8.
 // A lemma group's forms follow its count in braces.
 QByteArray renderText(const WordOrder& words, const WordOrder* counts, LineStyle lineStyle,
                       SeparateBy separateBy, const CountFormatter& locale, const LemmaForms* forms)

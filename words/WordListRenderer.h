@@ -27,7 +27,7 @@ struct RenderedList {
 /// The list text of a table, the indexer's for one file or the sum of several, made from
 /// the table and the settings alone (so it may run on any thread): shaped by the options
 /// (folding, stop words, minimum count), ordered, and written in the options' format. The
-/// design's text is each word, its count framed as separateBy says (while
+/// plain text list is each word, its count framed as separateBy says (while
 /// includeFrequency is on), then the lineStyle separator, which also follows the last
 /// word; CSV and TSV are not touched by separateBy and lineStyle. The log line's n is the
 /// total of the counts written (0 while includeFrequency is off); there is none when
