@@ -46,12 +46,17 @@ void adviseHugePages(void* data, std::size_t bytes)
 {
     // Only the whole huge pages inside the block: the advice applies to whole pages, and
     // the block's neighbours are not ours to advise.
-    constexpr std::uintptr_t hugePage = std::uintptr_t(2) << 20;
-    const auto start = reinterpret_cast<std::uintptr_t>(data);
-    const std::uintptr_t first = (start + hugePage - 1) & ~(hugePage - 1);
-    const std::uintptr_t last = (start + bytes) & ~(hugePage - 1);
-    if (data != nullptr && last > first) {
-        ::madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+    constexpr std::size_t hugePage = std::size_t(2) << 20;
+    if (data == nullptr) {
+        return;
+    }
+    const std::size_t skip =
+        (hugePage - reinterpret_cast<std::uintptr_t>(data) % hugePage) % hugePage;
+    if (bytes <= skip) {
+        return;
+    }
+    if (const std::size_t whole = (bytes - skip) / hugePage * hugePage; whole > 0) {
+        ::madvise(static_cast<char*>(data) + skip, whole, MADV_HUGEPAGE);
     }
 }
 
