@@ -286,6 +286,21 @@ def lemma_file(result, path):
     return len(groups)
 
 
+def written_list(sandbox, file, command, env, runs, peer=None):
+    """Times command (against peer, or wc -w) where the list is another than the plain one:
+    only that it is written is checked."""
+    outcome = {}
+
+    def after(last):
+        if last:
+            outcome["check"] = "written" if sandbox.lists() else "no list"
+        sandbox.clean()
+
+    sandbox.clean()
+    measured = paired(file, command, env, runs, None, after, peer)
+    return measured, outcome.get("check", "no list")
+
+
 def distinct_words(result):
     """The number of keys of the indexer's binary result, read from its root object."""
     data = result.read_bytes()
@@ -526,17 +541,8 @@ def main():
                                  indexer_env, 1)
                     row_distinct, row_indexer_rss = distinct_words(result), own["rss"]
                     sandbox.settings(sort_by, ngram=length)
-                    outcome = {}
-
-                    def after(last, outcome=outcome):
-                        if last:
-                            outcome["check"] = "written" if sandbox.lists() else "no list"
-                        sandbox.clean()
-
-                    sandbox.clean()
-                    measured = paired(file, [str(app), "--console", str(file)], env, input_runs,
-                                      None, after)
-                    check = outcome.get("check", "no list")
+                    measured, check = written_list(
+                        sandbox, file, [str(app), "--console", str(file)], env, input_runs)
                 elif step == "lemmas":
                     # The words, as the single-word run left them (an n-gram row may
                     # have run since).
@@ -555,31 +561,13 @@ def main():
                     peer = ["env"] + [f"{k}={v}" for k, v in env.items()
                                       if k != "XDG_CONFIG_HOME"]
                     peer += [f"XDG_CONFIG_HOME={plain}", str(app), "--console", str(file)]
-                    outcome = {}
-
-                    def after(last, outcome=outcome):
-                        if last:
-                            outcome["check"] = "written" if sandbox.lists() else "no list"
-                        sandbox.clean()
-
-                    sandbox.clean()
-                    measured = paired(file, [str(app), "--console", str(file)], env, input_runs,
-                                      None, after, peer)
-                    check = outcome.get("check", "no list")
+                    measured, check = written_list(
+                        sandbox, file, [str(app), "--console", str(file)], env, input_runs, peer)
                 elif step == "options":
                     # Another list than the plain one: only that it is written is checked.
                     sandbox.settings(sort_by, options=True)
-                    outcome = {}
-
-                    def after(last, outcome=outcome):
-                        if last:
-                            outcome["check"] = "written" if sandbox.lists() else "no list"
-                        sandbox.clean()
-
-                    sandbox.clean()
-                    measured = paired(file, [str(app), "--console", str(file)], env, input_runs,
-                                      None, after)
-                    check = outcome.get("check", "no list")
+                    measured, check = written_list(
+                        sandbox, file, [str(app), "--console", str(file)], env, input_runs)
                 else:
                     sandbox.settings(sort_by)
                     command = [str(app), "--console"]
