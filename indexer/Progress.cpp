@@ -61,6 +61,12 @@ void setShare(std::uint64_t part, std::uint64_t whole)
     }
 }
 
+void restart()
+{
+    done.store(0, std::memory_order_relaxed);
+    nextReport.store(Clock::now().time_since_epoch().count() + interval, std::memory_order_relaxed);
+}
+
 void setTotal(std::uint64_t bytes)
 {
     total.store(bytes, std::memory_order_relaxed);

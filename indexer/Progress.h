@@ -16,6 +16,10 @@ void setTotal(std::uint64_t bytes);
 /// page of so many, a position in an archive).
 void setRead(std::uint64_t bytes);
 
+/// Starts the clock again for a new input, which reports no earlier than the first
+/// interval from now.
+void restart();
+
 /// part of whole of the input is read (pages, say), as a share of its size.
 void setShare(std::uint64_t part, std::uint64_t whole);
 

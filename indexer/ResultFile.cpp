@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <vector>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace tallyvox::indexer {
@@ -28,6 +29,31 @@ bool writeResultFile(const std::string& folder, const WordMap& words)
     const bool closed = std::fclose(file) == 0;
     if (!written || !closed || std::rename(pattern.c_str(), target.c_str()) != 0) {
         ::unlink(pattern.c_str());
+        return false;
+    }
+    return true;
+}
+
+bool writeResultDescriptor(int descriptor, const WordMap& words)
+{
+    struct stat info {};
+    if (::fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode) ||
+        ::ftruncate(descriptor, 0) != 0 || ::lseek(descriptor, 0, SEEK_SET) != 0) {
+        return false;
+    }
+    // The stream owns a copy of the descriptor, which the server and the application share.
+    const int copy = ::dup(descriptor);
+    std::FILE* file = copy < 0 ? nullptr : ::fdopen(copy, "wb");
+    if (!file) {
+        if (copy >= 0) {
+            ::close(copy);
+        }
+        return false;
+    }
+    const bool written = writeBinaryPlist(file, words);
+    const bool closed = std::fclose(file) == 0;
+    if (!written || !closed) {
+        [[maybe_unused]] const int cut = ::ftruncate(descriptor, 0);
         return false;
     }
     return true;

@@ -12,4 +12,8 @@ namespace tallyvox::indexer {
 /// nothing behind, when that fails (for instance when a directory has the result's name).
 bool writeResultFile(const std::string& folder, const WordMap& words);
 
+/// Writes words into the regular file (a memory file, usually) open as descriptor, from its
+/// start, cutting off whatever was there. Returns false when that fails.
+bool writeResultDescriptor(int descriptor, const WordMap& words);
+
 } // namespace tallyvox::indexer

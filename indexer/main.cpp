@@ -2,13 +2,15 @@
 // named by the first argument and leave the table as the result file in the temporary folder;
 // "--ngram-length N" after it counts sequences of N words instead (docs/indexer.md). Exit
 // status: 0 the table is complete; 3 the table was written but is partial, and one line on standard
-// error says why; 1 no table could be written; 2 a usage error.
+// error says why; 1 no table could be written; 2 a usage error. "--serve" in the file's place
+// indexes the files named on standard input instead, each in a child process (indexer/Serve.h).
 
 #include "indexer/DocumentReader.h"
 #include "indexer/NGramCounter.h"
 #include "indexer/Progress.h"
 #include "indexer/ResourceLimits.h"
 #include "indexer/ResultFile.h"
+#include "indexer/Serve.h"
 #include "indexer/Threads.h"
 #include "indexer/WordCounter.h"
 #include "support/IndexerContract.h"
@@ -18,10 +20,12 @@
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <string>
 #include <sys/stat.h>
+#include <vector>
 
 namespace {
 
@@ -52,17 +56,24 @@ unsigned ngramLengthOf(int argc, char** argv)
     return static_cast<unsigned>(n[0] - '0');
 }
 
-} // namespace
+// The table goes where the server asked for it, or as the result file into folder.
+bool writeTable(const std::string& folder, const tallyvox::indexer::WordMap& words)
+{
+    using namespace tallyvox::indexer;
+    const char* descriptor = std::getenv(tallyvox::resultDescriptorVariable);
+    if (descriptor == nullptr) {
+        return writeResultFile(folder, words);
+    }
+    char* end = nullptr;
+    const long number = std::strtol(descriptor, &end, 10);
+    return *descriptor != 0 && *end == 0 && number >= 0 && number <= 65535 &&
+           writeResultDescriptor(static_cast<int>(number), words);
+}
 
-int main(int argc, char** argv)
+int indexFile(int argc, char** argv)
 {
     using namespace tallyvox::indexer;
     const unsigned ngramLength = ngramLengthOf(argc, argv);
-    if (ngramLength == 0) {
-        std::fprintf(stderr, "usage: %s FILE [%s 1-%u]\n", argc > 0 ? argv[0] : "SearchKitIndexer",
-                     tallyvox::ngramLengthOption, longestNGram);
-        return 2;
-    }
     struct stat input {};
     const bool regular = ::stat(argv[1], &input) == 0 && S_ISREG(input.st_mode);
     const auto size = regular ? static_cast<std::uint64_t>(input.st_size) : 0;
@@ -103,7 +114,7 @@ int main(int argc, char** argv)
             read = readDocument(argv[1], counter);
             words = counter.finish();
         }
-        if (!writeResultFile(folder, words)) {
+        if (!writeTable(folder, words)) {
             return 1;
         }
         if (!read.cuts.empty()) {
@@ -115,4 +126,28 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "%s\n", error.what());
         return 1;
     }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    using namespace tallyvox::indexer;
+    const bool serving = argc > 1 && std::strcmp(argv[1], tallyvox::serveOption) == 0;
+    // "--serve" takes the file's place; the options after it are each file's.
+    const unsigned ngramLength = ngramLengthOf(argc, argv);
+    if (ngramLength == 0) {
+        std::fprintf(stderr, "usage: %s FILE [%s 1-%u]\n       %s %s [%s 1-%u]\n",
+                     argc > 0 ? argv[0] : "SearchKitIndexer", tallyvox::ngramLengthOption,
+                     longestNGram, argc > 0 ? argv[0] : "SearchKitIndexer", tallyvox::serveOption,
+                     tallyvox::ngramLengthOption, longestNGram);
+        return 2;
+    }
+    if (serving) {
+        // A child's progress lines and complaints go to the same reader; one that stopped
+        // listening must not end the server.
+        std::signal(SIGPIPE, SIG_IGN);
+        return serveFiles(argv[0], std::vector<std::string>(argv + 2, argv + argc), indexFile);
+    }
+    return indexFile(argc, argv);
 }

@@ -15,4 +15,18 @@ inline constexpr int partialTableStatus = 3;
 /// of single words: "--ngram-length 2".
 inline constexpr char ngramLengthOption[] = "--ngram-length";
 
+/// The indexer's first argument that makes it index many files, one after another, each in
+/// a child process of its own: paths arrive on standard input, each ended by a NUL byte,
+/// and after each file one line "\0finished exit STATUS" or "\0finished signal NUMBER"
+/// follows the file's progress lines and complaints on standard output. Standard input's
+/// end ends it.
+inline constexpr char serveOption[] = "--serve";
+
+/// Names the open file descriptor (a number) the indexer writes its table into from its
+/// start, instead of the result file; the serving indexer's children share one.
+inline constexpr char resultDescriptorVariable[] = "TALLYVOX_RESULT_FD";
+
+/// What starts the line that ends each file of a serving indexer.
+inline constexpr char servedFileMarker[] = "\0finished ";
+
 } // namespace tallyvox

@@ -10,6 +10,13 @@
 #include <QStringEncoder>
 #include <QTest>
 
+#include <csignal>
+#include <fcntl.h>
+#include <functional>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 using tallyvox::ReadWordTableFile;
 using tallyvox::WordTable;
 using tallyvox::testing::TestEnvironment;
@@ -62,6 +69,7 @@ private slots:
     void saysWhyItRefusesASharedFolder();
     void sameFileWhateverTheThreads_data();
     void sameFileWhateverTheThreads();
+    void servesFileAfterFileEachInAChild();
 };
 
 void IndexerTest::countsWords_data()
@@ -244,6 +252,82 @@ void IndexerTest::sameFileWhateverTheThreads()
     const QByteArray usual = tableWith("2");
     QVERIFY(!usual.isEmpty());
     QCOMPARE(tableWith(threads), usual);
+}
+
+// One serving indexer takes text, a document it hands on, a missing file and a file whose
+// child dies, in turn; each file's table is its own, never the one before.
+void IndexerTest::servesFileAfterFileEachInAChild()
+{
+    TestEnvironment environment;
+    const int table = ::memfd_create("table", MFD_CLOEXEC);
+    QVERIFY(table >= 0);
+    QProcess server;
+    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    variables.insert(QStringLiteral("TALLYVOX_RESULT_FD"), QString::number(table));
+    server.setProcessEnvironment(variables);
+    server.setProcessChannelMode(QProcess::MergedChannels);
+    server.setChildProcessModifier([table] { ::fcntl(table, F_SETFD, 0); });
+    server.start(QStringLiteral(TALLYVOX_BUILD_LIBEXEC_DIR "/SearchKitIndexer"),
+                 {QStringLiteral("--serve")});
+    QByteArray output;
+    // How the file ended, as the server said, and the table it left.
+    const auto serve = [&](const QString& path, const std::function<void()>& meanwhile = {}) {
+        server.write(QFile::encodeName(path) + '\0');
+        if (meanwhile) {
+            meanwhile();
+        }
+        while (!output.contains('\n') && server.waitForReadyRead(30000)) {
+            output += server.readAll();
+        }
+        const qsizetype end = output.indexOf('\n');
+        const QByteArray said = output.left(end);
+        output.remove(0, end + 1);
+        return std::pair(said, tallyvox::ReadWordTableDescriptor(table));
+    };
+    const QByteArray finished("\0finished ", 10);
+    const auto text = [&](const char* name, const QByteArray& content) {
+        return environment.writeFile(QString::fromLatin1(name), content);
+    };
+
+    const auto first = serve(text("a.txt", "alpha beta alpha"));
+    QCOMPARE(first.first, finished + "exit 0");
+    QCOMPARE(first.second, (WordTable{{QStringLiteral("alpha"), 2}, {QStringLiteral("beta"), 1}}));
+
+    const auto document = serve(text("b.html", "<html><body><p>gamma</p></body></html>"));
+    QCOMPARE(document.first, finished + "exit 0");
+    QCOMPARE(document.second, (WordTable{{QStringLiteral("gamma"), 1}}));
+
+    const auto missing = serve(environment.root() + QStringLiteral("/missing.txt"));
+    QCOMPARE(missing.first, finished + "exit 0");
+    QCOMPARE(missing.second, WordTable());
+
+    // A named pipe nobody writes keeps the child waiting until it is killed.
+    const QString pipe = environment.root() + QStringLiteral("/pipe");
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    const auto killed = serve(pipe, [&] {
+        const QString children =
+            QStringLiteral("/proc/%1/task/%1/children").arg(server.processId());
+        QByteArray child;
+        QTRY_VERIFY_WITH_TIMEOUT(
+            [&] {
+                QFile file(children);
+                child = file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
+                return !child.isEmpty();
+            }(),
+            10000);
+        QCOMPARE(::kill(child.toInt(), SIGKILL), 0);
+    });
+    QCOMPARE(killed.first, finished + "signal 9");
+    QVERIFY(!killed.second);
+
+    const auto last = serve(text("c.txt", "delta"));
+    QCOMPARE(last.first, finished + "exit 0");
+    QCOMPARE(last.second, (WordTable{{QStringLiteral("delta"), 1}}));
+
+    server.closeWriteChannel();
+    QVERIFY(server.waitForFinished(10000));
+    QCOMPARE(server.exitCode(), 0);
+    ::close(table);
 }
 
 QTEST_GUILESS_MAIN(IndexerTest)
