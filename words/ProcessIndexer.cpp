@@ -16,7 +16,9 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <mutex>
+#include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -86,8 +88,11 @@ namespace {
 // Only the first lines of an indexer's complaints say anything; the rest is dropped.
 constexpr qsizetype errorOutputLimit = qsizetype{64} * 1024;
 
-// The indexer's progress lines are short; anything longer is not one of them.
-constexpr qint64 progressLineLimit = 128;
+// The indexer's lines are short; a longer piece with no line end is not one of them.
+constexpr qsizetype lineLimit = qsizetype{64} * 1024;
+
+// Idle serving indexers kept for later runs, of every kind together.
+constexpr std::size_t idleServersKept = 4;
 
 // The reasons of the indexer's "PROGRAM: PATH: partial word table: REASON[; REASON...]"
 // line, empty when it wrote none.
@@ -103,25 +108,23 @@ QString cutReasonsIn(const QByteArray& errors)
     return {};
 }
 
-// What the child hands to execve. Qt passes arguments and the environment as text, which
-// cannot carry a file name that is not UTF-8, so the child execs the indexer itself with
-// the bytes. All of it is made before the fork, where allocating is still safe.
+// What the child hands to execve. Qt passes the environment as text, which cannot carry a
+// folder name that is not UTF-8, so the child execs the indexer itself with the bytes. All
+// of it is made before the fork, where allocating is still safe.
 struct ExecImage {
     QByteArray program;
-    QByteArray argument;
-    QByteArrayList options;
+    QByteArrayList arguments;
     QByteArrayList environment;
     std::vector<char*> argv;
     std::vector<char*> envp;
 };
 
-std::shared_ptr<ExecImage> execImage(const QString& program, const QString& posixPath,
-                                     const QByteArrayList& options, const QByteArrayList& settings)
+std::shared_ptr<ExecImage> execImage(const QString& program, const QByteArrayList& arguments,
+                                     const QByteArrayList& settings)
 {
     auto image = std::make_shared<ExecImage>();
     image->program = encodePath(program);
-    image->argument = encodePath(posixPath);
-    image->options = options;
+    image->arguments = arguments;
     for (char** entry = environ; *entry != nullptr; ++entry) {
         const QByteArrayView variable(*entry);
         const bool replaced = std::any_of(settings.begin(), settings.end(), [&](const auto& s) {
@@ -132,9 +135,9 @@ std::shared_ptr<ExecImage> execImage(const QString& program, const QString& posi
         }
     }
     image->environment.append(settings);
-    image->argv = {image->program.data(), image->argument.data()};
-    for (QByteArray& option : image->options) {
-        image->argv.push_back(option.data());
+    image->argv = {image->program.data()};
+    for (QByteArray& argument : image->arguments) {
+        image->argv.push_back(argument.data());
     }
     image->argv.push_back(nullptr);
     for (QByteArray& entry : image->environment) {
@@ -144,83 +147,181 @@ std::shared_ptr<ExecImage> execImage(const QString& program, const QString& posi
     return image;
 }
 
-// The result the run left, read away from the event loop (a large table takes a while),
-// and removed; the folder goes back for another run.
-std::optional<WordTable> readResult(const std::shared_ptr<RunFolders>& folders,
-                                    const QString& runFolder)
-{
-    const QByteArray path =
-        encodePath(runFolder + QLatin1Char('/') + QLatin1String(resultFileName));
-    std::optional<WordTable> table;
-    struct stat info {};
-    if (::lstat(path.constData(), &info) == 0 && S_ISREG(info.st_mode)) {
-        table = ReadWordTableFile(decodePath(path));
-    }
-    ::unlink(path.constData());
-    folders->giveBack(runFolder);
-    return table;
-}
-
-class ProcessRun final : public IndexerRun {
+// A serving indexer (SearchKitIndexer --serve): one process started once, which indexes
+// each path it is sent in a child of its own. The children write their tables into a
+// memory file the application holds too, so a file costs no process start from this
+// large process, no loading, and nothing made or removed on disk. It works in a private
+// folder of its own, one file at a time.
+class Server {
 public:
-    ProcessRun(Desktop& desktop, QString executableName, std::shared_ptr<RunFolders> folders,
-               QString runFolder, std::chrono::milliseconds stallLimit)
-        : m_desktop(desktop), m_executableName(std::move(executableName)),
-          m_folders(std::move(folders)), m_runFolder(std::move(runFolder)), m_stallLimit(stallLimit)
-    {
-        m_stall.setSingleShot(true);
-        connect(&m_stall, &QTimer::timeout, this, [this] { end(Why::Stalled); });
-        connect(&m_process, &QProcess::finished, this, &ProcessRun::processFinished);
-        connect(&m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
-            if (error == QProcess::FailedToStart) {
-                m_desktop.log(m_executableName + QStringLiteral(" could not be started: ") +
-                              m_process.errorString());
-                discard(IndexerEnding::Failed);
-            }
-        });
-        connect(&m_process, &QProcess::readyReadStandardError, this, &ProcessRun::collectErrors);
-        connect(&m_process, &QProcess::readyReadStandardOutput, this, &ProcessRun::readProgress);
-    }
+    Server(QString kind, std::shared_ptr<RunFolders> folders, QString folder, int descriptor)
+        : key(std::move(kind)), table(descriptor), m_folders(std::move(folders)),
+          m_folder(std::move(folder))
+    {}
 
-    ~ProcessRun() override
+    // In the child, before exec: its own process group, and death with its parent. The
+    // parent may already be gone by then; the indexer must not outlive it either way. The
+    // table's memory file stays open across the exec. Should the exec fail, Qt's own exec
+    // follows and reports the failure to start.
+    void launch(const QString& program, const QByteArrayList& arguments,
+                const QByteArrayList& settings)
     {
-        if (m_process.state() != QProcess::NotRunning) {
-            endProcessGroup();
-            m_process.waitForFinished();
+        launched = true;
+        process.setProgram(program);
+        QStringList texts;
+        for (const QByteArray& argument : arguments) {
+            texts.append(QString::fromLatin1(argument));
         }
-        if (!m_reading && !isFinished()) {
-            QDir(m_runFolder).removeRecursively();
-        }
-    }
-    ProcessRun(const ProcessRun&) = delete;
-    ProcessRun& operator=(const ProcessRun&) = delete;
-
-    void begin(const QString& program, const QString& posixPath, const QByteArrayList& options,
-               const QByteArrayList& settings)
-    {
-        m_process.setProgram(program);
-        QStringList arguments{posixPath};
-        for (const QByteArray& option : options) {
-            arguments.append(QString::fromLatin1(option));
-        }
-        m_process.setArguments(arguments);
-        m_process.setStandardInputFile(QProcess::nullDevice());
-        m_process.setProcessChannelMode(QProcess::SeparateChannels);
-        // In the child, before exec: its own process group, and death with its parent. The
-        // parent may already be gone by then; the indexer must not outlive it either way.
-        // Then the exec with the path's own bytes; should it fail, Qt's own exec follows
-        // and reports the failure to start.
+        process.setArguments(texts);
+        process.setProcessChannelMode(QProcess::MergedChannels);
         const pid_t parent = ::getpid();
-        const std::shared_ptr<ExecImage> image = execImage(program, posixPath, options, settings);
-        m_process.setChildProcessModifier([parent, image] {
+        const int kept = table;
+        const std::shared_ptr<ExecImage> image = execImage(program, arguments, settings);
+        process.setChildProcessModifier([parent, kept, image] {
             ::setpgid(0, 0);
             ::prctl(PR_SET_PDEATHSIG, SIGKILL);
             if (::getppid() != parent) {
                 ::raise(SIGKILL);
             }
+            ::fcntl(kept, F_SETFD, 0);
             ::execve(image->program.constData(), image->argv.data(), image->envp.data());
         });
-        m_process.start();
+        process.start();
+    }
+    ~Server()
+    {
+        if (process.state() != QProcess::NotRunning) {
+            endProcessGroup();
+            process.waitForFinished();
+        }
+        ::close(table);
+        if (m_clean) {
+            m_folders->giveBack(m_folder);
+        } else {
+            QDir(m_folder).removeRecursively();
+        }
+    }
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+
+    // The server leads a process group of its own, so that ending it also ends the child
+    // indexing and anything that child started.
+    void endProcessGroup()
+    {
+        const auto pid = static_cast<pid_t>(process.processId());
+        if (pid <= 0 || ::kill(-pid, SIGKILL) != 0) {
+            process.kill();
+        }
+    }
+
+    // Whatever a failed or ended file left is not looked at; the folder is not used again.
+    void spoil() { m_clean = false; }
+
+    // Another file may follow only when this one left nothing behind.
+    bool reusable() const
+    {
+        return m_clean && process.state() == QProcess::Running &&
+               QDir(m_folder).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden |
+                                      QDir::System);
+    }
+
+    const QString key;
+    const int table;
+    QProcess process;
+    QByteArray pending;
+    bool launched = false;
+
+private:
+    std::shared_ptr<RunFolders> m_folders;
+    QString m_folder;
+    bool m_clean = true;
+};
+
+} // namespace
+
+// Idle servers, shared with the runs, which may outlive the indexer.
+class ServerPool {
+public:
+    std::unique_ptr<Server> take(const QString& key)
+    {
+        const auto found = std::find_if(m_idle.begin(), m_idle.end(),
+                                        [&](const auto& server) { return server->key == key; });
+        if (found == m_idle.end()) {
+            return nullptr;
+        }
+        std::unique_ptr<Server> server = std::move(*found);
+        m_idle.erase(found);
+        return server;
+    }
+
+    void giveBack(std::unique_ptr<Server> server)
+    {
+        if (!m_closed && server->reusable()) {
+            server->pending.clear();
+            m_idle.push_back(std::move(server));
+            if (m_idle.size() > idleServersKept) {
+                m_idle.erase(m_idle.begin());
+            }
+        }
+    }
+
+    void close()
+    {
+        m_closed = true;
+        m_idle.clear();
+    }
+
+private:
+    std::vector<std::unique_ptr<Server>> m_idle;
+    bool m_closed = false;
+};
+
+namespace {
+
+class ProcessRun final : public IndexerRun {
+public:
+    ProcessRun(Desktop& desktop, QString executableName, std::shared_ptr<ServerPool> pool,
+               std::unique_ptr<Server> server, std::chrono::milliseconds stallLimit)
+        : m_desktop(desktop), m_executableName(std::move(executableName)), m_pool(std::move(pool)),
+          m_server(std::move(server)), m_stallLimit(stallLimit)
+    {
+        m_stall.setSingleShot(true);
+        connect(&m_stall, &QTimer::timeout, this, [this] { end(Why::Stalled); });
+        QProcess& process = m_server->process;
+        connect(&process, &QProcess::finished, this, &ProcessRun::serverEnded);
+        connect(&process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+            if (error == QProcess::FailedToStart && !isFinished()) {
+                m_desktop.log(m_executableName + QStringLiteral(" could not be started: ") +
+                              m_server->process.errorString());
+                discard(IndexerEnding::Failed);
+            }
+        });
+        connect(&process, &QProcess::readyReadStandardOutput, this, &ProcessRun::readOutput);
+    }
+
+    ~ProcessRun() override
+    {
+        // The server ends with the run; what it says while it ends is nobody's.
+        if (m_server) {
+            m_server->process.disconnect(this);
+        }
+    }
+    ProcessRun(const ProcessRun&) = delete;
+    ProcessRun& operator=(const ProcessRun&) = delete;
+
+    /// Sends posixPath to the server, which is started first when it is new.
+    void begin(const QString& posixPath, const QString& program, const QByteArrayList& arguments,
+               const QByteArrayList& settings)
+    {
+        if (!m_server->launched) {
+            m_server->launch(program, arguments, settings);
+        }
+        if (isFinished()) {
+            return;
+        }
+        QByteArray request = encodePath(posixPath);
+        request.append('\0');
+        m_server->process.write(request);
         m_stall.start(m_stallLimit);
     }
 
@@ -229,125 +330,170 @@ public:
 private:
     enum class Why { Stopped, Stalled };
 
-    // The indexer leads a process group of its own, so that ending it also ends any
-    // helper it started.
-    void endProcessGroup()
-    {
-        const auto pid = static_cast<pid_t>(m_process.processId());
-        if (pid <= 0 || ::kill(-pid, SIGKILL) != 0) {
-            m_process.kill();
-        }
-    }
-
     void end(Why why)
     {
         if (isFinished() || m_reading) {
             return;
         }
-        m_stall.stop();
         if (why == Why::Stalled) {
             m_desktop.log(m_executableName +
                           QStringLiteral(" was ended: it read nothing further for %1 s")
                               .arg(std::chrono::ceil<std::chrono::seconds>(m_stallLimit).count()));
         }
-        endProcessGroup();
         discard(why == Why::Stopped ? IndexerEnding::Stopped : IndexerEnding::Failed);
     }
 
-    // Whatever a failed or ended run left is not looked at; its folder is not used again.
+    // The server goes with whatever the file left in its folder.
     void discard(IndexerEnding ending)
     {
         m_stall.stop();
-        QDir(m_runFolder).removeRecursively();
+        m_server->spoil();
+        m_server->endProcessGroup();
         finish(ending);
     }
 
-    void collectErrors()
+    // Progress lines, complaints and the line that ends the file, in the order the server
+    // and its child wrote them (one stream: standard error is merged into it).
+    void readOutput()
     {
-        const QByteArray more = m_process.readAllStandardError();
-        m_errors.append(more.left(std::max<qsizetype>(0, errorOutputLimit - m_errors.size())));
-    }
-
-    // Passes on each "progress DONE TOTAL" line; other output, whole or in pieces, is
-    // dropped. A position further on than the last one is progress, and the stall
-    // watchdog starts again.
-    void readProgress()
-    {
-        m_process.setReadChannel(QProcess::StandardOutput);
-        while (m_process.canReadLine()) {
-            const QByteArray line = m_process.readLine(progressLineLimit);
-            const QList<QByteArray> fields = line.trimmed().split(' ');
-            bool doneOk = false;
-            bool totalOk = false;
-            if (fields.size() == 3 && fields.at(0) == "progress") {
-                const quint64 done = fields.at(1).toULongLong(&doneOk);
-                const quint64 total = fields.at(2).toULongLong(&totalOk);
-                if (doneOk && totalOk) {
-                    if (done > m_lastDone && !isFinished()) {
-                        m_lastDone = done;
-                        m_stall.start(m_stallLimit);
-                    }
-                    emit progressed(done, total);
-                }
-            }
-        }
-        if (m_process.bytesAvailable() > progressLineLimit) {
-            m_process.readAll();
-        }
-    }
-
-    void processFinished(int exitCode, QProcess::ExitStatus status)
-    {
-        // The last lines may come with the end of the process.
-        collectErrors();
-        readProgress();
-        if (isFinished()) {
+        if (isFinished() || m_reading) {
             return;
         }
-        m_stall.stop();
+        QByteArray& pending = m_server->pending;
+        pending.append(m_server->process.readAll());
+        static constexpr QByteArrayView marker(servedFileMarker, sizeof servedFileMarker - 1);
+        qsizetype start = 0;
+        for (qsizetype end = pending.indexOf('\n'); end >= 0 && !m_reading && !isFinished();
+             end = pending.indexOf('\n', start)) {
+            const QByteArrayView line = QByteArrayView(pending).sliced(start, end - start);
+            start = end + 1;
+            const qsizetype at = line.indexOf(marker);
+            if (at >= 0) {
+                collectError(line.first(at));
+                fileEnded(line.sliced(at + marker.size()));
+            } else if (line.startsWith("progress ")) {
+                readProgress(line);
+            } else {
+                collectError(line);
+            }
+        }
+        pending.remove(0, start);
+        if (pending.size() > lineLimit) {
+            pending.clear();
+        }
+    }
+
+    void collectError(QByteArrayView line)
+    {
+        if (!line.trimmed().isEmpty() && m_errors.size() < errorOutputLimit) {
+            m_errors.append(line.first(std::min(line.size(), errorOutputLimit - m_errors.size())));
+            m_errors.append('\n');
+        }
+    }
+
+    // A "progress DONE TOTAL" line; a position further on than the last one is progress,
+    // and the stall watchdog starts again.
+    void readProgress(QByteArrayView line)
+    {
+        const QList<QByteArray> fields = line.toByteArray().trimmed().split(' ');
+        bool doneOk = false;
+        bool totalOk = false;
+        if (fields.size() == 3) {
+            const quint64 done = fields.at(1).toULongLong(&doneOk);
+            const quint64 total = fields.at(2).toULongLong(&totalOk);
+            if (doneOk && totalOk) {
+                if (done > m_lastDone) {
+                    m_lastDone = done;
+                    m_stall.start(m_stallLimit);
+                }
+                emit progressed(done, total);
+            }
+        }
+    }
+
+    void logErrors()
+    {
         for (const QByteArray& line : m_errors.split('\n')) {
             if (!line.trimmed().isEmpty()) {
                 m_desktop.log(QString::fromUtf8(line));
             }
         }
-        if (status == QProcess::CrashExit) {
+    }
+
+    // "exit STATUS" or "signal NUMBER": how the child that indexed the file ended.
+    void fileEnded(QByteArrayView how)
+    {
+        m_stall.stop();
+        logErrors();
+        const QList<QByteArray> fields = how.toByteArray().trimmed().split(' ');
+        bool ok = fields.size() == 2;
+        const int number = ok ? fields.at(1).toInt(&ok) : 0;
+        if (!ok || fields.at(0) == "signal" || fields.at(0) != "exit") {
             m_desktop.log(m_executableName +
-                          QStringLiteral(" was ended by signal %1").arg(exitCode));
+                          QStringLiteral(" was ended by signal %1").arg(ok ? number : 0));
             discard(IndexerEnding::Failed);
             return;
         }
-        if (exitCode != 0 && exitCode != partialTableStatus) {
+        if (number != 0 && number != partialTableStatus) {
             m_desktop.log(m_executableName +
-                          QStringLiteral(" failed with exit status %1").arg(exitCode));
+                          QStringLiteral(" failed with exit status %1").arg(number));
             discard(IndexerEnding::Failed);
             return;
         }
         const IndexerEnding ending =
-            exitCode == partialTableStatus ? IndexerEnding::Partial : IndexerEnding::Complete;
+            number == partialTableStatus ? IndexerEnding::Partial : IndexerEnding::Complete;
         if (ending == IndexerEnding::Partial) {
             setCutReasons(cutReasonsIn(m_errors));
         }
+        // Read away from the event loop: a large table takes a while. The server waits for
+        // its next file meanwhile, so nothing writes the table under the reader.
         m_reading = true;
         auto* watcher = new QFutureWatcher<std::optional<WordTable>>(this);
         connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, ending] {
             std::optional<WordTable> table = watcher->future().takeResult();
             watcher->deleteLater();
             m_reading = false;
+            m_server->process.disconnect(this);
+            m_pool->giveBack(std::move(m_server));
             finish(table ? ending : IndexerEnding::Failed, std::move(table));
         });
-        watcher->setFuture(QtConcurrent::run(readResult, m_folders, m_runFolder));
+        const int table = m_server->table;
+        // Emptied once read: a large table would otherwise hold its memory while the
+        // server waits.
+        watcher->setFuture(QtConcurrent::run([table] {
+            std::optional<WordTable> read = ReadWordTableDescriptor(table);
+            [[maybe_unused]] const int emptied = ::ftruncate(table, 0);
+            return read;
+        }));
+    }
+
+    // The server itself ended while it had this file.
+    void serverEnded(int exitCode, QProcess::ExitStatus status)
+    {
+        readOutput();
+        if (isFinished() || m_reading) {
+            return;
+        }
+        logErrors();
+        if (status == QProcess::CrashExit) {
+            m_desktop.log(m_executableName +
+                          QStringLiteral(" was ended by signal %1").arg(exitCode));
+        } else {
+            m_desktop.log(m_executableName +
+                          QStringLiteral(" failed with exit status %1").arg(exitCode));
+        }
+        discard(IndexerEnding::Failed);
     }
 
     Desktop& m_desktop;
     QString m_executableName;
-    std::shared_ptr<RunFolders> m_folders;
-    QString m_runFolder;
+    std::shared_ptr<ServerPool> m_pool;
+    std::unique_ptr<Server> m_server;
     std::chrono::milliseconds m_stallLimit;
-    QProcess m_process;
     QTimer m_stall;
     QByteArray m_errors;
     quint64 m_lastDone = 0;
-    // The result is being read on another thread, which also hands the folder back.
+    // The table is being read on another thread.
     bool m_reading = false;
 };
 
@@ -362,33 +508,52 @@ public:
 
 ProcessIndexer::ProcessIndexer(Desktop& desktop, Setup setup)
     : m_desktop(desktop), m_setup(std::move(setup)),
-      m_folders(std::make_shared<RunFolders>(m_setup.temporaryFolder))
+      m_folders(std::make_shared<RunFolders>(m_setup.temporaryFolder)),
+      m_servers(std::make_shared<ServerPool>())
 {}
 
-ProcessIndexer::~ProcessIndexer() = default;
+ProcessIndexer::~ProcessIndexer()
+{
+    m_servers->close();
+}
 
 std::unique_ptr<IndexerRun> ProcessIndexer::start(const QString& posixPath,
                                                   const QString& executableName, int ngramLength)
 {
-    const std::optional<QString> runFolder = m_folders->take();
-    if (!runFolder) {
-        m_desktop.log(QStringLiteral("No private temporary folder for ") + executableName +
-                      QStringLiteral(" in \"") + m_setup.temporaryFolder + QLatin1Char('"'));
-        return std::make_unique<FailedRun>();
-    }
-    QByteArrayList settings{QByteArrayLiteral("TMPDIR=") + encodePath(*runFolder)};
-    if (m_threadsPerRun > 0) {
-        settings.append(QByteArrayLiteral("TALLYVOX_INDEXER_THREADS=") +
-                        QByteArray::number(m_threadsPerRun));
-    }
-    auto run = std::make_unique<ProcessRun>(m_desktop, executableName, m_folders, *runFolder,
-                                            m_setup.stallLimit);
-    // Single words keep the command line the indexer always had: the path alone.
-    QByteArrayList options;
+    // Servers differ by what each of their files is given.
+    const QString key = executableName + QLatin1Char(' ') + QString::number(ngramLength) +
+                        QLatin1Char(' ') + QString::number(m_threadsPerRun);
+    std::unique_ptr<Server> server = m_servers->take(key);
+    QByteArrayList arguments{QByteArray(serveOption)};
     if (ngramLength > 1) {
-        options = {QByteArray(ngramLengthOption), QByteArray::number(ngramLength)};
+        arguments += {QByteArray(ngramLengthOption), QByteArray::number(ngramLength)};
     }
-    run->begin(m_setup.directory + QLatin1Char('/') + executableName, posixPath, options, settings);
+    QByteArrayList settings;
+    if (!server) {
+        const std::optional<QString> runFolder = m_folders->take();
+        if (!runFolder) {
+            m_desktop.log(QStringLiteral("No private temporary folder for ") + executableName +
+                          QStringLiteral(" in \"") + m_setup.temporaryFolder + QLatin1Char('"'));
+            return std::make_unique<FailedRun>();
+        }
+        const int table = ::memfd_create("tallyvox-table", MFD_CLOEXEC);
+        if (table < 0) {
+            m_desktop.log(QStringLiteral("No memory file for ") + executableName);
+            m_folders->giveBack(*runFolder);
+            return std::make_unique<FailedRun>();
+        }
+        settings = {QByteArrayLiteral("TMPDIR=") + encodePath(*runFolder),
+                    QByteArray(resultDescriptorVariable) + '=' + QByteArray::number(table)};
+        if (m_threadsPerRun > 0) {
+            settings.append(QByteArrayLiteral("TALLYVOX_INDEXER_THREADS=") +
+                            QByteArray::number(m_threadsPerRun));
+        }
+        server = std::make_unique<Server>(key, m_folders, *runFolder, table);
+    }
+    auto run = std::make_unique<ProcessRun>(m_desktop, executableName, m_servers, std::move(server),
+                                            m_setup.stallLimit);
+    run->begin(posixPath, m_setup.directory + QLatin1Char('/') + executableName, arguments,
+               settings);
     return run;
 }
 

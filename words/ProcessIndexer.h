@@ -15,10 +15,13 @@ class Desktop;
 inline constexpr std::chrono::milliseconds defaultIndexerStallLimit{60'000};
 
 class RunFolders;
+class ServerPool;
 
-/// The indexer executables, run as processes. Each run gets a private folder as TMPDIR,
-/// inside the temporary folder, that no other run uses while it runs, and reads the result
-/// it left there. Emptied folders serve later runs; they go with the indexer.
+/// The indexer executables, run as serving processes ("--serve") that index each file in a
+/// child process of their own. A server gets a private folder as TMPDIR, inside the
+/// temporary folder, and works on one file at a time; it serves later runs of the same kind
+/// when a file left nothing behind, and goes with a run that failed or was stopped. Idle
+/// servers and emptied folders go with the indexer.
 class ProcessIndexer final : public Indexer {
 public:
     struct Setup {
@@ -36,7 +39,7 @@ public:
     ProcessIndexer(Desktop& desktop, Setup setup);
     ~ProcessIndexer() override;
 
-    /// RunIndexer: the executable with posixPath as its one argument.
+    /// RunIndexer: the named executable's server indexes posixPath.
     std::unique_ptr<IndexerRun> start(const QString& posixPath, const QString& executableName,
                                       int ngramLength) override;
 
@@ -48,6 +51,7 @@ private:
     Desktop& m_desktop;
     Setup m_setup;
     std::shared_ptr<RunFolders> m_folders;
+    std::shared_ptr<ServerPool> m_servers;
     int m_threadsPerRun = 0;
 };
 

@@ -9,6 +9,8 @@
 #include <cstring>
 
 #include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace tallyvox {
 
@@ -281,6 +283,35 @@ std::optional<WordTable> ParseWordTable(QByteArrayView data)
     return readXmlPlist(data);
 }
 
+std::optional<WordTable> ReadWordTableDescriptor(int descriptor)
+{
+    struct stat info {};
+    if (::fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode) || info.st_size <= 0) {
+        return std::nullopt;
+    }
+    // Mapped rather than read: no copy of what may be hundreds of megabytes. All of it is
+    // read in order, so its pages are mapped at once rather than one fault at a time.
+    const auto size = static_cast<std::size_t>(info.st_size);
+    void* mapped = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, descriptor, 0);
+    if (mapped == MAP_FAILED) {
+        // By position: the descriptor's offset may be shared with the writer.
+        QByteArray bytes(qsizetype(size), Qt::Uninitialized);
+        std::size_t done = 0;
+        while (done < size) {
+            const ssize_t n = ::pread(descriptor, bytes.data() + done, size - done, off_t(done));
+            if (n <= 0) {
+                return std::nullopt;
+            }
+            done += std::size_t(n);
+        }
+        return ParseWordTable(bytes);
+    }
+    std::optional<WordTable> table =
+        ParseWordTable(QByteArrayView(static_cast<const char*>(mapped), qsizetype(size)));
+    ::munmap(mapped, size);
+    return table;
+}
+
 std::optional<WordTable> ReadWordTableFile(const QString& path)
 {
     const QFileInfo info(path);
@@ -291,18 +322,8 @@ std::optional<WordTable> ReadWordTableFile(const QString& path)
     if (!file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    // Mapped rather than read: no copy of what may be hundreds of megabytes. All of it is
-    // read in order, so its pages are mapped at once rather than one fault at a time.
-    const qint64 size = file.size();
-    if (size > 0) {
-        void* mapped = ::mmap(nullptr, std::size_t(size), PROT_READ, MAP_PRIVATE | MAP_POPULATE,
-                              file.handle(), 0);
-        if (mapped != MAP_FAILED) {
-            std::optional<WordTable> table =
-                ParseWordTable(QByteArrayView(static_cast<const char*>(mapped), size));
-            ::munmap(mapped, std::size_t(size));
-            return table;
-        }
+    if (file.size() > 0) {
+        return ReadWordTableDescriptor(file.handle());
     }
     return ParseWordTable(file.readAll());
 }
