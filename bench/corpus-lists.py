@@ -9,7 +9,8 @@ bench/run.sh stays as it is:
 2. A keyword list of MEGABYTES (100) of English against another MEGABYTES, the whole
    program in console mode against `wc -w` over both files (goal 2.5x), with its peak
    memory against 64 MB + 100 bytes per distinct word of either side.
-Times are medians of three paired runs, alternating which goes first."""
+Times are medians of three paired runs, alternating which goes first. `make bench` runs
+both; BENCH_ROWS=corpus-range or corpus-keywords runs one."""
 import os
 import random
 import runpy
@@ -115,9 +116,12 @@ def main():
     subprocess.run(["cmake", "--build", str(build), "--target", "tallyvox", "SearchKitIndexer",
                     "SearchKitIndexer32", "tallyvox_bench_corpus"], check=True,
                    stdout=subprocess.DEVNULL)
-    combined_list(build)
-    with tempfile.TemporaryDirectory(dir=build) as work:
-        keyword_list(build, megabytes, Path(work))
+    only = set(filter(None, os.environ.get("BENCH_ROWS", "").split(",")))
+    if not only or "corpus-range" in only:
+        combined_list(build)
+    if not only or "corpus-keywords" in only:
+        with tempfile.TemporaryDirectory(dir=build) as work:
+            keyword_list(build, megabytes, Path(work))
 
 
 if __name__ == "__main__":

@@ -13,7 +13,17 @@ HERE=$(cd "$(dirname "$0")" && pwd)
 BUILD=$(cd "$BUILD" && pwd)
 cmake --build "$BUILD" --target tallyvox SearchKitIndexer SearchKitIndexer32 tallyvox_bench_grow \
     >/dev/null
-python3 "$HERE/bench.py" "$BUILD"
+# The corpus figures' rows (corpus-range, corpus-keywords) have a script of their own; a
+# BENCH_ROWS that names only them leaves the main table out.
+main=yes
+corpus=yes
+if [ -n "${BENCH_ROWS:-}" ]; then
+    rows=$(printf '%s\n' "$BENCH_ROWS" | tr ',' '\n' | grep . || true)
+    printf '%s\n' "$rows" | grep -q -v '^corpus-' || main=no
+    printf '%s\n' "$rows" | grep -q '^corpus-' || corpus=no
+fi
+[ "$main" = no ] || python3 "$HERE/bench.py" "$BUILD"
+[ "$corpus" = no ] || { echo; python3 "$HERE/corpus-lists.py" "$BUILD"; }
 
 if [ "${BENCH_DETAILS:-}" = 1 ]; then
     cmake --build "$BUILD" --target tallyvox_bench_wordtable tallyvox_bench_render >/dev/null

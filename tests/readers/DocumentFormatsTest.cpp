@@ -268,7 +268,6 @@ private slots:
         QCOMPARE(sink.collected().empty(), kind == DocumentKind::PlainText);
     }
 
-    // A PDF starts with its marker, after blanks or binary junk only.
     // A .doc whose sector chain loops is damaged: it gives nothing, or the words read before
     // the loop, never the looped sectors again as more text.
     void loopingWordChainsStop_data()
@@ -313,6 +312,7 @@ private slots:
                  std::vector<std::string>{"Word: a sector chain loops; the file is damaged"});
     }
 
+    // A PDF starts with its marker, after blanks or binary junk only.
     void pdfMarker_data()
     {
         QTest::addColumn<QByteArray>("bytes");

@@ -152,38 +152,47 @@ private slots:
 
     // What stands at the chosen path is never written through: each save is refused with a
     // failure alert, nothing is opened, and whatever was there is as it was. In a shared
-    // folder (sticky, open to all, like /tmp) another user may have put it there.
+    // folder another user may have put it there: in one that is open to all but not sticky
+    // the kernel's protected_symlinks and protected_fifos do not stop a link from being
+    // followed or a pipe from being opened, so only the refusal protects the user.
     void refusesWhatIsNoFile_data()
     {
         QTest::addColumn<bool>("graphic");
         QTest::addColumn<QString>("answer"); // in the folder
         QTest::addColumn<QString>("reason");
-        QTest::addColumn<bool>("planted"); // by another user, in a shared folder
+        QTest::addColumn<int>("shared"); // 0, or the mode of a shared folder another user
+                                         // planted the link and the pipe in
         const QString link =
             QStringLiteral("it is a symbolic link, which Tallyvox does not write through");
         const QString special = QStringLiteral("it is no regular file");
         for (const bool graphic : {false, true}) {
             const char* service = graphic ? "graphic" : "decode";
-            QTest::addRow("%s onto a link", service) << graphic << u"link"_s << link << false;
+            QTest::addRow("%s onto a link", service) << graphic << u"link"_s << link << 0;
             QTest::addRow("%s onto a dangling link", service)
-                << graphic << u"dangling"_s << link << false;
-            QTest::addRow("%s onto a named pipe", service)
-                << graphic << u"pipe"_s << special << false;
+                << graphic << u"dangling"_s << link << 0;
+            QTest::addRow("%s onto a named pipe", service) << graphic << u"pipe"_s << special << 0;
             QTest::addRow("%s onto a folder", service)
-                << graphic << u"folder"_s << u"a folder of that name is in the way"_s << false;
+                << graphic << u"folder"_s << u"a folder of that name is in the way"_s << 0;
             QTest::addRow("%s into a missing folder", service)
-                << graphic << u"missing/x"_s << u"the folder \"%1/missing\" does not exist"_s
-                << false;
+                << graphic << u"missing/x"_s << u"the folder \"%1/missing\" does not exist"_s << 0;
         }
-        QTest::newRow("another user's link") << true << u"link"_s << link << true;
-        QTest::newRow("another user's pipe") << true << u"pipe"_s << special << true;
+        for (const bool graphic : {false, true}) {
+            const char* service = graphic ? "graphic" : "decode";
+            QTest::addRow("%s onto another user's link, sticky folder", service)
+                << graphic << u"link"_s << link << 01777;
+            QTest::addRow("%s onto another user's link, folder open to all", service)
+                << graphic << u"link"_s << link << 0777;
+        }
+        QTest::newRow("graphic onto another user's pipe, folder open to all")
+            << true << u"pipe"_s << special << 0777;
     }
     void refusesWhatIsNoFile()
     {
         QFETCH(bool, graphic);
         QFETCH(QString, answer);
         QFETCH(QString, reason);
-        QFETCH(bool, planted);
+        QFETCH(int, shared);
+        const bool planted = shared != 0;
         testing::TestEnvironment env;
         const QString victim = env.writeFile(u"victim.txt"_s, "keep me");
         QString folder = env.root() + u"/saved"_s;
@@ -195,9 +204,10 @@ private slots:
             if (::getpwnam("nobody") == nullptr) {
                 QCOMPARE(QProcess::execute(u"useradd"_s, {u"--system"_s, u"nobody"_s}), 0);
             }
-            QByteArray shared("/tmp/tallyvox-shared-XXXXXX");
-            QVERIFY(::mkdtemp(shared.data()) != nullptr && ::chmod(shared.constData(), 01777) == 0);
-            folder = QString::fromLocal8Bit(shared);
+            QByteArray sharedFolder("/tmp/tallyvox-shared-XXXXXX");
+            QVERIFY(::mkdtemp(sharedFolder.data()) != nullptr &&
+                    ::chmod(sharedFolder.constData(), mode_t(shared)) == 0);
+            folder = QString::fromLocal8Bit(sharedFolder);
             plant = QStringList{u"runuser"_s, u"-u"_s, u"nobody"_s, u"--"_s};
         }
         const auto run = [&plant](QStringList command) {

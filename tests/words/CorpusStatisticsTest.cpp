@@ -91,6 +91,14 @@ private slots:
         // Relative frequencies 0.1 ... 0.5: mean 0.3, population sd sqrt(0.02) = 0.1414,
         // V = 0.4714, D = 1 - 0.4714 / 2 = 0.7643.
         QTest::newRow("Gries 2008, a") << Parts{{1, 2, 3, 4, 5}, tens} << 0.764298 << 0.2;
+        // The correction to Gries (2008) by Lijffijt and Gries (2012) works DP for three
+        // equal parts, one with 2/3 of the occurrences, one with 1/3: DP = 0.5 (1/3 + 0 +
+        // 1/3) = 1/3. Relative 0.2, 0.1, 0: V = 0.8165, D = 1 - V / sqrt 2 = 0.4226.
+        QTest::newRow("Lijffijt and Gries 2012, 2/3 and 1/3 of three parts")
+            << Parts{{2, 1, 0}, {10, 10, 10}} << 0.422650 << 0.333333;
+        // Carroll (1970) works Juilland's D for 0, 4, 3, 2, 1 in five equal parts: 0.6464.
+        // DP = 0.5 (0.2 + 0.2 + 0.1 + 0 + 0.1) = 0.3.
+        QTest::newRow("Carroll 1970, D") << Parts{{0, 4, 3, 2, 1}, tens} << 0.646447 << 0.3;
         // All in one part: DP = 0.5 (0.8 + 4 * 0.2) = 0.8, V = sqrt(n - 1), D = 0.
         QTest::newRow("all in one part") << Parts{{1, 0, 0, 0, 0}, tens} << 0.0 << 0.8;
         QTest::newRow("even") << Parts{{2, 2, 2, 2, 2}, tens} << 1.0 << 0.0;
