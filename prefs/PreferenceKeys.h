@@ -111,6 +111,10 @@ inline constexpr RealKey KeynessThreshold{"KeynessThreshold", 6.63};
 /// 1 to 5 words an entry; any other value counts single words.
 inline constexpr IntegerKey NGramLength{"NGramLength", 1};
 inline constexpr StringKey LemmaListPath{"LemmaListPath", ""};
+/// Without a lemma file, forms are grouped by a Hunspell dictionary of this language.
+inline constexpr BoolKey Lemmatize{"Lemmatize", false};
+/// A dictionary's name ("en_US"); empty: the locale's.
+inline constexpr StringKey LemmaLanguage{"LemmaLanguage", ""};
 
 } // namespace prefs
 } // namespace tallyvox

@@ -7,7 +7,7 @@ set -eu
 packages="
 build-essential cmake ninja-build pkg-config
 qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-image-formats-plugins libqt6svg6
-libicu-dev libplist-dev libuchardet-dev libglib2.0-dev unicode-data
+libicu-dev libplist-dev libuchardet-dev libglib2.0-dev unicode-data libhunspell-dev hunspell-en-us
 libpoppler-cpp-dev libxml2-dev libarchive-dev
 clang libclang-rt-14-dev
 xvfb xauth xclip xdotool dbus dbus-x11 xdg-utils desktop-file-utils appstream

@@ -3,11 +3,13 @@
 #include "prefs/PreferenceStore.h"
 #include "support/Desktop.h"
 #include "words/IndexerClient.h"
+#include "words/Lemmatizer.h"
 #include "words/OutputFolder.h"
 #include "words/ReferenceCorpus.h"
 #include "words/StopList.h"
 #include "words/WordTableShaping.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFutureWatcher>
 #include <QtConcurrent/QtConcurrentRun>
@@ -78,7 +80,30 @@ std::shared_ptr<ReferenceCorpus> startReference(const WordContext& context, cons
     return reference;
 }
 
+// The dictionary "Lemmatize" asks for; one that is not installed is reported once a run
+// and the list is made without groups.
+void openLemmatizer(const WordContext& context, WordListRun* run, WordListOptions& options)
+{
+    if (!options.lemmatize) {
+        return;
+    }
+    const QString language = lemmaLanguageOf(options.lemmaLanguage);
+    options.lemmatizer = Lemmatizer::open(language);
+    // Keyed apart from any file path a run reports.
+    if (!options.lemmatizer && (!run || run->firstReportOf(QLatin1Char('\n') + language))) {
+        context.desktop.alert(missingDictionaryMessage().arg(language));
+    }
+}
+
 } // namespace
+
+QString missingDictionaryMessage()
+{
+    return QCoreApplication::translate(
+        "WordList", "No Hunspell dictionary \"%1\" is installed, so the word lists are made "
+                    "without grouping word forms. Debian's hunspell packages install "
+                    "dictionaries (hunspell-en-us for en_US).");
+}
 
 ListSettings listSettingsOfThisMoment(const WordContext& context, WordListRun* run)
 {
@@ -93,6 +118,7 @@ ListSettings listSettingsOfThisMoment(const WordContext& context, WordListRun* r
             QString::fromUtf16(unreadableStopListMessage).arg(options.stopListPath));
     }
     if (options.lemmaListPath.isEmpty()) {
+        openLemmatizer(context, run, options);
         return settings;
     }
     if (std::optional<LemmaList> lemmas = readLemmaList(options.lemmaListPath, options.foldCase)) {

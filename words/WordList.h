@@ -32,6 +32,9 @@ inline constexpr char16_t unreadableStopListMessage[] =
 inline constexpr char16_t unreadableLemmaListMessage[] =
     u"The lemma list \"%1\" cannot be read, so the word lists are made without it.";
 
+/// The alert for a "LemmaLanguage" dictionary that is not installed; %1 is its name.
+QString missingDictionaryMessage();
+
 /// The alert for a keyword list's reference that cannot be read.
 inline constexpr char16_t unreadableReferenceMessage[] =
     u"The reference \"%1\" cannot be read, so no keyword list is made.";

@@ -19,6 +19,8 @@ WordListOptions WordListOptions::read(const PreferenceStore& store)
     options.keynessThreshold = store.readReal(prefs::KeynessThreshold);
     options.ngramLength = ngramLengthOf(store.readInteger(prefs::NGramLength));
     options.lemmaListPath = store.readString(prefs::LemmaListPath);
+    options.lemmatize = store.readBool(prefs::Lemmatize);
+    options.lemmaLanguage = store.readString(prefs::LemmaLanguage);
     return options;
 }
 

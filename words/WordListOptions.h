@@ -9,6 +9,7 @@
 
 namespace tallyvox {
 
+class Lemmatizer;
 class PreferenceStore;
 struct LemmaList;
 
@@ -46,6 +47,13 @@ struct WordListOptions {
     /// Its forms and headwords (keys folded when foldCase is on), filled in by whoever
     /// reads it; none when there is no file or it could not be read.
     std::shared_ptr<const LemmaList> lemmas;
+    /// With no lemma file, forms are grouped by a Hunspell dictionary ("Lemmatize").
+    bool lemmatize = false;
+    /// That dictionary's name as the user gave it; empty for the locale's.
+    QString lemmaLanguage;
+    /// Its stems, filled in by whoever opens it; none when lemmatize is off, a lemma file
+    /// is given, or the dictionary is not installed. The list's lemmas are made from it.
+    std::shared_ptr<Lemmatizer> lemmatizer;
 
     /// The options as stored now; stopWords is left empty.
     static WordListOptions read(const PreferenceStore& store);
@@ -54,7 +62,7 @@ struct WordListOptions {
     /// no minimum above 1, no lemma groups.
     bool keepsEveryWord() const
     {
-        return !foldCase && stopWords.isEmpty() && minimumCount <= 1 && !lemmas;
+        return !foldCase && stopWords.isEmpty() && minimumCount <= 1 && !lemmas && !lemmatizer;
     }
 
     /// True when the list has columns beyond the word and its count, or is a keyword list.

@@ -3,6 +3,7 @@
 #include "words/CorpusList.h"
 #include "words/CountFormatter.h"
 #include "words/DictionaryOrder.h"
+#include "words/Lemmatizer.h"
 #include "words/ListFormats.h"
 #include "words/WordOrdering.h"
 #include "words/WordTableShaping.h"
@@ -198,9 +199,19 @@ void AppendLineSeparator(QByteArray& text, LineStyle lineStyle)
     text.append(lineSeparatorOf(lineStyle));
 }
 
-RenderedList renderWordTable(WordTable table, const ListSettings& settings, const QString& subject,
+RenderedList renderWordTable(WordTable table, const ListSettings& given, const QString& subject,
                              const ListSources& sources)
 {
+    // A dictionary's groups are made from this list's words (and its reference's), and
+    // from then on are a lemma file's.
+    std::optional<ListSettings> lemmatized;
+    if (given.options.lemmatizer && !given.options.lemmas) {
+        lemmatized = given;
+        lemmatized->options.lemmas =
+            std::make_shared<const LemmaList>(given.options.lemmatizer->lemmasOf(
+                {&table, sources.reference.get()}, given.options.foldCase));
+    }
+    const ListSettings& settings = lemmatized ? *lemmatized : given;
     const WordListOptions& options = settings.options;
     if (options.includeRange || options.includePerMillion || sources.reference) {
         return renderCorpusList(std::move(table), settings, subject, sources);

@@ -475,6 +475,60 @@ private slots:
         QCOMPARE(plain.readAll(), "word\tcount\nhome\t1\nwent\t1\n"_ba);
     }
 
+    // A small English text grouped by the en_US dictionary, against the list made by hand;
+    // an n-gram is grouped word by word.
+    void lemmatizeASmallEnglishText()
+    {
+        World w;
+        w.prefs.writeBool(prefs::Lemmatize, true);
+        w.prefs.writeString(prefs::LemmaLanguage, u"en_US"_s);
+        w.prefs.writeBool(prefs::FoldCase, true);
+        const FileRef text =
+            w.input(u"text.txt"_s, u"The cats were studying and a cat studies Dogs are going "
+                                   u"home We go home The dog went home"_s);
+        QCOMPARE(w.runBatch({text}, false), noErr);
+        QFile list(w.output() + u"/text.txt.txt"_s);
+        QVERIFY(list.open(QIODevice::ReadOnly));
+        QCOMPARE(list.readAll(), "The (2)\nWe (1)\na (1)\nand (1)\nare (1)\n"
+                                 "cat (2) {cat 1, cats 1}\ndog (2) {Dogs 1, dog 1}\n"
+                                 "go (2) {go 1, going 1}\nhome (3)\n"
+                                 "study (2) {studies 1, studying 1}\nwent (1)\nwere (1)\n"_ba);
+
+        w.prefs.writeInteger(prefs::NGramLength, 2);
+        w.prefs.writeInteger(prefs::ListFormat, static_cast<qint32>(ListFormat::Csv));
+        const FileRef phrases = w.input(u"phrases.txt"_s, u"go home going home"_s);
+        QCOMPARE(w.runBatch({phrases}, false), noErr);
+        QFile csv(w.output() + u"/phrases.txt.csv"_s);
+        QVERIFY(csv.open(QIODevice::ReadOnly));
+        QCOMPARE(csv.readAll(), "word,count,forms\r\ngo home,2,\"go home 1, going home 1\"\r\n"
+                                "home go,1,home going 1\r\n"_ba);
+        QVERIFY(w.desktop.alerts().isEmpty());
+    }
+
+    // A dictionary that is not installed is said once a batch, and the lists are made as
+    // without grouping; a lemma file, when there is one, is used instead of any dictionary.
+    void lemmatizeWithoutItsDictionary()
+    {
+        World w;
+        w.prefs.writeBool(prefs::Lemmatize, true);
+        w.prefs.writeString(prefs::LemmaLanguage, u"xx_NONE"_s);
+        const QList<FileRef> files{w.input(u"a.txt"_s, u"cats going"_s),
+                                   w.input(u"b.txt"_s, u"cat goes"_s)};
+        QCOMPARE(w.runBatch(files, false), noErr);
+        QCOMPARE(w.desktop.alerts(), QStringList(missingDictionaryMessage().arg(u"xx_NONE"_s)));
+        QFile a(w.output() + u"/a.txt.txt"_s);
+        QVERIFY(a.open(QIODevice::ReadOnly));
+        QCOMPARE(a.readAll(), "cats (1)\ngoing (1)\n"_ba);
+
+        w.prefs.writeString(prefs::LemmaLanguage, u"en_US"_s);
+        w.prefs.writeString(prefs::LemmaListPath, w.env.writeFile(u"lemmas.txt"_s, "go -> goes\n"));
+        QCOMPARE(w.runBatch(files, false), noErr);
+        QFile b(w.output() + u"/b.txt.txt"_s);
+        QVERIFY(b.open(QIODevice::ReadOnly));
+        QCOMPARE(b.readAll(), "cat (1)\ngo (1) {goes 1}\n"_ba);
+        QCOMPARE(w.desktop.alerts().size(), 1);
+    }
+
     void stopListAndFoldingShapeTheRunsList()
     {
         World w;
