@@ -80,6 +80,8 @@ inline constexpr CommandId KeynessThreshold = CommandId::fromChars("KEYT");
 inline constexpr CommandId NGramLength = CommandId::fromChars("NGRM");
 inline constexpr CommandId LemmaListPath = CommandId::fromChars("LEMP");
 inline constexpr CommandId ChooseLemmaList = CommandId::fromChars("LEMC");
+inline constexpr CommandId Lemmatize = CommandId::fromChars("LEMZ");
+inline constexpr CommandId LemmaLanguage = CommandId::fromChars("LEML");
 } // namespace commands
 
 /// The command a control carries in its "commandId" property (set in the .ui files).

@@ -3,6 +3,7 @@
 #include "prefs/PreferenceStore.h"
 #include "support/Desktop.h"
 #include "ui_PreferencesWindow.h"
+#include "words/Lemmatizer.h"
 #include "words/WordListOptions.h"
 
 #include <QCheckBox>
@@ -133,6 +134,7 @@ PreferencesWindow::PreferencesWindow(PreferenceStore& store, Desktop& desktop, Q
         field->installEventFilter(this);
     }
     addEntryControls();
+    addLemmatizeControls();
     nameControlsAfterTheirLabels();
 }
 
@@ -197,6 +199,54 @@ void PreferencesWindow::addEntryControls()
     m_lemmaListPath->installEventFilter(this);
     connect(chooser, &QPushButton::clicked, this,
             [this, chooser] { emit commandIssued(commandOf(*chooser)); });
+}
+
+void PreferencesWindow::addLemmatizeControls()
+{
+    auto* layout = findChild<QFormLayout*>(QStringLiteral("optionsLayout"));
+    QWidget* group = layout->parentWidget();
+    m_lemmatize = new QCheckBox(tr("Group word forms by a dictionary"), group);
+    m_lemmatize->setObjectName(QLatin1String(preferencesControls::Lemmatize));
+    m_lemmatize->setProperty("commandId", commands::Lemmatize.toString());
+    m_lemmatize->setToolTip(
+        tr("Without a lemma list, each word is counted under its stem in the Hunspell "
+           "dictionary chosen below (goes, going: go). Words it does not know stay as "
+           "they are."));
+    layout->addRow(m_lemmatize);
+
+    m_lemmaLanguage = new QComboBox(group);
+    m_lemmaLanguage->setObjectName(QLatin1String(preferencesControls::LemmaLanguage));
+    m_lemmaLanguage->setProperty("commandId", commands::LemmaLanguage.toString());
+    m_lemmaLanguage->setToolTip(tr("The Hunspell dictionary that groups the word forms: "
+                                   "those installed (Debian's hunspell-* packages)."));
+    // The empty name follows the locale; the others are the dictionaries installed now.
+    m_lemmaLanguage->addItem(tr("The locale's (%1)").arg(lemmaLanguageOf(QString())), QString());
+    for (const QString& language : lemmaLanguages()) {
+        m_lemmaLanguage->addItem(language, language);
+    }
+    auto* label = new QLabel(tr("Dictionary:"), group);
+    label->setBuddy(m_lemmaLanguage);
+    layout->addRow(label, m_lemmaLanguage);
+
+    connect(m_lemmatize, &QCheckBox::toggled, this,
+            [this] { emit commandIssued(commandOf(*m_lemmatize)); });
+    connect(m_lemmaLanguage, &QComboBox::activated, this,
+            [this] { emit commandIssued(commandOf(*m_lemmaLanguage)); });
+}
+
+void PreferencesWindow::loadLemmatizeControls()
+{
+    const QSignalBlocker blocker(m_lemmatize);
+    m_lemmatize->setChecked(m_store.readBool(prefs::Lemmatize));
+    const QString language = m_store.readString(prefs::LemmaLanguage);
+    int index = m_lemmaLanguage->findData(language);
+    if (index < 0) {
+        // A dictionary named in the settings but not installed is still shown as chosen.
+        m_lemmaLanguage->addItem(tr("%1 (not installed)").arg(language), language);
+        index = m_lemmaLanguage->count() - 1;
+    }
+    m_lemmaLanguage->setCurrentIndex(index);
+    m_lemmaLanguage->setEnabled(m_lemmatize->isChecked());
 }
 
 PreferencesWindow::~PreferencesWindow() = default;
@@ -291,6 +341,7 @@ void PreferencesWindow::loadWordListOptions()
     m_ngramLength->setValue(ngramLengthOf(m_store.readInteger(prefs::NGramLength)));
     setPath(m_lemmaListPath, m_store.readString(prefs::LemmaListPath));
     fitPath(m_lemmaListPath);
+    loadLemmatizeControls();
 }
 
 void PreferencesWindow::applyWordListOption(CommandId command)
@@ -322,6 +373,11 @@ void PreferencesWindow::applyWordListOption(CommandId command)
         m_store.writeString(prefs::LemmaListPath, pathOf(m_lemmaListPath));
     } else if (command == commands::ChooseLemmaList) {
         choosePath(chooseLemmaListPrompt, m_lemmaListPath, prefs::LemmaListPath);
+    } else if (command == commands::Lemmatize) {
+        m_store.writeBool(prefs::Lemmatize, m_lemmatize->isChecked());
+        m_lemmaLanguage->setEnabled(m_lemmatize->isChecked());
+    } else if (command == commands::LemmaLanguage) {
+        m_store.writeString(prefs::LemmaLanguage, m_lemmaLanguage->currentData().toString());
     }
 }
 

@@ -42,6 +42,8 @@ inline constexpr char KeynessThreshold[] = "KEYT_0";
 inline constexpr char NGramLength[] = "NGRM_0";
 inline constexpr char LemmaListPath[] = "LEMP_0";
 inline constexpr char ChooseLemmaList[] = "LEMC_0";
+inline constexpr char Lemmatize[] = "LEMZ_0";
+inline constexpr char LemmaLanguage[] = "LEML_0";
 } // namespace preferencesControls
 
 /// The prompt of the open panel that chooses a stop list.
@@ -101,6 +103,10 @@ private:
     /// Adds the rows of what an entry is (words in a sequence, a lemma file) to the
     /// word-list group.
     void addEntryControls();
+    /// Adds the rows of grouping forms by a dictionary: a check box and the dictionaries
+    /// found.
+    void addLemmatizeControls();
+    void loadLemmatizeControls();
     /// Applies a word-list option's command; any other command does nothing here.
     void applyWordListOption(CommandId command);
     /// Asks the open panel for a file and stores it in field and under key.
@@ -121,6 +127,8 @@ private:
     QComboBox* m_listFormat;
     QSpinBox* m_ngramLength = nullptr;
     QLineEdit* m_lemmaListPath = nullptr;
+    QCheckBox* m_lemmatize = nullptr;
+    QComboBox* m_lemmaLanguage = nullptr;
 };
 
 } // namespace tallyvox

@@ -284,7 +284,7 @@ private slots:
         for (const char* key :
              {"FoldCase", "DictionaryOrder", "MinimumCount", "StopListPath", "CombineFiles",
               "ListFormat", "IncludeTotals", "IncludeRange", "IncludePerMillion", "ReferencePath",
-              "KeynessThreshold", "NGramLength", "LemmaListPath"}) {
+              "KeynessThreshold", "NGramLength", "LemmaListPath", "Lemmatize", "LemmaLanguage"}) {
             QVERIFY2(help.lines.join(u'\n').contains(QLatin1String(key)), key);
         }
         QCOMPARE(runTallyvox({u"--version"_s}, QDir::tempPath()).lines,

@@ -554,6 +554,44 @@ private slots:
         QCOMPARE(path->text(), u"/home/me/en.txt"_s);
     }
 
+    // The dictionary's controls: a name stored but not installed still shows as chosen, the
+    // chooser follows the check box, and the locale's entry stores no name.
+    void lemmatizeControlsLoadAndWrite()
+    {
+        testing::TestEnvironment env;
+        env.writeFile(u"config/Okaluna Software/Tallyvox.plist"_s,
+                      "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict>"
+                      "<key>Lemmatize</key><true/>"
+                      "<key>LemmaLanguage</key><string>xx_GONE</string></dict></plist>");
+        PreferenceStore store;
+        testing::RecordingDesktop desktop;
+        PreferencesWindow window(store, desktop);
+        QSignalSpy issued(&window, &PreferencesWindow::commandIssued);
+        window.loadFromStore();
+        auto* box = control<QCheckBox>(window, preferencesControls::Lemmatize);
+        auto* language = control<QComboBox>(window, preferencesControls::LemmaLanguage);
+        QVERIFY(box->isChecked());
+        QVERIFY(language->isEnabled());
+        QCOMPARE(language->currentData().toString(), u"xx_GONE"_s);
+        QVERIFY(language->findData(u"en_US"_s) > 0);
+        QCOMPARE(issued.size(), 0);
+        const auto handleIssued = [&] {
+            return window.handleCommand(issued.takeLast().first().value<CommandId>());
+        };
+
+        box->click();
+        QCOMPARE(handleIssued(), eventNotHandledErr);
+        QVERIFY(!store.readBool(prefs::Lemmatize));
+        QVERIFY(!language->isEnabled());
+        box->click();
+        QCOMPARE(handleIssued(), eventNotHandledErr);
+        language->setFocus();
+        QTest::keyClick(language, Qt::Key_Home);
+        QCOMPARE(handleIssued(), eventNotHandledErr);
+        QVERIFY(store.readBool(prefs::Lemmatize));
+        QCOMPARE(store.readString(prefs::LemmaLanguage), QString());
+    }
+
     void pathsAreChosenInTheOpenPanel_data()
     {
         QTest::addColumn<bool>("reference");
@@ -614,7 +652,8 @@ private slots:
               preferencesControls::IncludeRange, preferencesControls::IncludePerMillion,
               preferencesControls::ReferencePath, preferencesControls::ChooseReference,
               preferencesControls::KeynessThreshold, preferencesControls::NGramLength,
-              preferencesControls::LemmaListPath, preferencesControls::ChooseLemmaList}) {
+              preferencesControls::LemmaListPath, preferencesControls::ChooseLemmaList,
+              preferencesControls::Lemmatize, preferencesControls::LemmaLanguage}) {
             QWidget* widget = control<QWidget>(window, id);
             QVERIFY2(widget && !widget->toolTip().isEmpty(), id);
             QVERIFY2(commandOf(*widget).code != 0, id);
