@@ -4,6 +4,7 @@
 #include "words/WordTableShaping.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QLocale>
 #include <QSet>
@@ -15,6 +16,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace tallyvox {
 
@@ -60,6 +62,13 @@ QString withCapitalsOf(const QString& word, QStringView like)
     return word;
 }
 
+// Most words: folding leaves them as they are, and no copy is made.
+bool foldsToItself(QStringView word)
+{
+    return std::none_of(word.begin(), word.end(),
+                        [](QChar c) { return c.unicode() >= 0x80 || (c >= u'A' && c <= u'Z'); });
+}
+
 // The words a lemma list needs headwords of: each word of each entry, as compared.
 QSet<QString> distinctWords(const std::vector<const WordTable*>& tables, bool fold)
 {
@@ -78,8 +87,12 @@ QSet<QString> distinctWords(const std::vector<const WordTable*>& tables, bool fo
     return words;
 }
 
-// The headword of key among its stems, by the rule Lemmatizer::lemmasOf gives; empty for none.
-QString chooseStem(const QString& key, const QStringList& stems, const QSet<QString>& foldedText)
+// The headword of key among its stems, by the rule Lemmatizer::lemmasOf gives; empty for
+// none. roots are the folded roots key's suffixes come off, or nothing when any stem counts
+// that keeps key's first letter.
+template <typename InText>
+QString chooseStem(const QString& key, const QStringList& stems, const InText& inText,
+                   const QSet<QString>* roots)
 {
     const QString folded = foldCase(key);
     bool isItsOwnStem = false;
@@ -88,20 +101,20 @@ QString chooseStem(const QString& key, const QStringList& stems, const QSet<QStr
         const QString foldedStem = foldCase(stem);
         if (foldedStem == folded) {
             isItsOwnStem = true;
-        } else if (!foldedStem.isEmpty() && foldedStem.front() == folded.front()) {
+        } else if (roots ? roots->contains(foldedStem)
+                         : !foldedStem.isEmpty() && foldedStem.front() == folded.front()) {
             candidates.append(stem);
         }
     }
     if (isItsOwnStem) {
-        candidates.removeIf(
-            [&](const QString& stem) { return !foldedText.contains(foldCase(stem)); });
+        candidates.removeIf([&](const QString& stem) { return !inText(stem); });
     }
     if (candidates.isEmpty()) {
         return {};
     }
     std::sort(candidates.begin(), candidates.end(), [&](const QString& a, const QString& b) {
-        const bool aFound = foldedText.contains(foldCase(a));
-        const bool bFound = foldedText.contains(foldCase(b));
+        const bool aFound = inText(a);
+        const bool bFound = inText(b);
         if (aFound != bFound) {
             return aFound;
         }
@@ -160,9 +173,6 @@ std::shared_ptr<Lemmatizer> Lemmatizer::open(const QString& language)
             continue;
         }
         auto lemmatizer = std::make_shared<Lemmatizer>(affix, words);
-        if (!lemmatizer->usable()) {
-            return nullptr;
-        }
         loaded.emplace(language, lemmatizer);
         return lemmatizer;
     }
@@ -170,16 +180,109 @@ std::shared_ptr<Lemmatizer> Lemmatizer::open(const QString& language)
 }
 
 Lemmatizer::Lemmatizer(const QString& affix, const QString& words)
-    : m_hunspell(std::make_unique<Hunspell>(QFile::encodeName(affix).constData(),
-                                            QFile::encodeName(words).constData()))
+    // Loaded beside the indexer's run, which the list waits for anyway.
+    : m_loaded(std::async(std::launch::async, [this, affix, words] { load(affix, words); }))
+{}
+
+void Lemmatizer::load(const QString& affix, const QString& words)
 {
+    m_hunspell = std::make_unique<Hunspell>(QFile::encodeName(affix).constData(),
+                                            QFile::encodeName(words).constData());
     const QByteArray encoding = QByteArray::fromStdString(m_hunspell->get_dict_encoding());
     if (encoding.compare("UTF-8", Qt::CaseInsensitive) != 0) {
         m_encoding = encoding;
     }
+    if (usable()) {
+        readSuffixesAndRoots(affix, words);
+    } else {
+        m_hunspell.reset();
+    }
 }
 
-Lemmatizer::~Lemmatizer() = default;
+QString Lemmatizer::decoded(const QByteArray& bytes) const
+{
+    if (m_encoding.isEmpty()) {
+        return QString::fromUtf8(bytes);
+    }
+    QStringDecoder decoder(m_encoding.constData());
+    return decoder(bytes);
+}
+
+void Lemmatizer::readSuffixesAndRoots(const QString& affix, const QString& words)
+{
+    QFile affixFile(affix);
+    QFile wordsFile(words);
+    if (!affixFile.open(QIODevice::ReadOnly) || !wordsFile.open(QIODevice::ReadOnly)) {
+        return;
+    }
+    const QString rules = decoded(affixFile.readAll());
+    for (const QStringView line : QStringView(rules).split(QLatin1Char('\n'))) {
+        const QList<QStringView> fields = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        if (!fields.isEmpty() && fields[0] == u"IGNORE") {
+            return;
+        }
+        if (fields.size() < 4 || fields[0] != u"SFX") {
+            continue;
+        }
+        // "SFX flag Y count" opens a flag's rules; "SFX flag strip append condition" is one.
+        bool isCount = false;
+        static_cast<void>(fields[3].trimmed().toInt(&isCount));
+        if (fields.size() == 4 && (fields[2] == u"Y" || fields[2] == u"N") && isCount) {
+            continue;
+        }
+        QStringView append = fields[3].trimmed();
+        if (const qsizetype flags = append.indexOf(QLatin1Char('/')); flags >= 0) {
+            append.truncate(flags);
+            m_continued = true;
+        }
+        const auto text = [](QStringView field) {
+            return field == u"0" ? QString() : foldCase(field);
+        };
+        m_suffixes.push_back({text(fields[2].trimmed()), text(append)});
+    }
+    const QString roots = decoded(wordsFile.readAll());
+    bool first = true;
+    for (QStringView line : QStringView(roots).split(QLatin1Char('\n'))) {
+        if (std::exchange(first, false)) {
+            continue; // the number of words
+        }
+        // "word/flags", then morphological fields after white space.
+        const auto end = std::find_if(line.begin(), line.end(),
+                                      [](QChar c) { return c == u'/' || c == u'\t' || c == u' '; });
+        line.truncate(end - line.begin());
+        line = line.trimmed();
+        if (!line.isEmpty()) {
+            m_roots.insert(foldCase(line));
+        }
+    }
+    m_filtered = true;
+}
+
+QSet<QString> Lemmatizer::suffixRootsOf(QStringView folded) const
+{
+    QSet<QString> roots;
+    const auto strip = [&](QStringView word, int level, const auto& self) -> void {
+        for (const SuffixRule& rule : m_suffixes) {
+            if (word.size() <= rule.append.size() || !word.endsWith(rule.append)) {
+                continue;
+            }
+            const QString root = word.chopped(rule.append.size()).toString() + rule.strip;
+            if (m_roots.contains(root)) {
+                roots.insert(root);
+            }
+            if (level == 0 && m_continued) {
+                self(root, 1, self);
+            }
+        }
+    };
+    strip(folded, 0, strip);
+    return roots;
+}
+
+Lemmatizer::~Lemmatizer()
+{
+    std::shared_future<void>(m_loaded).wait(); // a copy a thread, as shared_future asks
+}
 
 bool Lemmatizer::usable() const
 {
@@ -218,21 +321,80 @@ const QStringList& Lemmatizer::stemsOf(const QString& word)
 
 LemmaList Lemmatizer::lemmasOf(const std::vector<const WordTable*>& tables, bool fold)
 {
-    const QSet<QString> words = distinctWords(tables, fold);
-    QSet<QString> foldedText;
-    if (!fold) {
-        foldedText.reserve(words.size());
+    std::shared_future<void>(m_loaded).wait(); // a copy a thread, as shared_future asks
+    if (!m_hunspell) {
+        return {}; // an encoding Qt cannot convert
+    }
+    // A table of single words as they are holds each word once already: its words are
+    // looked at where they are. Folded words and the words of n-grams are gathered first.
+    const auto holdsPhrases = [](const WordTable* table) {
+        for (qsizetype i = 0; table && i < table->size(); ++i) {
+            if (table->word(i).contains(u' ')) {
+                return true;
+            }
+        }
+        return false;
+    };
+    const bool inPlace = !fold && std::none_of(tables.begin(), tables.end(), holdsPhrases);
+    const QSet<QString> words = inPlace ? QSet<QString>() : distinctWords(tables, fold);
+    const auto has = [&](const QString& word) {
+        if (!inPlace) {
+            return words.contains(word);
+        }
+        return std::any_of(tables.begin(), tables.end(),
+                           [&](const WordTable* table) { return table && table->contains(word); });
+    };
+    // A stem is in the text when a word of it is, in any of the cases a word is written in
+    // (go, Go, GO); folded, as the words then are.
+    const auto inText = [&](const QString& stem) {
+        if (fold) {
+            return has(foldCase(stem));
+        }
+        return has(stem) || has(withCapitalsOf(stem, u"Aa")) || has(withCapitalsOf(stem, u"AA"));
+    };
+
+    // Most distinct words of a long text are no suffixed form of a root (names, numbers,
+    // words of other languages), and Hunspell is slowest on exactly those.
+    QHash<QString, QSet<QString>> asked;
+    const auto consider = [&](QStringView word) {
+        if (!m_filtered) {
+            asked.insert(word.toString(), {});
+            return;
+        }
+        QString copy;
+        QStringView folded = word;
+        if (!fold && !foldsToItself(word)) {
+            copy = foldCase(word);
+            folded = copy;
+        }
+        if (folded.contains(QChar(0x2019))) {
+            copy = folded.toString().replace(QChar(0x2019), QLatin1Char('\''));
+            folded = copy;
+        }
+        if (QSet<QString> roots = suffixRootsOf(folded); !roots.isEmpty()) {
+            asked.insert(word.toString(), std::move(roots));
+        }
+    };
+    if (inPlace) {
+        for (const WordTable* table : tables) {
+            for (qsizetype i = 0; table && i < table->size(); ++i) {
+                consider(table->word(i));
+            }
+        }
+    } else {
         for (const QString& word : words) {
-            foldedText.insert(foldCase(word));
+            consider(word);
         }
     }
-    const QSet<QString>& textFolded = fold ? words : foldedText;
 
     LemmaList lemmas;
     {
         const std::lock_guard lock(m_mutex);
-        for (const QString& word : words) {
-            const QString stem = chooseStem(word, stemsOf(word), textFolded);
+        for (auto it = asked.cbegin(); it != asked.cend(); ++it) {
+            const QString& word = it.key();
+            const QSet<QString>& roots = it.value();
+            const QString stem =
+                chooseStem(word, stemsOf(word), inText, m_filtered ? &roots : nullptr);
             if (!stem.isEmpty()) {
                 lemmas.headwordOf.insert(word, fold ? stem : withCapitalsOf(stem, word));
             }
@@ -252,7 +414,7 @@ LemmaList Lemmatizer::lemmasOf(const std::vector<const WordTable*>& tables, bool
     // Each headword the text holds is a form of itself, as a lemma file's line makes it.
     QStringList headwords;
     for (const QString& headword : std::as_const(lemmas.headwordOf)) {
-        if (words.contains(headword) && !lemmas.headwordOf.contains(headword)) {
+        if (!lemmas.headwordOf.contains(headword) && has(headword)) {
             headwords.append(headword);
         }
     }
