@@ -48,6 +48,7 @@ ROWS = [
     ("list-trigrams", "english", "ngram3", 1, 4.0),
     # Against the same list without the lemma file, not against wc -w.
     ("list-lemmas", "english", "lemmas", 1, 1.3),
+    ("list-hunspell", "english", "hunspell", 1, 1.3),
     ("list-distinct", "distinct", "file", 1, 15.0),
     ("indexer-shuffled", "shuffled", "indexer", None, 8.0),
     ("list-shuffled", "shuffled", "file", 1, 12.0),
@@ -85,7 +86,8 @@ DESCRIPTIONS = {
 STEPS = {"indexer": "indexer", "file": "file to list", "stdin": "`--stdin` to list",
          "options": "file to list, every word-list option on",
          "ngram2": "file to bigram list", "ngram3": "file to trigram list",
-         "lemmas": "file to list with lemma groups (against the list without)"}
+         "lemmas": "file to list with lemma groups (against the list without)",
+         "hunspell": "file to list grouped by en_US stems (against the list without)"}
 ORDERS = {None: "", 1: ", alphabetical", 2: ", by frequency"}
 
 
@@ -176,7 +178,8 @@ class Sandbox:
         for folder in (self.tmp, self.indexer_tmp):
             folder.chmod(0o700)
 
-    def settings(self, sort_by, options=False, combine=False, ngram=1, lemmas=None):
+    def settings(self, sort_by, options=False, combine=False, ngram=1, lemmas=None,
+                 hunspell=False):
         # A property list with the one setting that differs between the rows, or with every
         # word-list option on: folding, dictionary order, a minimum, a stop list, one list
         # for the files, CSV and totals.
@@ -195,6 +198,9 @@ class Sandbox:
             extra = f"<key>NGramLength</key><integer>{ngram}</integer>"
         elif lemmas:
             extra = f"<key>LemmaListPath</key><string>{lemmas}</string>"
+        elif hunspell:
+            extra = ("<key>Lemmatize</key><true/>"
+                     "<key>LemmaLanguage</key><string>en_US</string>")
         (self.config / "Okaluna Software" / "Tallyvox.plist").write_text(
             '<?xml version="1.0" encoding="UTF-8"?>\n<plist version="1.0"><dict>'
             f"<key>SortBy</key><integer>{sort_by}</integer>{extra}</dict></plist>\n")
@@ -558,6 +564,19 @@ def main():
                     shutil.copy(sandbox.config / "Okaluna Software" / "Tallyvox.plist",
                                 plain / "Okaluna Software" / "Tallyvox.plist")
                     sandbox.settings(sort_by, lemmas=sandbox.root / "lemmas.txt")
+                    peer = ["env"] + [f"{k}={v}" for k, v in env.items()
+                                      if k != "XDG_CONFIG_HOME"]
+                    peer += [f"XDG_CONFIG_HOME={plain}", str(app), "--console", str(file)]
+                    measured, check = written_list(
+                        sandbox, file, [str(app), "--console", str(file)], env, input_runs, peer)
+                elif step == "hunspell":
+                    # The peer is the same list without grouping, as for the lemma file.
+                    plain = sandbox.root / "plain-config"
+                    (plain / "Okaluna Software").mkdir(parents=True, exist_ok=True)
+                    sandbox.settings(sort_by)
+                    shutil.copy(sandbox.config / "Okaluna Software" / "Tallyvox.plist",
+                                plain / "Okaluna Software" / "Tallyvox.plist")
+                    sandbox.settings(sort_by, hunspell=True)
                     peer = ["env"] + [f"{k}={v}" for k, v in env.items()
                                       if k != "XDG_CONFIG_HOME"]
                     peer += [f"XDG_CONFIG_HOME={plain}", str(app), "--console", str(file)]
