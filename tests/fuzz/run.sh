@@ -9,7 +9,7 @@ seconds=${1:?usage: run.sh SECONDS [BUILD_DIR]}
 here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../.." && pwd)
 out=${2:-$root/fuzz-build}
-targets=${FUZZ_TARGETS:-rtf html xml container worddoc numberformat words base64 wordtable settings wordlist lemmalist}
+targets=${FUZZ_TARGETS:-rtf html xml container worddoc numberformat words base64 wordtable settings wordlist lemmalist dictionary}
 
 # -O1 keeps the instrumented code quick without hiding bugs behind inlining.
 cmake -S "$root" -B "$out" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG="-g -O1" \
