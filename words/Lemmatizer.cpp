@@ -87,6 +87,67 @@ QSet<QString> distinctWords(const std::vector<const WordTable*>& tables, bool fo
     return words;
 }
 
+// Does a table hold n-grams?
+bool holdsPhrases(const WordTable* table)
+{
+    for (qsizetype i = 0; table && i < table->size(); ++i) {
+        if (table->word(i).contains(u' ')) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+// The distinct words of a list's tables, as compared. A table of single words as they are
+// holds each word once already: its words are looked at where they are. Folded words and
+// the words of n-grams are gathered into a set first.
+class TextWords {
+public:
+    TextWords(const std::vector<const WordTable*>& tables, bool fold)
+        : m_tables(tables),
+          m_inPlace(!fold && std::none_of(tables.begin(), tables.end(), holdsPhrases))
+    {
+        if (!m_inPlace) {
+            m_words = distinctWords(tables, fold);
+        }
+    }
+
+    bool has(const QString& word) const
+    {
+        if (!m_inPlace) {
+            return m_words.contains(word);
+        }
+        return std::any_of(m_tables.begin(), m_tables.end(),
+                           [&](const WordTable* table) { return table && table->contains(word); });
+    }
+
+    /// Calls visit with each word (in place, once a table it is in).
+    template <typename Visit>
+    void forEach(const Visit& visit) const
+    {
+        if (!m_inPlace) {
+            for (const QString& word : m_words) {
+                visit(QStringView(word));
+            }
+            return;
+        }
+        for (const WordTable* table : m_tables) {
+            for (qsizetype i = 0; table && i < table->size(); ++i) {
+                visit(table->word(i));
+            }
+        }
+    }
+
+private:
+    const std::vector<const WordTable*>& m_tables;
+    bool m_inPlace;
+    QSet<QString> m_words;
+};
+
+namespace {
+
 // The headword of key among its stems, by the rule Lemmatizer::lemmasOf gives; empty for
 // none. roots are the folded roots key's suffixes come off, or nothing when any stem counts
 // that keeps key's first letter.
@@ -124,6 +185,31 @@ QString chooseStem(const QString& key, const QStringList& stems, const InText& i
         return a < b;
     });
     return candidates.front();
+}
+
+// A headword that is itself a form of another (found under found, found under find) gives
+// its forms to that one, so that no form is counted under a form; and each headword the text
+// holds is a form of itself, as a lemma file's line makes it.
+void settleHeadwords(LemmaList& lemmas, const TextWords& words)
+{
+    for (auto it = lemmas.headwordOf.begin(); it != lemmas.headwordOf.end(); ++it) {
+        for (int step = 0; step < 4; ++step) {
+            const auto next = lemmas.headwordOf.constFind(*it);
+            if (next == lemmas.headwordOf.cend() || *next == *it) {
+                break;
+            }
+            *it = *next;
+        }
+    }
+    QStringList headwords;
+    for (const QString& headword : std::as_const(lemmas.headwordOf)) {
+        if (!lemmas.headwordOf.contains(headword) && words.has(headword)) {
+            headwords.append(headword);
+        }
+    }
+    for (const QString& headword : std::as_const(headwords)) {
+        lemmas.headwordOf.insert(headword, headword);
+    }
 }
 
 } // namespace
@@ -325,38 +411,40 @@ LemmaList Lemmatizer::lemmasOf(const std::vector<const WordTable*>& tables, bool
     if (!m_hunspell) {
         return {}; // an encoding Qt cannot convert
     }
-    // A table of single words as they are holds each word once already: its words are
-    // looked at where they are. Folded words and the words of n-grams are gathered first.
-    const auto holdsPhrases = [](const WordTable* table) {
-        for (qsizetype i = 0; table && i < table->size(); ++i) {
-            if (table->word(i).contains(u' ')) {
-                return true;
-            }
-        }
-        return false;
-    };
-    const bool inPlace = !fold && std::none_of(tables.begin(), tables.end(), holdsPhrases);
-    const QSet<QString> words = inPlace ? QSet<QString>() : distinctWords(tables, fold);
-    const auto has = [&](const QString& word) {
-        if (!inPlace) {
-            return words.contains(word);
-        }
-        return std::any_of(tables.begin(), tables.end(),
-                           [&](const WordTable* table) { return table && table->contains(word); });
-    };
+    const TextWords words(tables, fold);
     // A stem is in the text when a word of it is, in any of the cases a word is written in
     // (go, Go, GO); folded, as the words then are.
     const auto inText = [&](const QString& stem) {
         if (fold) {
-            return has(foldCase(stem));
+            return words.has(foldCase(stem));
         }
-        return has(stem) || has(withCapitalsOf(stem, u"Aa")) || has(withCapitalsOf(stem, u"AA"));
+        return words.has(stem) || words.has(withCapitalsOf(stem, u"Aa")) ||
+               words.has(withCapitalsOf(stem, u"AA"));
     };
+    const QHash<QString, QSet<QString>> asked = askedWords(words, fold);
 
+    LemmaList lemmas;
+    {
+        const std::lock_guard lock(m_mutex);
+        for (auto it = asked.cbegin(); it != asked.cend(); ++it) {
+            const QString& word = it.key();
+            const QString stem =
+                chooseStem(word, stemsOf(word), inText, m_filtered ? &it.value() : nullptr);
+            if (!stem.isEmpty()) {
+                lemmas.headwordOf.insert(word, fold ? stem : withCapitalsOf(stem, word));
+            }
+        }
+    }
+    settleHeadwords(lemmas, words);
+    return lemmas;
+}
+
+QHash<QString, QSet<QString>> Lemmatizer::askedWords(const TextWords& words, bool fold) const
+{
     // Most distinct words of a long text are no suffixed form of a root (names, numbers,
     // words of other languages), and Hunspell is slowest on exactly those.
     QHash<QString, QSet<QString>> asked;
-    const auto consider = [&](QStringView word) {
+    words.forEach([&](QStringView word) {
         if (!m_filtered) {
             asked.insert(word.toString(), {});
             return;
@@ -371,57 +459,11 @@ LemmaList Lemmatizer::lemmasOf(const std::vector<const WordTable*>& tables, bool
             copy = folded.toString().replace(QChar(0x2019), QLatin1Char('\''));
             folded = copy;
         }
-        if (QSet<QString> roots = suffixRootsOf(folded); !roots.isEmpty()) {
-            asked.insert(word.toString(), std::move(roots));
+        if (const QSet<QString> roots = suffixRootsOf(folded); !roots.isEmpty()) {
+            asked.insert(word.toString(), roots);
         }
-    };
-    if (inPlace) {
-        for (const WordTable* table : tables) {
-            for (qsizetype i = 0; table && i < table->size(); ++i) {
-                consider(table->word(i));
-            }
-        }
-    } else {
-        for (const QString& word : words) {
-            consider(word);
-        }
-    }
-
-    LemmaList lemmas;
-    {
-        const std::lock_guard lock(m_mutex);
-        for (auto it = asked.cbegin(); it != asked.cend(); ++it) {
-            const QString& word = it.key();
-            const QSet<QString>& roots = it.value();
-            const QString stem =
-                chooseStem(word, stemsOf(word), inText, m_filtered ? &roots : nullptr);
-            if (!stem.isEmpty()) {
-                lemmas.headwordOf.insert(word, fold ? stem : withCapitalsOf(stem, word));
-            }
-        }
-    }
-    // A headword that is itself a form of another (found under found, found under find)
-    // gives its forms to that one, so that no form is counted under a form.
-    for (auto it = lemmas.headwordOf.begin(); it != lemmas.headwordOf.end(); ++it) {
-        for (int step = 0; step < 4; ++step) {
-            const auto next = lemmas.headwordOf.constFind(*it);
-            if (next == lemmas.headwordOf.cend() || *next == *it) {
-                break;
-            }
-            *it = *next;
-        }
-    }
-    // Each headword the text holds is a form of itself, as a lemma file's line makes it.
-    QStringList headwords;
-    for (const QString& headword : std::as_const(lemmas.headwordOf)) {
-        if (!lemmas.headwordOf.contains(headword) && has(headword)) {
-            headwords.append(headword);
-        }
-    }
-    for (const QString& headword : std::as_const(headwords)) {
-        lemmas.headwordOf.insert(headword, headword);
-    }
-    return lemmas;
+    });
+    return asked;
 }
 
 } // namespace tallyvox

@@ -16,6 +16,7 @@ class Hunspell;
 
 namespace tallyvox {
 
+class TextWords;
 class WordTable;
 
 /// The Hunspell dictionaries installed where Debian's hunspell-* packages put them (the
@@ -70,6 +71,8 @@ private:
     /// rules' conditions aside). Hunspell is asked only about a word with such a root,
     /// as it is slow with the many words it does not know.
     QSet<QString> suffixRootsOf(QStringView folded) const;
+    /// The words of words to ask Hunspell about, with their suffix roots.
+    QHash<QString, QSet<QString>> askedWords(const TextWords& words, bool fold) const;
     /// The stems Hunspell gives word, decoded. m_mutex is held.
     const QStringList& stemsOf(const QString& word);
 
