@@ -222,6 +222,8 @@ private:
     };
     static void sortSlots(Slot* slots, std::size_t n, std::size_t depth);
     static unsigned orderByte(const Slot& slot, std::size_t depth);
+    /// Copies the 8 bytes at depth (a multiple of 8) of each key kept elsewhere into its slot.
+    static void cacheBytes(Slot* slots, std::size_t n, std::size_t depth);
     static ByteRange countBytes(const Slot* slots, std::size_t n, std::size_t depth,
                                 std::size_t count[256]);
     static void distribute(Slot* slots, std::size_t depth, ByteRange range,
