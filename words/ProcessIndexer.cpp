@@ -361,7 +361,7 @@ private:
         }
         QByteArray& pending = m_server->pending;
         pending.append(m_server->process.readAll());
-        static constexpr QByteArrayView marker(servedFileMarker, sizeof servedFileMarker - 1);
+        const QByteArrayView marker(servedFileMarker, sizeof servedFileMarker - 1);
         qsizetype start = 0;
         for (qsizetype end = pending.indexOf('\n'); end >= 0 && !m_reading && !isFinished();
              end = pending.indexOf('\n', start)) {
