@@ -1,6 +1,6 @@
 #include "shell/AboutWindow.h"
 
-#include "shell/ApplicationCommands.h"
+#include "shell/UserGuide.h"
 #include "support/Desktop.h"
 
 #include <QDialogButtonBox>

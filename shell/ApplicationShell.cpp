@@ -1,8 +1,8 @@
 #include "shell/ApplicationShell.h"
 
 #include "prefs/PreferenceStore.h"
-#include "shell/CommandBinding.h"
 #include "shell/PreferencesWindow.h"
+#include "shell/UserGuide.h"
 #include "shell/WindowBounds.h"
 #include "support/Desktop.h"
 #include "support/IndexerStop.h"
@@ -10,6 +10,8 @@
 #include <QAction>
 #include <QMenu>
 #include <QPropertyAnimation>
+
+#include <algorithm>
 
 namespace tallyvox {
 
@@ -20,20 +22,9 @@ constexpr int fadeMilliseconds = 300;
 
 ApplicationShell::ApplicationShell(PreferenceStore& preferences, const WordContext& words)
     : m_desktop(words.desktop), m_preferences(preferences), m_window(words.desktop),
-      m_batch(m_window, words, m_jobs),
-      m_applicationCommands(words.desktop, m_batch,
-                            {[this] { ShowPreferencesWindow(); }, [this] { endEventLoop(); },
-                             [stop = words.stop] {
-                                 if (stop) {
-                                     stop->stop();
-                                 }
-                             },
-                             [this] { m_window.showAboutWindow(); }}),
-      m_helpMenuCommands(words.desktop)
+      m_batch(m_window, words, m_jobs), m_indexerStop(words.stop)
 {
     connect(&m_window, &MainWindow::documentsDropped, this, &ApplicationShell::openDocuments);
-    connect(&m_window, &MainWindow::errorWindowCommand, this,
-            [this](CommandId command) { issueCommand(command, Origin::MainWindow); });
     connect(&m_window, &MainWindow::closeRequested, this,
             [this] { issueCommand(commands::Quit, Origin::MainWindow); });
     connect(&m_batch, &BatchRunner::farewellDue, this, &ApplicationShell::QuitWithFarewell);
@@ -57,15 +48,72 @@ Status ApplicationShell::start(const QRect& screen)
         m_window.setGeometry(*bounds);
     }
 
-    QMenu* help = m_window.helpMenu();
-    bindCommands(&m_window, this, [this, help](QObject* control, CommandId command) {
-        auto* action = qobject_cast<QAction*>(control);
-        const bool fromHelp = action && help && help->actions().contains(action);
-        issueCommand(command, fromHelp ? Origin::HelpMenu : Origin::MainWindow);
-    });
     m_window.show();
     addStoreAndWebsiteItems();
+    m_commands = commandTable();
+    for (const Command& command : m_commands) {
+        if (command.action) {
+            connect(command.action, &QAction::triggered, this,
+                    [this, code = command.code, origin = command.origin] {
+                        issueCommand(code, origin);
+                    });
+        }
+    }
     return noErr;
+}
+
+std::vector<ApplicationShell::Command> ApplicationShell::commandTable()
+{
+    const MainWindowActions& window = m_window.actions();
+    const auto done = [](auto action) {
+        return [action] {
+            action();
+            return noErr;
+        };
+    };
+    return {
+        {commands::Help, window.help, Origin::MainWindow,
+         done([this] { m_desktop.openUrl(userGuideUrl()); })},
+        {commands::About, window.about, Origin::MainWindow,
+         done([this] { m_window.showAboutWindow(); })},
+        {commands::Stop, window.stop, Origin::MainWindow,
+         done([this] { m_batch.requestCancel(); })},
+        {commands::Ok, window.errorOk, Origin::MainWindow, done([this] { endEventLoop(); })},
+        {commands::Open, window.open, Origin::MainWindow, done([this] { openChosenFiles(); })},
+        {commands::Preferences, window.preferences, Origin::MainWindow,
+         done([this] { ShowPreferencesWindow(); })},
+        // The flag, and the indexer ended at once rather than awaited; the standard
+        // handling in issueCommand does the quitting.
+        {commands::Quit, window.quit, Origin::MainWindow,
+         [this] {
+             m_batch.requestQuit();
+             if (m_indexerStop) {
+                 m_indexerStop->stop();
+             }
+             return eventNotHandledErr;
+         }},
+        {commands::Store, m_storeAction, Origin::HelpMenu, done([this] { openStorePage(); })},
+        {commands::Website, m_websiteAction, Origin::HelpMenu, done([this] {
+             m_desktop.openUrl(userGuideUrl(QString::fromLatin1(webAddresses::projectSection)));
+         })},
+    };
+}
+
+void ApplicationShell::openChosenFiles()
+{
+    // The files run from the timer, after the command has returned.
+    const QStringList files = m_desktop.chooseFilesToOpen(QString::fromUtf16(openPanelPrompt));
+    if (!files.isEmpty()) {
+        m_batch.queueDocuments(files);
+    }
+}
+
+void ApplicationShell::openStorePage()
+{
+    // Where no software centre takes the address, the product's own page.
+    if (!m_desktop.openUrl(QUrl(QString::fromLatin1(webAddresses::store)))) {
+        m_desktop.openUrl(userGuideUrl(QString::fromLatin1(webAddresses::projectSection)));
+    }
 }
 
 void ApplicationShell::addStoreAndWebsiteItems()
@@ -76,16 +124,11 @@ void ApplicationShell::addStoreAndWebsiteItems()
     }
     // Both go in at the same place, so the store item ends up above the website item.
     auto* website = new QAction(QStringLiteral("View in Okaluna Website..."), help);
-    website->setProperty("commandId", commands::Website.toString());
     help->addAction(website);
     auto* store = new QAction(QStringLiteral("View in Software Centre..."), help);
-    store->setProperty("commandId", commands::Store.toString());
     help->insertAction(website, store);
-    for (QAction* action : {store, website}) {
-        const CommandId command = commandOf(*action);
-        connect(action, &QAction::triggered, this,
-                [this, command] { issueCommand(command, Origin::HelpMenu); });
-    }
+    m_websiteAction = website;
+    m_storeAction = store;
 }
 
 void ApplicationShell::shutdown()
@@ -106,14 +149,21 @@ void ApplicationShell::activate()
 
 Status ApplicationShell::issueCommand(CommandId command, Origin origin)
 {
-    CommandHandler* first = nullptr;
-    if (origin == Origin::HelpMenu) {
-        first = &m_helpMenuCommands;
-    } else if (origin == Origin::PreferencesWindow) {
-        first = m_preferencesWindow.data();
+    Status result = eventNotHandledErr;
+    // The preferences window sees its commands first; the application acts on what it
+    // passes on.
+    if (origin == Origin::PreferencesWindow && m_preferencesWindow) {
+        result = m_preferencesWindow->handleCommand(command);
     }
-    const Status result = dispatchCommand(command, {first, &m_applicationCommands});
-    // The standard handling at the end of every chain: a Quit nobody took quits.
+    if (result == eventNotHandledErr) {
+        const auto row = std::ranges::find(m_commands, command, &Command::code);
+        // The store and website items are the Help menu's own.
+        if (row != m_commands.end() &&
+            (row->origin != Origin::HelpMenu || origin == Origin::HelpMenu)) {
+            result = row->run();
+        }
+    }
+    // The standard handling after everyone else: a Quit nobody took quits.
     if (result == eventNotHandledErr && command == commands::Quit) {
         endEventLoop();
         return noErr;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "shell/ApplicationCommands.h"
 #include "shell/BatchRunner.h"
+#include "shell/Command.h"
 #include "shell/JobQueue.h"
 #include "shell/MainWindow.h"
 #include "shell/PreferencesWindow.h"
@@ -9,13 +9,20 @@
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
+#include <vector>
+
+class QAction;
+
 namespace tallyvox {
 
 class IndexerStop;
 class PreferenceStore;
 
-/// The windowed application: the main window, the batch run, the command chains and
-/// the preferences window, from start-up to the saving of the window bounds.
+inline constexpr char16_t openPanelPrompt[] = u"Select one or more files to extract words from.";
+
+/// The windowed application: the main window, the batch run, the commands and the
+/// preferences window, from start-up to the saving of the window bounds.
 class ApplicationShell : public QObject {
     Q_OBJECT
 public:
@@ -35,8 +42,11 @@ public:
     /// Brings the application forward, as a launch without files does.
     void activate();
 
-    /// Offers a command to the chain of the place it came from.
+    /// Where a command comes from: the preferences window sees its own commands first,
+    /// and the Help menu's store and website items are handled from that menu only.
     enum class Origin { MainWindow, HelpMenu, PreferencesWindow };
+    /// Carries out a command: noErr when it was handled, eventNotHandledErr when nothing
+    /// took it.
     Status issueCommand(CommandId command, Origin origin);
 
     /// Sets the status text (target 1) or the progress text (target 2).
@@ -56,17 +66,32 @@ signals:
     void eventLoopEndRequested();
 
 private:
+    /// A command the application carries out: its code, the action of the menu item or
+    /// button that issues it, and what it does (eventNotHandledErr passes it on).
+    struct Command {
+        CommandId code;
+        QAction* action = nullptr;
+        Origin origin = Origin::MainWindow;
+        std::function<Status()> run;
+    };
+    /// Every command of the application, in one place: a new menu item is one row here.
+    std::vector<Command> commandTable();
+
     void ShowPreferencesWindow();
     void endEventLoop();
     void addStoreAndWebsiteItems();
+    void openChosenFiles();
+    void openStorePage();
 
     Desktop& m_desktop;
     PreferenceStore& m_preferences;
     MainWindow m_window;
     JobQueue m_jobs;
     BatchRunner m_batch;
-    ApplicationCommands m_applicationCommands;
-    HelpMenuCommands m_helpMenuCommands;
+    IndexerStop* m_indexerStop;
+    QAction* m_storeAction = nullptr;
+    QAction* m_websiteAction = nullptr;
+    std::vector<Command> m_commands;
     QPointer<PreferencesWindow> m_preferencesWindow;
     bool m_endWhenIdle = false;
 };

@@ -1,16 +1,12 @@
 #pragma once
 
-#include "support/Status.h"
-
-#include <QObject>
 #include <QString>
-#include <QVariant>
 
 #include <string_view>
 
 namespace tallyvox {
 
-/// A command's four-character code, as carried by menu items and buttons.
+/// A command's four-character code: what a menu item, a button or a control issues.
 struct CommandId {
     quint32 code = 0;
 
@@ -22,16 +18,6 @@ struct CommandId {
             value = (value << 8) | static_cast<unsigned char>(c);
         }
         return CommandId{chars.size() == 4 ? value : 0};
-    }
-
-    /// From a control's text property; anything but four Latin-1 characters gives 0.
-    static CommandId fromString(const QString& text)
-    {
-        if (text.size() != 4) {
-            return {};
-        }
-        const QByteArray latin1 = text.toLatin1();
-        return fromChars(std::string_view(latin1.constData(), 4));
     }
 
     QString toString() const
@@ -83,23 +69,5 @@ inline constexpr CommandId ChooseLemmaList = CommandId::fromChars("LEMC");
 inline constexpr CommandId Lemmatize = CommandId::fromChars("LEMZ");
 inline constexpr CommandId LemmaLanguage = CommandId::fromChars("LEML");
 } // namespace commands
-
-/// The command a control carries in its "commandId" property (set in the .ui files).
-inline CommandId commandOf(const QObject& control)
-{
-    return CommandId::fromString(control.property("commandId").toString());
-}
-
-/// One link of the command chain: noErr when it took the command, eventNotHandledErr
-/// to let the next handler see it (also after acting on it, where that is wanted).
-class CommandHandler {
-public:
-    CommandHandler() = default;
-    virtual ~CommandHandler() = default;
-    CommandHandler(const CommandHandler&) = delete;
-    CommandHandler& operator=(const CommandHandler&) = delete;
-
-    virtual Status handleCommand(CommandId command) = 0;
-};
 
 } // namespace tallyvox

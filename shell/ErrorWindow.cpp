@@ -1,8 +1,8 @@
 #include "shell/ErrorWindow.h"
 
-#include "shell/CommandBinding.h"
 #include "ui_ErrorWindow.h"
 
+#include <QAction>
 #include <QLabel>
 
 namespace tallyvox {
@@ -11,13 +11,14 @@ namespace {
 constexpr char messageControl[] = "CNTL_1";
 }
 
-ErrorWindow::ErrorWindow(const QString& text, QWidget* parent) : QWidget(parent, Qt::Window)
+ErrorWindow::ErrorWindow(const QString& text, QAction* ok, QWidget* parent)
+    : QWidget(parent, Qt::Window)
 {
     Ui::ErrorWindow ui;
     ui.setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
     findChild<QLabel*>(QLatin1String(messageControl))->setText(text);
-    bindCommands(this, this, [this](QObject*, CommandId command) { emit commandIssued(command); });
+    connect(ui.okButton, &QPushButton::clicked, ok, &QAction::trigger);
 }
 
 QString ErrorWindow::text() const

@@ -1,22 +1,19 @@
 #pragma once
 
-#include "shell/Command.h"
-
 #include <QWidget>
+
+class QAction;
 
 namespace tallyvox {
 
-/// The window reporting a failed batch run. It has no handler of its own: its OK
-/// button's 'ok  ' goes to the application, which quits.
+/// The window reporting a failed batch run. It has no handler of its own: its OK button
+/// triggers the action it is given, the application's 'ok  ', which quits.
 class ErrorWindow : public QWidget {
     Q_OBJECT
 public:
-    explicit ErrorWindow(const QString& text, QWidget* parent = nullptr);
+    ErrorWindow(const QString& text, QAction* ok, QWidget* parent = nullptr);
 
     QString text() const;
-
-signals:
-    void commandIssued(tallyvox::CommandId command);
 };
 
 } // namespace tallyvox

@@ -1,12 +1,12 @@
 #include "shell/MainWindow.h"
 
 #include "shell/AboutWindow.h"
-#include "shell/CommandBinding.h"
 #include "shell/DropTarget.h"
 #include "shell/ErrorWindow.h"
 #include "support/Desktop.h"
 #include "ui_MainWindow.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDragEnterEvent>
@@ -91,6 +91,14 @@ MainWindow::MainWindow(Desktop& desktop, QWidget* parent) : QMainWindow(parent),
     m_progressText = findChild<QLabel*>(QLatin1String(mainControls::ProgressText));
     m_stopButton = findChild<QPushButton*>(QLatin1String(mainControls::StopButton));
     m_highlight = new DropHighlight(this);
+    m_actions = {.open = ui.openAction,
+                 .preferences = ui.preferencesAction,
+                 .quit = ui.quitAction,
+                 .help = ui.helpAction,
+                 .about = ui.aboutAction,
+                 .stop = new QAction(this),
+                 .errorOk = new QAction(this)};
+    connect(m_stopButton, &QPushButton::clicked, m_actions.stop, &QAction::trigger);
     // A long name never widens the window: the lines take the width they are given.
     for (QLabel* line : {m_statusText, m_progressText}) {
         line->setSizePolicy(QSizePolicy::Ignored, line->sizePolicy().verticalPolicy());
@@ -166,8 +174,7 @@ void MainWindow::setProgressVisible(bool visible)
 
 void MainWindow::showErrorWindow(const QString& text)
 {
-    m_errorWindow = new ErrorWindow(text);
-    connect(m_errorWindow, &ErrorWindow::commandIssued, this, &MainWindow::errorWindowCommand);
+    m_errorWindow = new ErrorWindow(text, m_actions.errorOk);
     m_errorWindow->show();
 }
 

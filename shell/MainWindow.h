@@ -1,13 +1,13 @@
 #pragma once
 
 #include "shell/BatchView.h"
-#include "shell/Command.h"
 #include "shell/ErrorWindow.h"
 
 #include <QDialog>
 #include <QMainWindow>
 #include <QPointer>
 
+class QAction;
 class QLabel;
 class QMenu;
 class QProgressBar;
@@ -28,6 +28,20 @@ inline constexpr char StopButton[] = "CNTL_7";
 inline constexpr char HelpMenu[] = "helpMenu";
 } // namespace mainControls
 
+/// What the window's menu items and buttons trigger; the application connects each to
+/// its command.
+struct MainWindowActions {
+    QAction* open = nullptr;
+    QAction* preferences = nullptr;
+    QAction* quit = nullptr;
+    QAction* help = nullptr;
+    QAction* about = nullptr;
+    /// The stop button's.
+    QAction* stop = nullptr;
+    /// The OK button's of every error window.
+    QAction* errorOk = nullptr;
+};
+
 /// The single main window: status lines, progress, the stop button, and the whole
 /// window as a drop target for files.
 class MainWindow : public QMainWindow, public BatchView {
@@ -38,6 +52,7 @@ public:
     ~MainWindow() override;
 
     QMenu* helpMenu() const;
+    const MainWindowActions& actions() const { return m_actions; }
     /// The error window last shown, while it is open.
     ErrorWindow* errorWindow() const { return m_errorWindow; }
     /// Opens the About window, or brings it forward.
@@ -56,8 +71,6 @@ public:
 signals:
     /// Dropped files, one entry per dragged item, delivered after the drop returned.
     void documentsDropped(const QStringList& paths);
-    /// A command from the error window, which has no handler of its own.
-    void errorWindowCommand(tallyvox::CommandId command);
     /// The close box: the application decides.
     void closeRequested();
 
@@ -83,6 +96,7 @@ private:
     QLabel* m_progressText;
     QPushButton* m_stopButton;
     QWidget* m_highlight;
+    MainWindowActions m_actions;
     QPointer<ErrorWindow> m_errorWindow;
     QPointer<QDialog> m_aboutWindow;
     bool m_dragAccepted = false;

@@ -81,14 +81,14 @@ PreferencesWindow::PreferencesWindow(PreferenceStore& store, Desktop& desktop, Q
 
     // activated fires for the user's changes only, not for loadFromStore(); a check box's
     // toggled fires for a click and for a screen reader's toggle alike, and loading blocks it.
-    for (QCheckBox* box : {m_quitWhenDone, m_includeFrequency}) {
-        connect(box, &QCheckBox::toggled, this,
-                [this, box] { emit commandIssued(commandOf(*box)); });
-    }
-    for (QComboBox* popUp : {m_sortBy, m_separateBy, m_lineStyle}) {
-        connect(popUp, &QComboBox::activated, this,
-                [this, popUp] { emit commandIssued(commandOf(*popUp)); });
-    }
+    const auto issue = [this](CommandId command) {
+        return [this, command] { emit commandIssued(command); };
+    };
+    connect(m_quitWhenDone, &QCheckBox::toggled, this, issue(commands::QuitWhenDone));
+    connect(m_includeFrequency, &QCheckBox::toggled, this, issue(commands::IncludeFrequency));
+    connect(m_sortBy, &QComboBox::activated, this, issue(commands::SortBy));
+    connect(m_separateBy, &QComboBox::activated, this, issue(commands::SeparateBy));
+    connect(m_lineStyle, &QComboBox::activated, this, issue(commands::LineStyle));
 
     const auto box = [this](const char* id) { return findChild<QCheckBox*>(QLatin1String(id)); };
     m_optionBoxes = {{
@@ -113,23 +113,16 @@ PreferencesWindow::PreferencesWindow(PreferenceStore& store, Desktop& desktop, Q
 
     // As above, only the user's changes: loading blocks the two signals that fire for any.
     for (const OptionBox& option : m_optionBoxes) {
-        connect(option.box, &QCheckBox::toggled, this,
-                [this, option] { emit commandIssued(commandOf(*option.box)); });
+        connect(option.box, &QCheckBox::toggled, this, issue(option.command));
     }
-    connect(m_listFormat, &QComboBox::activated, this,
-            [this] { emit commandIssued(commandOf(*m_listFormat)); });
-    connect(m_minimumCount, &QSpinBox::valueChanged, this,
-            [this] { emit commandIssued(commandOf(*m_minimumCount)); });
-    connect(m_stopListPath, &QLineEdit::textEdited, this,
-            [this] { emit commandIssued(commandOf(*m_stopListPath)); });
-    for (QPushButton* button : {chooser, referenceChooser}) {
-        connect(button, &QPushButton::clicked, this,
-                [this, button] { emit commandIssued(commandOf(*button)); });
-    }
-    connect(m_referencePath, &QLineEdit::textEdited, this,
-            [this] { emit commandIssued(commandOf(*m_referencePath)); });
+    connect(m_listFormat, &QComboBox::activated, this, issue(commands::ListFormat));
+    connect(m_minimumCount, &QSpinBox::valueChanged, this, issue(commands::MinimumCount));
+    connect(m_stopListPath, &QLineEdit::textEdited, this, issue(commands::StopListPath));
+    connect(chooser, &QPushButton::clicked, this, issue(commands::ChooseStopList));
+    connect(referenceChooser, &QPushButton::clicked, this, issue(commands::ChooseReference));
+    connect(m_referencePath, &QLineEdit::textEdited, this, issue(commands::ReferencePath));
     connect(m_keynessThreshold, &QDoubleSpinBox::valueChanged, this,
-            [this] { emit commandIssued(commandOf(*m_keynessThreshold)); });
+            issue(commands::KeynessThreshold));
     for (QLineEdit* field : {m_stopListPath, m_referencePath}) {
         field->installEventFilter(this);
     }
@@ -160,13 +153,8 @@ void PreferencesWindow::addEntryControls()
 {
     auto* layout = findChild<QFormLayout*>(QStringLiteral("optionsLayout"));
     QWidget* group = layout->parentWidget();
-    const auto tag = [](QWidget* control, const char* name, CommandId command) {
-        control->setObjectName(QLatin1String(name));
-        control->setProperty("commandId", command.toString());
-    };
-
     m_ngramLength = new QSpinBox(group);
-    tag(m_ngramLength, preferencesControls::NGramLength, commands::NGramLength);
+    m_ngramLength->setObjectName(QLatin1String(preferencesControls::NGramLength));
     m_ngramLength->setRange(1, longestNGram);
     m_ngramLength->setToolTip(QStringLiteral(
         "Each entry is a sequence of this many words, never across a sentence end or a "
@@ -176,13 +164,13 @@ void PreferencesWindow::addEntryControls()
     layout->addRow(ngramLabel, m_ngramLength);
 
     m_lemmaListPath = new QLineEdit(group);
-    tag(m_lemmaListPath, preferencesControls::LemmaListPath, commands::LemmaListPath);
+    m_lemmaListPath->setObjectName(QLatin1String(preferencesControls::LemmaListPath));
     m_lemmaListPath->setPlaceholderText(QStringLiteral("None"));
     m_lemmaListPath->setToolTip(QStringLiteral(
         "A UTF-8 text file of lines \"headword -> form, form, ...\"; each headword becomes one "
         "entry with its forms' counts added up. Empty: none."));
     auto* chooser = new QPushButton(QStringLiteral("Choose…"), group);
-    tag(chooser, preferencesControls::ChooseLemmaList, commands::ChooseLemmaList);
+    chooser->setObjectName(QLatin1String(preferencesControls::ChooseLemmaList));
     chooser->setToolTip(QStringLiteral("Choose the lemma file."));
     chooser->setAutoDefault(false); // Return in a field never presses it
     auto* row = new QHBoxLayout;
@@ -193,12 +181,12 @@ void PreferencesWindow::addEntryControls()
     layout->addRow(lemmaLabel, row);
 
     connect(m_ngramLength, &QSpinBox::valueChanged, this,
-            [this] { emit commandIssued(commandOf(*m_ngramLength)); });
+            [this] { emit commandIssued(commands::NGramLength); });
     connect(m_lemmaListPath, &QLineEdit::textEdited, this,
-            [this] { emit commandIssued(commandOf(*m_lemmaListPath)); });
+            [this] { emit commandIssued(commands::LemmaListPath); });
     m_lemmaListPath->installEventFilter(this);
     connect(chooser, &QPushButton::clicked, this,
-            [this, chooser] { emit commandIssued(commandOf(*chooser)); });
+            [this] { emit commandIssued(commands::ChooseLemmaList); });
 }
 
 void PreferencesWindow::addLemmatizeControls()

@@ -2,6 +2,7 @@
 
 #include "prefs/PreferenceKeys.h"
 #include "shell/Command.h"
+#include "support/Status.h"
 
 #include <QDialog>
 
@@ -56,7 +57,7 @@ inline constexpr char16_t chooseReferencePrompt[] = u"Choose a Reference";
 /// The modeless window editing the five user options, and in a group of their own the
 /// word-list options. Each change is written to the store the moment it is made; there is
 /// nothing to apply or undo. Esc, Ctrl+W and its Close button end it as the close box does.
-class PreferencesWindow : public QDialog, public CommandHandler {
+class PreferencesWindow : public QDialog {
     Q_OBJECT
 public:
     /// The desktop shows the open panel that chooses a stop list.
@@ -66,9 +67,10 @@ public:
     /// Sets every control from the store, so reopening shows what is stored now.
     void loadFromStore();
 
-    /// The option commands are applied and then passed on (not handled); the three
-    /// closing commands hide the window and are handled here.
-    Status handleCommand(CommandId command) override;
+    /// Sees every command of this window before the application does: the option
+    /// commands are applied and then passed on (eventNotHandledErr); the three closing
+    /// commands hide the window and are handled here (noErr).
+    Status handleCommand(CommandId command);
     /// Esc: as the close box.
     void reject() override;
 

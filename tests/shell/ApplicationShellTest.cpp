@@ -67,7 +67,7 @@ private slots:
         QCOMPARE(menu.constLast()->text(), u"View in Okaluna Website..."_s);
         menu.at(menu.size() - 2)->trigger();
         menu.constLast()->trigger();
-        QCOMPARE(w.command("HELP"), noErr);
+        w.shell.mainWindow().actions().help->trigger();
         // The help menu's items are handled by the help menu only; the rest goes on.
         QCOMPARE(w.command("WEB1"), eventNotHandledErr);
         QCOMPARE(w.command("zzzz"), eventNotHandledErr);
@@ -87,8 +87,8 @@ private slots:
         QCOMPARE(w.desktop.texts(u"openUrl"_s).size(), 2);
         QCOMPARE(w.desktop.texts(u"openUrl"_s).at(1), opened.at(1));
 
-        // About, from the application's chain, shows the version and links to the project.
-        QCOMPARE(w.command("abou", Origin::HelpMenu), noErr);
+        // About shows the version and links to the project.
+        w.shell.mainWindow().actions().about->trigger();
         QDialog* about = w.shell.mainWindow().aboutWindow();
         QVERIFY(about && about->isVisible());
         QCOMPARE(about->findChild<QLabel*>(u"version"_s)->text(),
@@ -103,7 +103,7 @@ private slots:
         World w;
         w.desktop.answerOpenPanel(w.files(3));
         QSignalSpy ended(&w.shell.batch(), &BatchRunner::runEnded);
-        QCOMPARE(w.command("open"), noErr);
+        w.shell.mainWindow().actions().open->trigger();
         QCOMPARE(w.processed(), 0);
         QCOMPARE(w.desktop.texts(u"openPanel"_s),
                  QStringList{u"Select one or more files to extract words from."_s});
@@ -142,11 +142,28 @@ private slots:
         QCOMPARE(w.indexer.running(), 0);
     }
 
+    // The stop button lets the file in hand finish and begins no other.
+    void stopButtonEndsTheRunAfterTheFileInHand()
+    {
+        World w;
+        QSignalSpy ended(&w.shell.batch(), &BatchRunner::runEnded);
+        auto* stop =
+            w.shell.mainWindow().findChild<QPushButton*>(QLatin1String(mainControls::StopButton));
+        w.indexer.onStart = [&](const QString&) {
+            if (w.processed() == 1) {
+                stop->click();
+            }
+        };
+        w.shell.openDocuments(w.files(3));
+        QVERIFY(ended.wait(2000));
+        QCOMPARE(w.processed(), 1);
+    }
+
     void preferencesWindowComesFirstInItsChain()
     {
         World w;
         w.shell.mainWindow().showStatus(u"Bye."_s, StatusTarget::StatusText);
-        QCOMPARE(w.command("pref"), noErr);
+        w.shell.mainWindow().actions().preferences->trigger();
         PreferencesWindow* window = w.shell.preferencesWindow();
         QVERIFY(window && window->isVisible());
         QCOMPARE(w.status(), QString::fromUtf16(batchTexts::helpText));
