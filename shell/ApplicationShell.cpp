@@ -40,7 +40,7 @@ ApplicationShell::~ApplicationShell()
     delete m_preferencesWindow;
 }
 
-Status ApplicationShell::start(const QRect& screen)
+void ApplicationShell::start(const QRect& screen)
 {
     m_window.hide();
     if (const std::optional<QRect> bounds =
@@ -59,7 +59,6 @@ Status ApplicationShell::start(const QRect& screen)
                     });
         }
     }
-    return noErr;
 }
 
 std::vector<ApplicationShell::Command> ApplicationShell::commandTable()

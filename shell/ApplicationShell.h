@@ -31,9 +31,9 @@ public:
     ApplicationShell(PreferenceStore& preferences, const WordContext& words);
     ~ApplicationShell() override;
 
-    /// Restores the bounds against the screen rectangle, shows the window and adds
-    /// the Help menu's store and website items. Returns noErr.
-    Status start(const QRect& screen);
+    /// Restores the bounds against the screen rectangle, shows the window, adds the Help
+    /// menu's store and website items and connects every command's action.
+    void start(const QRect& screen);
     /// Saves the window's bounds; the loop has ended.
     void shutdown();
 

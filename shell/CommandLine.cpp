@@ -287,9 +287,9 @@ QString commandLineHelp()
         "  0  success, or the request was handed to the running Tallyvox\n"
         "  1  a file could not be processed, its word list or a decoded or graphic file\n"
         "     not written (console mode),\n"
-        "     the display could not be opened to read --selection or --clipboard (console\n"
-        "     mode), the running Tallyvox did not answer, or the context-menu entries could\n"
-        "     not be installed\n"
+        "     the display could not be opened for the window, or to read --selection or\n"
+        "     --clipboard (console mode), the running Tallyvox did not answer, or the\n"
+        "     context-menu entries could not be installed\n"
         "  2  the command line could not be understood\n"
         "  3  a word list is empty because its file could not be read, is locked by a\n"
         "     password or is not a document Tallyvox reads (console mode)\n");

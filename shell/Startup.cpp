@@ -1,20 +1,15 @@
 #include "shell/Startup.h"
 #include "support/FilePath.h"
 
-#include "prefs/PreferenceStore.h"
 #include "shell/AccessibleComboBox.h"
 #include "shell/ApplicationBus.h"
 #include "shell/ApplicationShell.h"
 #include "shell/CommandLine.h"
 #include "shell/ConsoleMode.h"
-#include "shell/Extraction.h"
 #include "shell/Integration.h"
 #include "shell/QtDesktop.h"
-#include "shell/ServiceActions.h"
-#include "shell/ServiceBus.h"
-#include "shell/TemporaryFolderLease.h"
 #include "shell/WaylandClipboard.h"
-#include "support/IndexerStop.h"
+#include "shell/WindowedMode.h"
 
 #include <QApplication>
 #include <QDir>
@@ -23,7 +18,6 @@
 #include <QScreen>
 #include <QStandardPaths>
 #include <QTextStream>
-#include <QTimer>
 
 #include <cstdio>
 #include <memory>
@@ -82,6 +76,27 @@ QByteArray platformsToTry()
     return platforms + "offscreen";
 }
 
+// The application object, and whether the display it wanted could be opened: a display
+// that cannot be opened is reported here rather than by Qt, which ends the process. The
+// window systems are tried in Qt's own order, offscreen last; the children (editors,
+// indexers) inherit the environment as it was.
+template <typename Application>
+std::pair<std::unique_ptr<Application>, bool> applicationWithDisplay(int& argc, char** argv)
+{
+    const QByteArray given = qgetenv("QT_QPA_PLATFORM");
+    const QByteArray platforms = platformsToTry();
+    qputenv("QT_QPA_PLATFORM", platforms);
+    auto app = std::make_unique<Application>(argc, argv);
+    const bool opened =
+        platforms.startsWith("offscreen") || QGuiApplication::platformName() != u"offscreen";
+    if (given.isEmpty()) {
+        qunsetenv("QT_QPA_PLATFORM");
+    } else {
+        qputenv("QT_QPA_PLATFORM", given);
+    }
+    return {std::move(app), opened};
+}
+
 // The application of console mode, and whether the display it wanted could be opened. A
 // batch run has no use for a display; services get one where there is one, as the
 // windowed application would.
@@ -91,12 +106,7 @@ std::pair<std::unique_ptr<QCoreApplication>, bool> consoleApplication(int& argc,
     if (line.serviceName.isEmpty() || !hasDisplay()) {
         return {std::make_unique<QCoreApplication>(argc, argv), true};
     }
-    const QByteArray platforms = platformsToTry();
-    qputenv("QT_QPA_PLATFORM", platforms);
-    auto app = std::make_unique<QGuiApplication>(argc, argv);
-    const bool opened =
-        platforms.startsWith("offscreen") || QGuiApplication::platformName() != u"offscreen";
-    return {std::move(app), opened};
+    return applicationWithDisplay<QGuiApplication>(argc, argv);
 }
 
 int runConsole(int argc, char** argv, const CommandLine& commandLine)
@@ -122,37 +132,11 @@ int runConsole(int argc, char** argv, const CommandLine& commandLine)
     return runConsoleMode(commandLine, {out, err, input});
 }
 
-// Hands the command line's service to the running instance. A selection this process
-// could not read (on Wayland, without the focus) is left for the instance to read.
-bool forwardService(QDBusConnection& bus, const CommandLine& commandLine,
-                    const QList<Pasteboard>& pasteboards)
-{
-    const SelectionSource source = commandLineSelection(commandLine);
-    for (const Pasteboard& pasteboard : pasteboards) {
-        const bool leaveToInstance = pasteboard.isEmpty() && isSelection(commandLine.serviceSource);
-        if (!forwardServiceRequest(bus, commandLine.serviceName,
-                                   leaveToInstance ? std::nullopt : std::optional(pasteboard),
-                                   source)) {
-            return false;
-        }
-    }
-    return true;
-}
-
-/// The running application, reached over the bus.
-class ShellDocumentHandler final : public DocumentHandler {
-public:
-    explicit ShellDocumentHandler(ApplicationShell& shell) : m_shell(shell) {}
-    void openDocuments(const QStringList& paths) override { m_shell.openDocuments(paths); }
-    void activate() override { m_shell.activate(); }
-
-private:
-    ApplicationShell& m_shell;
-};
-
 int runWindowed(int argc, char** argv, const CommandLine& commandLine)
 {
-    QApplication app(argc, argv);
+    const auto [app, opened] = applicationWithDisplay<QApplication>(argc, argv);
+    // Without any display Qt is given offscreen alone, which always opens.
+    const bool displayOpened = opened && hasDisplay();
     nameApplication();
     QGuiApplication::setDesktopFileName(QString::fromLatin1(applicationId));
     QApplication::setWindowIcon(QIcon::fromTheme(
@@ -162,72 +146,28 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
     QApplication::setQuitOnLastWindowClosed(false);
     installAccessibleComboBoxes();
 
-    QtDesktop qtDesktop;
-    Desktop* const desktop = &qtDesktop;
-    const bool service = !commandLine.serviceName.isEmpty();
-    QList<Pasteboard> requests;
-    if (service) {
-        QFile input;
-        if (commandLine.serviceSource == ServiceSource::Stdin) {
-            input.open(stdin, QIODevice::ReadOnly);
-        }
-        requests = commandLinePasteboards(commandLine, *desktop, input);
+    QtDesktop desktop;
+    SessionBusLink bus;
+    QTextStream err(stderr);
+    QFile input;
+    if (commandLine.serviceSource == ServiceSource::Stdin) {
+        input.open(stdin, QIODevice::ReadOnly);
     }
-
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    ApplicationBusObject busObject;
-    if (claimSingleInstance(bus, busObject) == InstanceClaim::OtherInstanceRuns) {
-        if (service ? forwardService(bus, commandLine, requests)
-                    : forwardToRunningInstance(bus, commandLine.files)) {
-            return 0;
-        }
-        std::fputs("tallyvox: the running instance did not answer\n", stderr);
-        return 1;
-    }
-
-    PreferenceStore preferences;
-    const TemporaryFolderLease temporary;
-    IndexerStop indexerStop;
-    const Extraction extraction(*desktop, preferences, temporary, &indexerStop);
-    ApplicationShell shell(preferences, extraction.context());
-    qtDesktop.setWindow(&shell.mainWindow());
-    shell.batch().setConcurrency(filesAtOnce());
-    QObject::connect(&shell, &ApplicationShell::eventLoopEndRequested, &app,
-                     &QCoreApplication::quit);
-    ShellDocumentHandler documents(shell);
-    busObject.setDocumentHandler(&documents);
-    ServiceActions actions({extraction.context(),
-                            [&shell](std::chrono::milliseconds delay) {
-                                QTimer::singleShot(delay, &shell,
-                                                   &ApplicationShell::QuitWithFarewell);
-                            }},
-                           shell.jobs());
-    busObject.setActionHandler(&actions);
-
     const QScreen* screen = QGuiApplication::primaryScreen();
-    const QRect screenRect(QPoint(0, 0), screen ? screen->size() : QSize());
-    const Status status = shell.start(screenRect);
-    if (const std::optional<QString> refused = preferences.refusal()) {
-        desktop->alert(*refused);
-    }
-    temporary.prepare(*desktop);
-    // Files named at launch arrive like files from the file manager.
-    if (service) {
-        // Performed once the loop runs, as a request from the bus would be.
-        for (const Pasteboard& pasteboard : requests) {
-            const bool readLater = pasteboard.isEmpty() && isSelection(commandLine.serviceSource);
-            actions.queueRequest(commandLine.serviceName,
-                                 readLater ? std::nullopt : std::optional(pasteboard),
-                                 commandLineSelection(commandLine));
-        }
-    } else if (!commandLine.files.isEmpty()) {
-        shell.openDocuments(commandLine.files);
-    }
-    QApplication::exec();
-    shell.shutdown();
-    busObject.setDocumentHandler(nullptr);
-    busObject.setActionHandler(nullptr);
-    return status;
+    return runWindowedMode(
+        commandLine, {.desktop = desktop,
+                      .instance = bus,
+                      .err = err,
+                      .input = input,
+                      .displayOpened = displayOpened,
+                      .screen = QRect(QPoint(0, 0), screen ? screen->size() : QSize()),
+                      .windowMade = [&desktop](QWidget& window) { desktop.setWindow(&window); },
+                      .eventLoop =
+                          [](ApplicationShell& shell) {
+                              QObject::connect(&shell, &ApplicationShell::eventLoopEndRequested,
+                                               qApp, &QCoreApplication::quit);
+                              QApplication::exec();
+                          }});
 }
 
 } // namespace
