@@ -3,6 +3,7 @@
 
 #include "services/naming/FileHelpers.h"
 #include "services/naming/InternetConfig.h"
+#include "support/Desktop.h"
 
 #include <QFile>
 #include <QImageReader>
@@ -10,7 +11,6 @@
 #include <QMimeDatabase>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <stdio.h>
@@ -84,7 +84,7 @@ const std::vector<ExporterRecord>& ExporterTable()
     return exporterTable();
 }
 
-qint16 LoadGraphicExporters()
+qint16 LoadGraphicExporters(Desktop& desktop)
 {
     std::vector<ExporterRecord>& table = exporterTable();
     table.clear();
@@ -94,10 +94,11 @@ qint16 LoadGraphicExporters()
         return 0;
     }
 
-    std::printf("Vantrel: Loading %d Quicktime exporters", count);
+    // The loading line gets a dot a record, as it did on the console.
+    QString loading = QStringLiteral("Vantrel: Loading %1 Quicktime exporters").arg(count);
     const QMimeDatabase database;
     for (const QByteArray& mimeType : mimeTypes) {
-        std::fputs(".", stdout);
+        loading += QLatin1Char('.');
         const QByteArray format = QImageWriter::imageFormatsForMimeType(mimeType).value(0);
         const QMimeType type = database.mimeTypeForName(QString::fromLatin1(mimeType));
 
@@ -117,8 +118,8 @@ qint16 LoadGraphicExporters()
         record.mimeTypeString = QString::fromUtf8(record.mimeType);
         table.push_back(record);
     }
-    std::fputs("\nVantrel: Quicktime exporters successfully loaded.\n", stdout);
-    std::fflush(stdout);
+    desktop.log(loading);
+    desktop.log(QStringLiteral("Vantrel: Quicktime exporters successfully loaded."));
     return count;
 }
 

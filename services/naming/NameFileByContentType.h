@@ -33,8 +33,8 @@ struct ExporterRecord {
 const std::vector<ExporterRecord>& ExporterTable();
 
 /// Fills the exporter table from Qt's image writers, one record for each MIME type they
-/// list, writes the loading lines to standard output and returns the number of records.
-qint16 LoadGraphicExporters();
+/// list, logs the loading lines through the desktop and returns the number of records.
+qint16 LoadGraphicExporters(Desktop& desktop);
 
 /// MIME type to extension (with its dot), filled only from exporter-table matches.
 StringMap& MimeExtensionCache();

@@ -117,7 +117,14 @@ private slots:
     void exportersComeFirstAndAreCached()
     {
         testing::TestEnvironment env;
-        QVERIFY(LoadGraphicExporters() > 0);
+        testing::RecordingDesktop loader;
+        const qint16 count = LoadGraphicExporters(loader);
+        QVERIFY(count > 0);
+        QCOMPARE(qsizetype(count), ExporterTable().size());
+        QCOMPARE(loader.texts(u"log"_s),
+                 QStringList({u"Vantrel: Loading %1 Quicktime exporters"_s.arg(count) +
+                                  QString(count, u'.'),
+                              u"Vantrel: Quicktime exporters successfully loaded."_s}));
         const auto png =
             std::find_if(ExporterTable().begin(), ExporterTable().end(),
                          [](const auto& r) { return r.mimeTypeString == "image/png"_L1; });
