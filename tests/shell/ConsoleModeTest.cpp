@@ -292,17 +292,6 @@ private slots:
         QCOMPARE(runTallyvox({u"--bogus"_s}, QDir::tempPath()).exitCode, 2);
     }
 
-    void realProgramRunsTheBatchWithoutAWindow()
-    {
-        testing::TestEnvironment env;
-        QDir().mkpath(env.root() + u"/folder"_s);
-        const Run run = runTallyvox({u"--console"_s, u"folder"_s, u"missing.txt"_s}, env.root());
-        QCOMPARE(run.exitCode, 1);
-        QCOMPARE(run.lines,
-                 (QStringList{u"An error occurred while launching \"folder\"   (Error code: -43)"_s,
-                              u"One or more items you dropped on Tallyvox was not a file."_s}));
-    }
-
     // A file that no indexer could read (its path is longer than the indexers take) keeps
     // the usual outcome, an empty list or a count of 0, but the exit status says that
     // it could not be processed; the files beside it are listed as usual.

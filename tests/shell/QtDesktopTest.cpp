@@ -65,7 +65,7 @@ private slots:
             QVERIFY(QTest::qWaitForWindowActive(&window));
         }
         QTRY_COMPARE(QGuiApplication::applicationState() == Qt::ApplicationActive, active);
-        bool onTop = !active;
+        bool onTop = active; // the wrong answer until the box is seen
         QString text;
         QTimer::singleShot(0, [&] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
