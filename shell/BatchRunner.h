@@ -57,7 +57,7 @@ inline constexpr char16_t cutAtLimits[] = u"it was cut at a limit (%1)";
 /// The open-documents queue and the batch run over it. Every way in (launch arguments,
 /// the bus, the Open dialog, a drop) replaces the pending list and starts a run a
 /// millisecond later, outside the code that delivered the files; the run takes its turn
-/// in the application's job queue. A run indexes up to concurrency() files at once, yet
+/// in the application's job queue. A run indexes up to setConcurrency's files at once, yet
 /// begins them, shows them, writes their lists, hands them to the editor and reports them
 /// in the order they were given. Stop and Quit are heard before each file is begun.
 class BatchRunner : public QObject {
@@ -82,12 +82,9 @@ public:
     void requestCancel();
     /// Quit: no further file is begun in this process, and the files in hand are ended.
     void requestQuit();
-    bool quitRequested() const { return m_quitRequested; }
     bool isRunning() const { return m_running; }
-    const QStringList& pendingDocuments() const { return m_pending; }
 
     /// Files indexed at once; at least 1.
-    int concurrency() const { return m_concurrency; }
     void setConcurrency(int files);
     /// True once a file of a run could not be processed (neither indexer gave its words)
     /// or its list could not be written, in this process.
