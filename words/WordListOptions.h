@@ -64,12 +64,6 @@ struct WordListOptions {
     {
         return !foldCase && stopWords.isEmpty() && minimumCount <= 1 && !lemmas && !lemmatizer;
     }
-
-    /// True when the list has columns beyond the word and its count, or is a keyword list.
-    bool addsFigures() const
-    {
-        return includeRange || includePerMillion || !referencePath.isEmpty();
-    }
 };
 
 /// The longest sequence of words an entry may be.
