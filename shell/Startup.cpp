@@ -3,7 +3,6 @@
 
 #include "shell/AccessibleComboBox.h"
 #include "shell/ApplicationBus.h"
-#include "shell/ApplicationShell.h"
 #include "shell/CommandLine.h"
 #include "shell/ConsoleMode.h"
 #include "shell/Integration.h"
@@ -162,12 +161,7 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
                       .displayOpened = displayOpened,
                       .screen = QRect(QPoint(0, 0), screen ? screen->size() : QSize()),
                       .windowMade = [&desktop](QWidget& window) { desktop.setWindow(&window); },
-                      .eventLoop =
-                          [](ApplicationShell& shell) {
-                              QObject::connect(&shell, &ApplicationShell::eventLoopEndRequested,
-                                               qApp, &QCoreApplication::quit);
-                              QApplication::exec();
-                          }});
+                      .eventLoop = [](ApplicationShell&) { QApplication::exec(); }});
 }
 
 } // namespace

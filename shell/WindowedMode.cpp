@@ -10,6 +10,7 @@
 #include "support/Desktop.h"
 #include "support/IndexerStop.h"
 
+#include <QCoreApplication>
 #include <QTextStream>
 #include <QTimer>
 
@@ -68,6 +69,9 @@ void runInstance(const CommandLine& commandLine, const QList<Pasteboard>& reques
     const Extraction extraction(session.desktop, preferences, temporary, &indexerStop,
                                 session.indexer);
     ApplicationShell shell(preferences, extraction.context());
+    // From the start: a run handed over while an alert below is open may end it.
+    QObject::connect(&shell, &ApplicationShell::eventLoopEndRequested, QCoreApplication::instance(),
+                     &QCoreApplication::quit);
     if (session.windowMade) {
         session.windowMade(shell.mainWindow());
     }

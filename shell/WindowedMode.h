@@ -67,7 +67,7 @@ struct WindowedSession {
     QRect screen;
     /// Called with the main window before it shows (the desktop's dialogs belong to it).
     std::function<void(QWidget& window)> windowMade;
-    /// Runs the event loop until the shell asks it to end.
+    /// Runs the event loop; the shell's eventLoopEndRequested quits the application's.
     std::function<void(ApplicationShell& shell)> eventLoop;
     /// The indexer executables when null.
     Indexer* indexer = nullptr;
