@@ -195,7 +195,6 @@ void PreferencesWindow::addLemmatizeControls()
     QWidget* group = layout->parentWidget();
     m_lemmatize = new QCheckBox(tr("Group word forms by a dictionary"), group);
     m_lemmatize->setObjectName(QLatin1String(preferencesControls::Lemmatize));
-    m_lemmatize->setProperty("commandId", commands::Lemmatize.toString());
     m_lemmatize->setToolTip(
         tr("Without a lemma list, each word is counted under its stem in the Hunspell "
            "dictionary chosen below (goes, going: go). Words it does not know stay as "
@@ -204,7 +203,6 @@ void PreferencesWindow::addLemmatizeControls()
 
     m_lemmaLanguage = new QComboBox(group);
     m_lemmaLanguage->setObjectName(QLatin1String(preferencesControls::LemmaLanguage));
-    m_lemmaLanguage->setProperty("commandId", commands::LemmaLanguage.toString());
     m_lemmaLanguage->setToolTip(tr("The Hunspell dictionary that groups the word forms: "
                                    "those installed (Debian's hunspell-* packages)."));
     // The empty name follows the locale; the others are the dictionaries installed now.
@@ -217,9 +215,9 @@ void PreferencesWindow::addLemmatizeControls()
     layout->addRow(label, m_lemmaLanguage);
 
     connect(m_lemmatize, &QCheckBox::toggled, this,
-            [this] { emit commandIssued(commandOf(*m_lemmatize)); });
+            [this] { emit commandIssued(commands::Lemmatize); });
     connect(m_lemmaLanguage, &QComboBox::activated, this,
-            [this] { emit commandIssued(commandOf(*m_lemmaLanguage)); });
+            [this] { emit commandIssued(commands::LemmaLanguage); });
 }
 
 void PreferencesWindow::loadLemmatizeControls()
