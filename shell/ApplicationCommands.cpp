@@ -50,7 +50,8 @@ Status ApplicationCommands::handleCommand(CommandId command)
         m_actions.endEventLoop();
     } else if (command == commands::Open) {
         // The files run from the timer, after this handler has returned.
-        const QStringList files = m_desktop.chooseFilesToOpen(QString::fromUtf16(openPanelPrompt));
+        const QStringList files = m_desktop.chooseFilesToOpen(
+            translated("tallyvox::ApplicationCommands", openPanelPrompt));
         if (!files.isEmpty()) {
             m_batch.queueDocuments(files);
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/Command.h"
+#include "support/Translation.h"
 
 #include <QUrl>
 
@@ -25,7 +26,8 @@ inline constexpr char store[] = "appstream:com.okaluna.Tallyvox";
 /// tree mirrors that), at one of its sections when one is named.
 QUrl userGuideUrl(const QString& section = {});
 
-inline constexpr char16_t openPanelPrompt[] = u"Select one or more files to extract words from.";
+inline constexpr char16_t openPanelPrompt[] = TALLYVOX_TRANSLATE_NOOP(
+    "tallyvox::ApplicationCommands", "Select one or more files to extract words from.");
 
 /// Offers a command to each handler in turn until one handles it. Null links are
 /// skipped. The result is the last handler's status (eventNotHandledErr if nobody took it).

@@ -6,6 +6,7 @@
 #include "shell/WindowBounds.h"
 #include "support/Desktop.h"
 #include "support/IndexerStop.h"
+#include "support/Translation.h"
 
 #include <QAction>
 #include <QMenu>
@@ -14,7 +15,7 @@
 namespace tallyvox {
 
 namespace {
-constexpr char16_t farewell[] = u"Bye.";
+constexpr char16_t farewell[] = TALLYVOX_TRANSLATE_NOOP("tallyvox::ApplicationShell", "Bye.");
 constexpr int fadeMilliseconds = 300;
 } // namespace
 
@@ -75,10 +76,10 @@ void ApplicationShell::addStoreAndWebsiteItems()
         return;
     }
     // Both go in at the same place, so the store item ends up above the website item.
-    auto* website = new QAction(QStringLiteral("View in Okaluna Website..."), help);
+    auto* website = new QAction(tr("View in Okaluna Website..."), help);
     website->setProperty("commandId", commands::Website.toString());
     help->addAction(website);
-    auto* store = new QAction(QStringLiteral("View in Software Centre..."), help);
+    auto* store = new QAction(tr("View in Software Centre..."), help);
     store->setProperty("commandId", commands::Store.toString());
     help->insertAction(website, store);
     for (QAction* action : {store, website}) {
@@ -128,7 +129,7 @@ void ApplicationShell::ShowStatus(const QString& text, StatusTarget target)
 
 void ApplicationShell::QuitWithFarewell()
 {
-    ShowStatus(QString::fromUtf16(farewell), StatusTarget::StatusText);
+    ShowStatus(translated("tallyvox::ApplicationShell", farewell), StatusTarget::StatusText);
     auto* fade = new QPropertyAnimation(&m_window, "windowOpacity", this);
     fade->setDuration(fadeMilliseconds);
     fade->setStartValue(1.0);
@@ -156,7 +157,7 @@ void ApplicationShell::ShowPreferencesWindow()
             m_window.activateWindow();
         });
     }
-    ShowStatus(QString::fromUtf16(batchTexts::helpText), StatusTarget::StatusText);
+    ShowStatus(translated(batchTexts::context, batchTexts::helpText), StatusTarget::StatusText);
     m_preferencesWindow->loadFromStore();
     m_preferencesWindow->show();
     m_preferencesWindow->raise();
