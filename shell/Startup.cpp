@@ -13,6 +13,7 @@
 #include "shell/ServiceActions.h"
 #include "shell/ServiceBus.h"
 #include "shell/TemporaryFolderLease.h"
+#include "shell/Translations.h"
 #include "shell/WaylandClipboard.h"
 #include "support/IndexerStop.h"
 
@@ -103,6 +104,7 @@ int runConsole(int argc, char** argv, const CommandLine& commandLine)
 {
     const auto [app, displayOpened] = consoleApplication(argc, argv, commandLine);
     nameApplication();
+    installTranslations(*app, messageLanguages());
     QTextStream out(stdout);
     QTextStream err(stderr);
     // wl-clipboard needs no Qt connection to reach a Wayland session's selections.
@@ -154,6 +156,7 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
 {
     QApplication app(argc, argv);
     nameApplication();
+    installTranslations(app, messageLanguages());
     QGuiApplication::setDesktopFileName(QString::fromLatin1(applicationId));
     QApplication::setWindowIcon(QIcon::fromTheme(
         QString::fromLatin1(applicationId),
@@ -240,12 +243,19 @@ int runTallyvox(int argc, char** argv)
         arguments.append(decodePath(argv[i]));
     }
     const CommandLine commandLine = parseCommandLine(arguments, QDir::currentPath());
-    if (!commandLine.error.isEmpty()) {
-        std::fprintf(stderr, "tallyvox: %s\nTry 'tallyvox --help'.\n",
-                     commandLine.error.toLocal8Bit().constData());
-        return 2;
-    }
-    if (commandLine.showHelp) {
+    if (!commandLine.error.isEmpty() || commandLine.showHelp) {
+        // Translations need an application; parsed again, the error is in the user's language.
+        QCoreApplication app(argc, argv);
+        installTranslations(app, messageLanguages());
+        const CommandLine translated = parseCommandLine(arguments, QDir::currentPath());
+        if (!translated.error.isEmpty()) {
+            const QString text =
+                QCoreApplication::translate("tallyvox::CommandLine",
+                                            "tallyvox: %1\nTry 'tallyvox --help'.\n")
+                    .arg(translated.error);
+            std::fputs(text.toLocal8Bit().constData(), stderr);
+            return 2;
+        }
         std::fputs(commandLineHelp().toLocal8Bit().constData(), stdout);
         return 0;
     }
