@@ -110,14 +110,20 @@ int runConsole(int argc, char** argv, const CommandLine& commandLine)
     // wl-clipboard needs no Qt connection to reach a Wayland session's selections.
     if (!displayOpened && wantsClipboard(commandLine) && !waylandClipboard::inCharge()) {
         const QString display = qEnvironmentVariable("DISPLAY");
-        err << "tallyvox: cannot open the display"
-            << (display.isEmpty() ? QString() : QStringLiteral(" ") + display) << " ("
-            << qEnvironmentVariable("QT_QPA_PLATFORM").section(u';', 0, 0) << ")";
+        const QString shown = display.isEmpty() ? QString() : QStringLiteral(" ") + display;
+        const QString platform = qEnvironmentVariable("QT_QPA_PLATFORM").section(u';', 0, 0);
         if (isSelection(commandLine.serviceSource)) {
-            err << ", so there is no selection to read\n";
+            err << QCoreApplication::translate(
+                       "tallyvox::Startup",
+                       "tallyvox: cannot open the display%1 (%2), so there is no selection to "
+                       "read\n")
+                       .arg(shown, platform);
             return 1;
         }
-        err << "; the clipboard is left as it is\n";
+        err << QCoreApplication::translate(
+                   "tallyvox::Startup",
+                   "tallyvox: cannot open the display%1 (%2); the clipboard is left as it is\n")
+                   .arg(shown, platform);
     }
     QFile input;
     input.open(stdin, QIODevice::ReadOnly);
@@ -184,7 +190,11 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
                     : forwardToRunningInstance(bus, commandLine.files)) {
             return 0;
         }
-        std::fputs("tallyvox: the running instance did not answer\n", stderr);
+        std::fputs(QCoreApplication::translate("tallyvox::Startup",
+                                               "tallyvox: the running instance did not answer\n")
+                       .toLocal8Bit()
+                       .constData(),
+                   stderr);
         return 1;
     }
 
@@ -264,6 +274,8 @@ int runTallyvox(int argc, char** argv)
         return 0;
     }
     if (commandLine.installIntegration) {
+        QCoreApplication app(argc, argv);
+        installTranslations(app, messageLanguages());
         QTextStream out(stdout);
         QTextStream err(stderr);
         const QString dataHome =

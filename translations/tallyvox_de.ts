@@ -950,6 +950,24 @@ Try &apos;tallyvox --help&apos;.
     </message>
 </context>
 <context>
+    <name>tallyvox::ConsoleDesktop</name>
+    <message>
+        <source>tallyvox: the open panel is not available in console mode
+</source>
+        <translation>tallyvox: im Konsolenmodus gibt es keinen Öffnen-Dialog
+</translation>
+    </message>
+</context>
+<context>
+    <name>tallyvox::ConsoleMode</name>
+    <message>
+        <source>tallyvox: the selection holds nothing
+</source>
+        <translation>tallyvox: die Auswahl ist leer
+</translation>
+    </message>
+</context>
+<context>
     <name>tallyvox::DecodeAndSave</name>
     <message>
         <source>The file &quot;%1&quot; was not saved: %2.</source>
@@ -962,6 +980,15 @@ Try &apos;tallyvox --help&apos;.
     <message>
         <source>The text could not be decoded as UTF8</source>
         <translation>Der Text konnte nicht als UTF-8 dekodiert werden</translation>
+    </message>
+</context>
+<context>
+    <name>tallyvox::Integration</name>
+    <message>
+        <source>tallyvox: could not write %1
+</source>
+        <translation>tallyvox: %1 konnte nicht geschrieben werden
+</translation>
     </message>
 </context>
 <context>
@@ -1060,6 +1087,27 @@ Try &apos;tallyvox --help&apos;.
     <message>
         <source>The following &quot;spell out&quot; has been put on the clipboard: %1</source>
         <translation>Folgende ausgeschriebene Zahl wurde in die Zwischenablage gelegt: %1</translation>
+    </message>
+</context>
+<context>
+    <name>tallyvox::Startup</name>
+    <message>
+        <source>tallyvox: cannot open the display%1 (%2), so there is no selection to read
+</source>
+        <translation>tallyvox: die Anzeige%1 kann nicht geöffnet werden (%2), daher gibt es keine Auswahl zu lesen
+</translation>
+    </message>
+    <message>
+        <source>tallyvox: cannot open the display%1 (%2); the clipboard is left as it is
+</source>
+        <translation>tallyvox: die Anzeige%1 kann nicht geöffnet werden (%2); die Zwischenablage bleibt, wie sie ist
+</translation>
+    </message>
+    <message>
+        <source>tallyvox: the running instance did not answer
+</source>
+        <translation>tallyvox: die laufende Instanz hat nicht geantwortet
+</translation>
     </message>
 </context>
 <context>

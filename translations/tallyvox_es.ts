@@ -952,6 +952,24 @@ Pruebe «tallyvox --help».
     </message>
 </context>
 <context>
+    <name>tallyvox::ConsoleDesktop</name>
+    <message>
+        <source>tallyvox: the open panel is not available in console mode
+</source>
+        <translation>tallyvox: el diálogo de abrir no está disponible en modo consola
+</translation>
+    </message>
+</context>
+<context>
+    <name>tallyvox::ConsoleMode</name>
+    <message>
+        <source>tallyvox: the selection holds nothing
+</source>
+        <translation>tallyvox: la selección está vacía
+</translation>
+    </message>
+</context>
+<context>
     <name>tallyvox::DecodeAndSave</name>
     <message>
         <source>The file &quot;%1&quot; was not saved: %2.</source>
@@ -964,6 +982,15 @@ Pruebe «tallyvox --help».
     <message>
         <source>The text could not be decoded as UTF8</source>
         <translation>No se pudo decodificar el texto como UTF-8</translation>
+    </message>
+</context>
+<context>
+    <name>tallyvox::Integration</name>
+    <message>
+        <source>tallyvox: could not write %1
+</source>
+        <translation>tallyvox: no se pudo escribir %1
+</translation>
     </message>
 </context>
 <context>
@@ -1062,6 +1089,27 @@ Pruebe «tallyvox --help».
     <message>
         <source>The following &quot;spell out&quot; has been put on the clipboard: %1</source>
         <translation>Se ha puesto en el portapapeles el siguiente número escrito con letras: %1</translation>
+    </message>
+</context>
+<context>
+    <name>tallyvox::Startup</name>
+    <message>
+        <source>tallyvox: cannot open the display%1 (%2), so there is no selection to read
+</source>
+        <translation>tallyvox: no se puede abrir la pantalla%1 (%2), así que no hay selección que leer
+</translation>
+    </message>
+    <message>
+        <source>tallyvox: cannot open the display%1 (%2); the clipboard is left as it is
+</source>
+        <translation>tallyvox: no se puede abrir la pantalla%1 (%2); el portapapeles se deja como está
+</translation>
+    </message>
+    <message>
+        <source>tallyvox: the running instance did not answer
+</source>
+        <translation>tallyvox: la instancia en marcha no respondió
+</translation>
     </message>
 </context>
 <context>

@@ -949,6 +949,24 @@ Essayez « tallyvox --help ».
     </message>
 </context>
 <context>
+    <name>tallyvox::ConsoleDesktop</name>
+    <message>
+        <source>tallyvox: the open panel is not available in console mode
+</source>
+        <translation>tallyvox : la boîte d’ouverture n’est pas disponible en mode console
+</translation>
+    </message>
+</context>
+<context>
+    <name>tallyvox::ConsoleMode</name>
+    <message>
+        <source>tallyvox: the selection holds nothing
+</source>
+        <translation>tallyvox : la sélection est vide
+</translation>
+    </message>
+</context>
+<context>
     <name>tallyvox::DecodeAndSave</name>
     <message>
         <source>The file &quot;%1&quot; was not saved: %2.</source>
@@ -961,6 +979,15 @@ Essayez « tallyvox --help ».
     <message>
         <source>The text could not be decoded as UTF8</source>
         <translation>Le texte n’a pas pu être décodé en UTF-8</translation>
+    </message>
+</context>
+<context>
+    <name>tallyvox::Integration</name>
+    <message>
+        <source>tallyvox: could not write %1
+</source>
+        <translation>tallyvox : impossible d’écrire %1
+</translation>
     </message>
 </context>
 <context>
@@ -1059,6 +1086,27 @@ Essayez « tallyvox --help ».
     <message>
         <source>The following &quot;spell out&quot; has been put on the clipboard: %1</source>
         <translation>Ce nombre en toutes lettres a été placé dans le presse-papiers : %1</translation>
+    </message>
+</context>
+<context>
+    <name>tallyvox::Startup</name>
+    <message>
+        <source>tallyvox: cannot open the display%1 (%2), so there is no selection to read
+</source>
+        <translation>tallyvox : impossible d’ouvrir l’affichage%1 (%2), il n’y a donc aucune sélection à lire
+</translation>
+    </message>
+    <message>
+        <source>tallyvox: cannot open the display%1 (%2); the clipboard is left as it is
+</source>
+        <translation>tallyvox : impossible d’ouvrir l’affichage%1 (%2) ; le presse-papiers reste tel quel
+</translation>
+    </message>
+    <message>
+        <source>tallyvox: the running instance did not answer
+</source>
+        <translation>tallyvox : l’instance en cours n’a pas répondu
+</translation>
     </message>
 </context>
 <context>

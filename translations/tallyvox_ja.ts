@@ -926,6 +926,24 @@ Try &apos;tallyvox --help&apos;.
     </message>
 </context>
 <context>
+    <name>tallyvox::ConsoleDesktop</name>
+    <message>
+        <source>tallyvox: the open panel is not available in console mode
+</source>
+        <translation>tallyvox: コンソールモードでは開くダイアログを使えません
+</translation>
+    </message>
+</context>
+<context>
+    <name>tallyvox::ConsoleMode</name>
+    <message>
+        <source>tallyvox: the selection holds nothing
+</source>
+        <translation>tallyvox: 選択が空です
+</translation>
+    </message>
+</context>
+<context>
     <name>tallyvox::DecodeAndSave</name>
     <message>
         <source>The file &quot;%1&quot; was not saved: %2.</source>
@@ -938,6 +956,15 @@ Try &apos;tallyvox --help&apos;.
     <message>
         <source>The text could not be decoded as UTF8</source>
         <translation>テキストを UTF-8 としてデコードできませんでした</translation>
+    </message>
+</context>
+<context>
+    <name>tallyvox::Integration</name>
+    <message>
+        <source>tallyvox: could not write %1
+</source>
+        <translation>tallyvox: %1 を書き込めませんでした
+</translation>
     </message>
 </context>
 <context>
@@ -1036,6 +1063,27 @@ Try &apos;tallyvox --help&apos;.
     <message>
         <source>The following &quot;spell out&quot; has been put on the clipboard: %1</source>
         <translation>次の言葉による表記をクリップボードに置きました: %1</translation>
+    </message>
+</context>
+<context>
+    <name>tallyvox::Startup</name>
+    <message>
+        <source>tallyvox: cannot open the display%1 (%2), so there is no selection to read
+</source>
+        <translation>tallyvox: ディスプレイ%1 を開けないため (%2)、読み取る選択がありません
+</translation>
+    </message>
+    <message>
+        <source>tallyvox: cannot open the display%1 (%2); the clipboard is left as it is
+</source>
+        <translation>tallyvox: ディスプレイ%1 を開けません (%2)。クリップボードはそのままです
+</translation>
+    </message>
+    <message>
+        <source>tallyvox: the running instance did not answer
+</source>
+        <translation>tallyvox: 動作中のインスタンスが応答しませんでした
+</translation>
     </message>
 </context>
 <context>

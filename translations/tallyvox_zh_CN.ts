@@ -913,6 +913,24 @@ Try &apos;tallyvox --help&apos;.
     </message>
 </context>
 <context>
+    <name>tallyvox::ConsoleDesktop</name>
+    <message>
+        <source>tallyvox: the open panel is not available in console mode
+</source>
+        <translation>tallyvox：控制台模式下没有打开对话框
+</translation>
+    </message>
+</context>
+<context>
+    <name>tallyvox::ConsoleMode</name>
+    <message>
+        <source>tallyvox: the selection holds nothing
+</source>
+        <translation>tallyvox：选区为空
+</translation>
+    </message>
+</context>
+<context>
     <name>tallyvox::DecodeAndSave</name>
     <message>
         <source>The file &quot;%1&quot; was not saved: %2.</source>
@@ -925,6 +943,15 @@ Try &apos;tallyvox --help&apos;.
     <message>
         <source>The text could not be decoded as UTF8</source>
         <translation>无法将文本解码为 UTF-8</translation>
+    </message>
+</context>
+<context>
+    <name>tallyvox::Integration</name>
+    <message>
+        <source>tallyvox: could not write %1
+</source>
+        <translation>tallyvox：无法写入 %1
+</translation>
     </message>
 </context>
 <context>
@@ -1023,6 +1050,27 @@ Try &apos;tallyvox --help&apos;.
     <message>
         <source>The following &quot;spell out&quot; has been put on the clipboard: %1</source>
         <translation>以下文字拼写已放到剪贴板：%1</translation>
+    </message>
+</context>
+<context>
+    <name>tallyvox::Startup</name>
+    <message>
+        <source>tallyvox: cannot open the display%1 (%2), so there is no selection to read
+</source>
+        <translation>tallyvox：无法打开显示%1 (%2)，因此没有可读取的选区
+</translation>
+    </message>
+    <message>
+        <source>tallyvox: cannot open the display%1 (%2); the clipboard is left as it is
+</source>
+        <translation>tallyvox：无法打开显示%1 (%2)；剪贴板保持不变
+</translation>
+    </message>
+    <message>
+        <source>tallyvox: the running instance did not answer
+</source>
+        <translation>tallyvox：正在运行的实例没有应答
+</translation>
     </message>
 </context>
 <context>
