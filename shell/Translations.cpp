@@ -16,6 +16,13 @@ namespace {
 constexpr char builtInFolder[] = ":/i18n";
 constexpr char installedFolder[] = "/../share/tallyvox/translations";
 
+// Set once at start-up, before any window asks for it.
+QString& lastInstalled()
+{
+    static QString language;
+    return language;
+}
+
 bool isPlainLocale(const QString& locale)
 {
     return locale == u"C" || locale == u"POSIX" || locale.startsWith(u"C.") ||
@@ -79,6 +86,7 @@ QString installTranslations(QCoreApplication& app, const QStringList& languages)
 {
     const QString installed =
         QCoreApplication::applicationDirPath() + QLatin1String(installedFolder);
+    lastInstalled().clear();
     auto own = std::make_unique<QTranslator>(&app);
     QString chosen;
     for (const QString& language : languages) {
@@ -96,12 +104,18 @@ QString installTranslations(QCoreApplication& app, const QStringList& languages)
         return {};
     }
     QCoreApplication::installTranslator(own.release());
+    lastInstalled() = chosen;
     auto qt = std::make_unique<QTranslator>(&app);
     if (loadFor(*qt, {chosen}, QStringLiteral("qtbase"),
                 QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QCoreApplication::installTranslator(qt.release());
     }
     return chosen;
+}
+
+QString installedLanguage()
+{
+    return lastInstalled();
 }
 
 } // namespace tallyvox

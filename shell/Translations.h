@@ -19,4 +19,7 @@ QStringList messageLanguages();
 /// text as it is. Gives the language installed, empty when none.
 QString installTranslations(QCoreApplication& app, const QStringList& languages);
 
+/// The language installTranslations() last installed, empty for none (English).
+QString installedLanguage();
+
 } // namespace tallyvox
