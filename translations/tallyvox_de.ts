@@ -264,6 +264,13 @@
     </message>
 </context>
 <context>
+    <name>WordList</name>
+    <message>
+        <source>No Hunspell dictionary &quot;%1&quot; is installed, so the word lists are made without grouping word forms. Debian&apos;s hunspell packages install dictionaries (hunspell-en-us for en_US).</source>
+        <translation>Es ist kein Hunspell-Wörterbuch „%1“ installiert, daher werden die Wortlisten ohne Gruppierung der Wortformen erstellt. Debians hunspell-Pakete installieren Wörterbücher (hunspell-en-us für en_US).</translation>
+    </message>
+</context>
+<context>
     <name>tallyvox::AboutWindow</name>
     <message>
         <source>About Tallyvox</source>
@@ -788,23 +795,6 @@ steht für diese Datei.
 </translation>
     </message>
     <message>
-        <source>  LemmaListPath     a UTF-8 file of lines &quot;headword -&gt; form, form, ...&quot;; #
-                    starts a comment; each headword is one entry with its
-                    forms&apos; counts added up and the forms found after it,
-                    &quot;{form N, ...}&quot; (CSV and TSV: a column &quot;forms&quot;); ~/
-                    and relative paths start at the home folder [none]
-
-</source>
-        <translation>  LemmaListPath     eine UTF-8-Datei mit Zeilen &quot;headword -&gt; form, form, ...&quot;; #
-                    leitet einen Kommentar ein; jede Grundform ist ein Eintrag,
-                    in dem die Anzahlen ihrer Formen addiert sind, gefolgt von
-                    den gefundenen Formen, &quot;{form N, ...}&quot; (CSV und TSV: eine
-                    Spalte &quot;forms&quot;); ~/ und relative Pfade beginnen im
-                    persönlichen Ordner [keine]
-
-</translation>
-    </message>
-    <message>
         <source>Environment:
 </source>
         <translation>Umgebung:
@@ -948,6 +938,41 @@ Try &apos;tallyvox --help&apos;.
 »tallyvox --help« gibt weitere Informationen.
 </translation>
     </message>
+    <message>
+        <source>  LemmaListPath     a UTF-8 file of lines &quot;headword -&gt; form, form, ...&quot;; #
+                    starts a comment; each headword is one entry with its
+                    forms&apos; counts added up and the forms found after it,
+                    &quot;{form N, ...}&quot; (CSV and TSV: a column &quot;forms&quot;); ~/
+                    and relative paths start at the home folder [none]
+</source>
+        <translation>  LemmaListPath     eine UTF-8-Datei mit Zeilen &quot;headword -&gt; form, form, ...&quot;; #
+                    leitet einen Kommentar ein; jede Grundform ist ein Eintrag,
+                    in dem die Anzahlen ihrer Formen addiert sind, gefolgt von
+                    den gefundenen Formen, &quot;{form N, ...}&quot; (CSV und TSV: eine
+                    Spalte &quot;forms&quot;); ~/ und relative Pfade beginnen im
+                    persönlichen Ordner [keine]
+</translation>
+    </message>
+    <message>
+        <source>  Lemmatize         true: with no LemmaListPath, forms are grouped under their
+                    stem in a Hunspell dictionary (Debian&apos;s hunspell-*
+                    packages); words it does not know stay as they are
+                    [false]
+</source>
+        <translation>  Lemmatize         true: ohne LemmaListPath werden Formen unter ihrem Stamm in
+                    einem Hunspell-Wörterbuch gruppiert (Debians
+                    hunspell-*-Pakete); Wörter, die es nicht kennt, bleiben, wie
+                    sie sind [false]
+</translation>
+    </message>
+    <message>
+        <source>  LemmaLanguage     the dictionary&apos;s name, as en_US [the locale&apos;s]
+
+</source>
+        <translation>  LemmaLanguage     der Name des Wörterbuchs, etwa en_US [das der Locale]
+
+</translation>
+    </message>
 </context>
 <context>
     <name>tallyvox::ConsoleDesktop</name>
@@ -1039,6 +1064,30 @@ Try &apos;tallyvox --help&apos;.
     <message>
         <source>Choose a Reference</source>
         <translation>Referenz wählen</translation>
+    </message>
+    <message>
+        <source>Group word forms by a dictionary</source>
+        <translation>Wortformen nach einem Wörterbuch gruppieren</translation>
+    </message>
+    <message>
+        <source>Without a lemma list, each word is counted under its stem in the Hunspell dictionary chosen below (goes, going: go). Words it does not know stay as they are.</source>
+        <translation>Ohne Lemmaliste wird jedes Wort unter seinem Stamm im unten gewählten Hunspell-Wörterbuch gezählt (goes, going: go). Wörter, die es nicht kennt, bleiben, wie sie sind.</translation>
+    </message>
+    <message>
+        <source>The Hunspell dictionary that groups the word forms: those installed (Debian&apos;s hunspell-* packages).</source>
+        <translation>Das Hunspell-Wörterbuch, das die Wortformen gruppiert: die installierten (Debians hunspell-*-Pakete).</translation>
+    </message>
+    <message>
+        <source>The locale&apos;s (%1)</source>
+        <translation>Das der Locale (%1)</translation>
+    </message>
+    <message>
+        <source>Dictionary:</source>
+        <translation>Wörterbuch:</translation>
+    </message>
+    <message>
+        <source>%1 (not installed)</source>
+        <translation>%1 (nicht installiert)</translation>
     </message>
 </context>
 <context>

@@ -264,6 +264,13 @@
     </message>
 </context>
 <context>
+    <name>WordList</name>
+    <message>
+        <source>No Hunspell dictionary &quot;%1&quot; is installed, so the word lists are made without grouping word forms. Debian&apos;s hunspell packages install dictionaries (hunspell-en-us for en_US).</source>
+        <translation>No hay instalado ningún diccionario Hunspell «%1», así que las listas de palabras se hacen sin agrupar las formas de las palabras. Los paquetes hunspell de Debian instalan diccionarios (hunspell-en-us para en_US).</translation>
+    </message>
+</context>
+<context>
     <name>tallyvox::AboutWindow</name>
     <message>
         <source>About Tallyvox</source>
@@ -790,22 +797,6 @@ representa ese archivo.
 </translation>
     </message>
     <message>
-        <source>  LemmaListPath     a UTF-8 file of lines &quot;headword -&gt; form, form, ...&quot;; #
-                    starts a comment; each headword is one entry with its
-                    forms&apos; counts added up and the forms found after it,
-                    &quot;{form N, ...}&quot; (CSV and TSV: a column &quot;forms&quot;); ~/
-                    and relative paths start at the home folder [none]
-
-</source>
-        <translation>  LemmaListPath     un archivo UTF-8 de líneas &quot;headword -&gt; form, form, ...&quot;; #
-                    inicia un comentario; cada lema es una entrada que suma los
-                    recuentos de sus formas, seguida de las formas halladas,
-                    &quot;{form N, ...}&quot; (CSV y TSV: una columna &quot;forms&quot;); ~/ y las
-                    rutas relativas parten de la carpeta personal [ninguna]
-
-</translation>
-    </message>
-    <message>
         <source>Environment:
 </source>
         <translation>Entorno:
@@ -950,6 +941,40 @@ Try &apos;tallyvox --help&apos;.
 Pruebe «tallyvox --help».
 </translation>
     </message>
+    <message>
+        <source>  LemmaListPath     a UTF-8 file of lines &quot;headword -&gt; form, form, ...&quot;; #
+                    starts a comment; each headword is one entry with its
+                    forms&apos; counts added up and the forms found after it,
+                    &quot;{form N, ...}&quot; (CSV and TSV: a column &quot;forms&quot;); ~/
+                    and relative paths start at the home folder [none]
+</source>
+        <translation>  LemmaListPath     un archivo UTF-8 de líneas &quot;headword -&gt; form, form, ...&quot;; #
+                    inicia un comentario; cada lema es una entrada que suma los
+                    recuentos de sus formas, seguida de las formas halladas,
+                    &quot;{form N, ...}&quot; (CSV y TSV: una columna &quot;forms&quot;); ~/ y las
+                    rutas relativas parten de la carpeta personal [ninguna]
+</translation>
+    </message>
+    <message>
+        <source>  Lemmatize         true: with no LemmaListPath, forms are grouped under their
+                    stem in a Hunspell dictionary (Debian&apos;s hunspell-*
+                    packages); words it does not know stay as they are
+                    [false]
+</source>
+        <translation>  Lemmatize         true: sin LemmaListPath, las formas se agrupan bajo su raíz
+                    en un diccionario Hunspell (paquetes hunspell-* de Debian);
+                    las palabras que no conoce se quedan como están [false]
+</translation>
+    </message>
+    <message>
+        <source>  LemmaLanguage     the dictionary&apos;s name, as en_US [the locale&apos;s]
+
+</source>
+        <translation>  LemmaLanguage     el nombre del diccionario, como en_US [el de la
+                    configuración regional]
+
+</translation>
+    </message>
 </context>
 <context>
     <name>tallyvox::ConsoleDesktop</name>
@@ -1041,6 +1066,30 @@ Pruebe «tallyvox --help».
     <message>
         <source>Choose a Reference</source>
         <translation>Elegir una referencia</translation>
+    </message>
+    <message>
+        <source>Group word forms by a dictionary</source>
+        <translation>Agrupar las formas de las palabras según un diccionario</translation>
+    </message>
+    <message>
+        <source>Without a lemma list, each word is counted under its stem in the Hunspell dictionary chosen below (goes, going: go). Words it does not know stay as they are.</source>
+        <translation>Sin lista de lemas, cada palabra se cuenta bajo su raíz en el diccionario Hunspell elegido abajo (goes, going: go). Las palabras que no conoce se quedan como están.</translation>
+    </message>
+    <message>
+        <source>The Hunspell dictionary that groups the word forms: those installed (Debian&apos;s hunspell-* packages).</source>
+        <translation>El diccionario Hunspell que agrupa las formas de las palabras: los instalados (paquetes hunspell-* de Debian).</translation>
+    </message>
+    <message>
+        <source>The locale&apos;s (%1)</source>
+        <translation>El de la configuración regional (%1)</translation>
+    </message>
+    <message>
+        <source>Dictionary:</source>
+        <translation>Diccionario:</translation>
+    </message>
+    <message>
+        <source>%1 (not installed)</source>
+        <translation>%1 (no instalado)</translation>
     </message>
 </context>
 <context>

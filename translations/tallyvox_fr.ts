@@ -264,6 +264,13 @@
     </message>
 </context>
 <context>
+    <name>WordList</name>
+    <message>
+        <source>No Hunspell dictionary &quot;%1&quot; is installed, so the word lists are made without grouping word forms. Debian&apos;s hunspell packages install dictionaries (hunspell-en-us for en_US).</source>
+        <translation>Aucun dictionnaire Hunspell « %1 » n’est installé ; les listes de mots sont donc faites sans regrouper les formes des mots. Les paquets hunspell de Debian installent des dictionnaires (hunspell-en-us pour en_US).</translation>
+    </message>
+</context>
+<context>
     <name>tallyvox::AboutWindow</name>
     <message>
         <source>About Tallyvox</source>
@@ -790,23 +797,6 @@ ce fichier.
 </translation>
     </message>
     <message>
-        <source>  LemmaListPath     a UTF-8 file of lines &quot;headword -&gt; form, form, ...&quot;; #
-                    starts a comment; each headword is one entry with its
-                    forms&apos; counts added up and the forms found after it,
-                    &quot;{form N, ...}&quot; (CSV and TSV: a column &quot;forms&quot;); ~/
-                    and relative paths start at the home folder [none]
-
-</source>
-        <translation>  LemmaListPath     un fichier UTF-8 de lignes &quot;headword -&gt; form, form, ...&quot; ; #
-                    commence un commentaire ; chaque lemme forme une entrée où
-                    les nombres de ses formes sont additionnés, suivie des
-                    formes trouvées, &quot;{form N, ...}&quot; (CSV et TSV : une colonne
-                    &quot;forms&quot;) ; ~/ et les chemins relatifs partent du dossier
-                    personnel [aucun]
-
-</translation>
-    </message>
-    <message>
         <source>Environment:
 </source>
         <translation>Environnement :
@@ -947,6 +937,42 @@ Try &apos;tallyvox --help&apos;.
 Essayez « tallyvox --help ».
 </translation>
     </message>
+    <message>
+        <source>  LemmaListPath     a UTF-8 file of lines &quot;headword -&gt; form, form, ...&quot;; #
+                    starts a comment; each headword is one entry with its
+                    forms&apos; counts added up and the forms found after it,
+                    &quot;{form N, ...}&quot; (CSV and TSV: a column &quot;forms&quot;); ~/
+                    and relative paths start at the home folder [none]
+</source>
+        <translation>  LemmaListPath     un fichier UTF-8 de lignes &quot;headword -&gt; form, form, ...&quot; ; #
+                    commence un commentaire ; chaque lemme forme une entrée où
+                    les nombres de ses formes sont additionnés, suivie des
+                    formes trouvées, &quot;{form N, ...}&quot; (CSV et TSV : une colonne
+                    &quot;forms&quot;) ; ~/ et les chemins relatifs partent du dossier
+                    personnel [aucun]
+</translation>
+    </message>
+    <message>
+        <source>  Lemmatize         true: with no LemmaListPath, forms are grouped under their
+                    stem in a Hunspell dictionary (Debian&apos;s hunspell-*
+                    packages); words it does not know stay as they are
+                    [false]
+</source>
+        <translation>  Lemmatize         true : sans LemmaListPath, les formes sont regroupées sous
+                    leur radical dans un dictionnaire Hunspell (paquets
+                    hunspell-* de Debian) ; les mots qu’il ne connaît pas
+                    restent tels quels [false]
+</translation>
+    </message>
+    <message>
+        <source>  LemmaLanguage     the dictionary&apos;s name, as en_US [the locale&apos;s]
+
+</source>
+        <translation>  LemmaLanguage     le nom du dictionnaire, par exemple en_US [celui de la
+                    locale]
+
+</translation>
+    </message>
 </context>
 <context>
     <name>tallyvox::ConsoleDesktop</name>
@@ -1038,6 +1064,30 @@ Essayez « tallyvox --help ».
     <message>
         <source>Choose a Reference</source>
         <translation>Choisir une référence</translation>
+    </message>
+    <message>
+        <source>Group word forms by a dictionary</source>
+        <translation>Regrouper les formes des mots selon un dictionnaire</translation>
+    </message>
+    <message>
+        <source>Without a lemma list, each word is counted under its stem in the Hunspell dictionary chosen below (goes, going: go). Words it does not know stay as they are.</source>
+        <translation>Sans liste de lemmes, chaque mot est compté sous son radical dans le dictionnaire Hunspell choisi ci-dessous (goes, going : go). Les mots qu’il ne connaît pas restent tels quels.</translation>
+    </message>
+    <message>
+        <source>The Hunspell dictionary that groups the word forms: those installed (Debian&apos;s hunspell-* packages).</source>
+        <translation>Le dictionnaire Hunspell qui regroupe les formes des mots : ceux qui sont installés (paquets hunspell-* de Debian).</translation>
+    </message>
+    <message>
+        <source>The locale&apos;s (%1)</source>
+        <translation>Celui de la locale (%1)</translation>
+    </message>
+    <message>
+        <source>Dictionary:</source>
+        <translation>Dictionnaire :</translation>
+    </message>
+    <message>
+        <source>%1 (not installed)</source>
+        <translation>%1 (non installé)</translation>
     </message>
 </context>
 <context>

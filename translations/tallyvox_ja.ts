@@ -264,6 +264,13 @@
     </message>
 </context>
 <context>
+    <name>WordList</name>
+    <message>
+        <source>No Hunspell dictionary &quot;%1&quot; is installed, so the word lists are made without grouping word forms. Debian&apos;s hunspell packages install dictionaries (hunspell-en-us for en_US).</source>
+        <translation>Hunspell 辞書「%1」がインストールされていないため、語形をまとめずに単語リストを作ります。辞書は Debian の hunspell パッケージでインストールできます (en_US なら hunspell-en-us)。</translation>
+    </message>
+</context>
+<context>
     <name>tallyvox::AboutWindow</name>
     <message>
         <source>About Tallyvox</source>
@@ -771,22 +778,6 @@ file.
 </translation>
     </message>
     <message>
-        <source>  LemmaListPath     a UTF-8 file of lines &quot;headword -&gt; form, form, ...&quot;; #
-                    starts a comment; each headword is one entry with its
-                    forms&apos; counts added up and the forms found after it,
-                    &quot;{form N, ...}&quot; (CSV and TSV: a column &quot;forms&quot;); ~/
-                    and relative paths start at the home folder [none]
-
-</source>
-        <translation>  LemmaListPath     &quot;headword -&gt; form, form, ...&quot; の行からなる UTF-8 ファイル。#
-                    以降はコメント。見出し語ごとに一つの項目になり、語形の出現数
-                    を合計し、見つかった語形を後ろに &quot;{form N, ...}&quot; と付ける
-                    (CSV と TSV: 列 &quot;forms&quot;)。~/ と相対パスはホームフォルダーか
-                    ら [なし]
-
-</translation>
-    </message>
-    <message>
         <source>Environment:
 </source>
         <translation>環境変数:
@@ -924,6 +915,39 @@ Try &apos;tallyvox --help&apos;.
 詳しくは &apos;tallyvox --help&apos; を実行してください。
 </translation>
     </message>
+    <message>
+        <source>  LemmaListPath     a UTF-8 file of lines &quot;headword -&gt; form, form, ...&quot;; #
+                    starts a comment; each headword is one entry with its
+                    forms&apos; counts added up and the forms found after it,
+                    &quot;{form N, ...}&quot; (CSV and TSV: a column &quot;forms&quot;); ~/
+                    and relative paths start at the home folder [none]
+</source>
+        <translation>  LemmaListPath     &quot;headword -&gt; form, form, ...&quot; の行からなる UTF-8 ファイル。#
+                    以降はコメント。見出し語ごとに一つの項目になり、語形の出現数
+                    を合計し、見つかった語形を後ろに &quot;{form N, ...}&quot; と付ける
+                    (CSV と TSV: 列 &quot;forms&quot;)。~/ と相対パスはホームフォルダーか
+                    ら [なし]
+</translation>
+    </message>
+    <message>
+        <source>  Lemmatize         true: with no LemmaListPath, forms are grouped under their
+                    stem in a Hunspell dictionary (Debian&apos;s hunspell-*
+                    packages); words it does not know stay as they are
+                    [false]
+</source>
+        <translation>  Lemmatize         true: LemmaListPath がなければ、語形を Hunspell 辞書 (Debian
+                    の hunspell-* パッケージ) の語幹にまとめる。辞書にない単語は
+                    そのまま [false]
+</translation>
+    </message>
+    <message>
+        <source>  LemmaLanguage     the dictionary&apos;s name, as en_US [the locale&apos;s]
+
+</source>
+        <translation>  LemmaLanguage     辞書の名前。en_US など [ロケールのもの]
+
+</translation>
+    </message>
 </context>
 <context>
     <name>tallyvox::ConsoleDesktop</name>
@@ -1015,6 +1039,30 @@ Try &apos;tallyvox --help&apos;.
     <message>
         <source>Choose a Reference</source>
         <translation>参照の選択</translation>
+    </message>
+    <message>
+        <source>Group word forms by a dictionary</source>
+        <translation>辞書で語形をまとめる</translation>
+    </message>
+    <message>
+        <source>Without a lemma list, each word is counted under its stem in the Hunspell dictionary chosen below (goes, going: go). Words it does not know stay as they are.</source>
+        <translation>レンマリストがない場合、各単語を下で選んだ Hunspell 辞書での語幹にまとめて数えます (goes, going: go)。辞書にない単語はそのままです。</translation>
+    </message>
+    <message>
+        <source>The Hunspell dictionary that groups the word forms: those installed (Debian&apos;s hunspell-* packages).</source>
+        <translation>語形をまとめる Hunspell 辞書。インストール済みのものから選べます (Debian の hunspell-* パッケージ)。</translation>
+    </message>
+    <message>
+        <source>The locale&apos;s (%1)</source>
+        <translation>ロケールのもの (%1)</translation>
+    </message>
+    <message>
+        <source>Dictionary:</source>
+        <translation>辞書:</translation>
+    </message>
+    <message>
+        <source>%1 (not installed)</source>
+        <translation>%1 (未インストール)</translation>
     </message>
 </context>
 <context>

@@ -264,6 +264,13 @@
     </message>
 </context>
 <context>
+    <name>WordList</name>
+    <message>
+        <source>No Hunspell dictionary &quot;%1&quot; is installed, so the word lists are made without grouping word forms. Debian&apos;s hunspell packages install dictionaries (hunspell-en-us for en_US).</source>
+        <translation>未安装 Hunspell 词典“%1”，因此生成词表时不归并词形。Debian 的 hunspell 软件包可以安装词典（en_US 对应 hunspell-en-us）。</translation>
+    </message>
+</context>
+<context>
     <name>tallyvox::AboutWindow</name>
     <message>
         <source>About Tallyvox</source>
@@ -763,21 +770,6 @@ file.
 </translation>
     </message>
     <message>
-        <source>  LemmaListPath     a UTF-8 file of lines &quot;headword -&gt; form, form, ...&quot;; #
-                    starts a comment; each headword is one entry with its
-                    forms&apos; counts added up and the forms found after it,
-                    &quot;{form N, ...}&quot; (CSV and TSV: a column &quot;forms&quot;); ~/
-                    and relative paths start at the home folder [none]
-
-</source>
-        <translation>  LemmaListPath     由 &quot;headword -&gt; form, form, ...&quot; 行组成的 UTF-8 文件；# 开始
-                    注释；每个词目为一个条目，其各词形计数相加，后附找到的词形
-                    &quot;{form N, ...}&quot;（CSV 和 TSV：一列 &quot;forms&quot;）；~/ 和相对路径从
-                    主文件夹开始 [无]
-
-</translation>
-    </message>
-    <message>
         <source>Environment:
 </source>
         <translation>环境变量：
@@ -911,6 +903,38 @@ Try &apos;tallyvox --help&apos;.
 请尝试执行“tallyvox --help”。
 </translation>
     </message>
+    <message>
+        <source>  LemmaListPath     a UTF-8 file of lines &quot;headword -&gt; form, form, ...&quot;; #
+                    starts a comment; each headword is one entry with its
+                    forms&apos; counts added up and the forms found after it,
+                    &quot;{form N, ...}&quot; (CSV and TSV: a column &quot;forms&quot;); ~/
+                    and relative paths start at the home folder [none]
+</source>
+        <translation>  LemmaListPath     由 &quot;headword -&gt; form, form, ...&quot; 行组成的 UTF-8 文件；# 开始
+                    注释；每个词目为一个条目，其各词形计数相加，后附找到的词形
+                    &quot;{form N, ...}&quot;（CSV 和 TSV：一列 &quot;forms&quot;）；~/ 和相对路径从
+                    主文件夹开始 [无]
+</translation>
+    </message>
+    <message>
+        <source>  Lemmatize         true: with no LemmaListPath, forms are grouped under their
+                    stem in a Hunspell dictionary (Debian&apos;s hunspell-*
+                    packages); words it does not know stay as they are
+                    [false]
+</source>
+        <translation>  Lemmatize         true：没有 LemmaListPath 时，按 Hunspell 词典（Debian 的
+                    hunspell-* 软件包）中的词干归并词形；词典中没有的词保持原样
+                    [false]
+</translation>
+    </message>
+    <message>
+        <source>  LemmaLanguage     the dictionary&apos;s name, as en_US [the locale&apos;s]
+
+</source>
+        <translation>  LemmaLanguage     词典名称，例如 en_US [区域设置的]
+
+</translation>
+    </message>
 </context>
 <context>
     <name>tallyvox::ConsoleDesktop</name>
@@ -1002,6 +1026,30 @@ Try &apos;tallyvox --help&apos;.
     <message>
         <source>Choose a Reference</source>
         <translation>选择参照</translation>
+    </message>
+    <message>
+        <source>Group word forms by a dictionary</source>
+        <translation>按词典归并词形</translation>
+    </message>
+    <message>
+        <source>Without a lemma list, each word is counted under its stem in the Hunspell dictionary chosen below (goes, going: go). Words it does not know stay as they are.</source>
+        <translation>没有词目表时，每个词按下方所选 Hunspell 词典中的词干计数（goes、going：go）。词典中没有的词保持原样。</translation>
+    </message>
+    <message>
+        <source>The Hunspell dictionary that groups the word forms: those installed (Debian&apos;s hunspell-* packages).</source>
+        <translation>用于归并词形的 Hunspell 词典：可从已安装的词典中选择（Debian 的 hunspell-* 软件包）。</translation>
+    </message>
+    <message>
+        <source>The locale&apos;s (%1)</source>
+        <translation>区域设置的词典 (%1)</translation>
+    </message>
+    <message>
+        <source>Dictionary:</source>
+        <translation>词典：</translation>
+    </message>
+    <message>
+        <source>%1 (not installed)</source>
+        <translation>%1（未安装）</translation>
     </message>
 </context>
 <context>

@@ -102,9 +102,12 @@ QStringList escapedOrClipped(const QWidget& window)
             qobject_cast<const QAbstractSpinBox*>(widget) ||
             widget->property("wholeText").isValid() ||
             (box && button && box->standardButton(button) != QDialogButtonBox::NoButton);
+        // A dictionary's name (en_US) is data too.
+        static const QRegularExpression dictionary(u"^[a-z]{2,3}(_[A-Z]{2})?$"_s);
         for (QString text : std::as_const(texts)) {
             text.remove(QRegularExpression(u"<[^>]*>"_s));
-            if (!data && !text.trimmed().isEmpty() && !text.startsWith(u'[')) {
+            if (!data && !text.trimmed().isEmpty() && !text.startsWith(u'[') &&
+                !dictionary.match(text).hasMatch()) {
                 found.append(text);
             }
         }
