@@ -6,7 +6,8 @@ CMAKE_FLAGS ?=
 ARGS ?=
 FUZZ_SECONDS ?= 60
 
-.PHONY: all deps configure build run test asan-test tsan-test bench fuzz format format-check lint clean
+.PHONY: all deps configure build run test asan-test tsan-test bench fuzz format format-check lint clean \
+	update-translations pseudo-run
 
 all: build
 
@@ -59,6 +60,15 @@ lint: build
 		'$(CURDIR)/(shell|prefs|words|services|support|indexer|tests|bench)/.*\.cpp$$' \
 		>$(BUILD)/lint.log 2>&1 || { grep -E -A3 '(warning|error):' $(BUILD)/lint.log; exit 1; }
 	@echo "lint: no findings"
+
+# lupdate over every source: new texts enter translations/*.ts as unfinished, removed ones
+# leave (docs/translations.md).
+update-translations: configure
+	cmake --build $(BUILD) --target update_translations
+
+# The program in the pseudo-language, every text bracketed and 40 % longer.
+pseudo-run: build
+	LC_ALL= LC_MESSAGES= LANG=en_US.UTF-8 LANGUAGE=en_XA $(BUILD)/bin/tallyvox $(ARGS)
 
 clean:
 	rm -rf build build-asan build-tsan

@@ -3,6 +3,7 @@
 #include "prefs/PlistLimits.h"
 #include "support/RegularFile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -106,8 +107,10 @@ std::optional<QString> PreferenceStore::refusal() const
     if (::stat(QFile::encodeName(m_path).constData(), &info) != 0 || S_ISREG(info.st_mode)) {
         return std::nullopt;
     }
-    return QStringLiteral("The settings file \"%1\" is no regular file; Tallyvox uses its "
-                          "default settings and sets it aside at the first change.")
+    return QCoreApplication::translate(
+               "tallyvox::PreferenceStore",
+               "The settings file \"%1\" is no regular file; Tallyvox uses its "
+               "default settings and sets it aside at the first change.")
         .arg(m_path);
 }
 

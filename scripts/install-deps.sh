@@ -7,6 +7,7 @@ set -eu
 packages="
 build-essential cmake ninja-build pkg-config
 qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-image-formats-plugins libqt6svg6
+qt6-tools-dev qt6-l10n-tools qt6-translations-l10n
 libicu-dev libplist-dev libuchardet-dev libglib2.0-dev unicode-data libhunspell-dev hunspell-en-us
 libpoppler-cpp-dev libxml2-dev libarchive-dev
 clang libclang-rt-14-dev

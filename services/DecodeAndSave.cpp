@@ -5,6 +5,7 @@
 #include "services/naming/NameFileByContentType.h"
 #include "support/Desktop.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringEncoder>
@@ -33,7 +34,9 @@ struct Descriptor {
 
 QString saveFailure(const QString& path, const QString& reason)
 {
-    return QStringLiteral("The file \"%1\" was not saved: %2.").arg(path, reason);
+    return QCoreApplication::translate("tallyvox::DecodeAndSave",
+                                       "The file \"%1\" was not saved: %2.")
+        .arg(path, reason);
 }
 
 QString errorText(int error)
@@ -134,7 +137,8 @@ void DecodeAndSaveBase64(Desktop& desktop, const QString& text)
 {
     const std::optional<QByteArray> data = dataFromBase64String(text);
     if (!data) {
-        desktop.alert(QStringLiteral("The text could not be base64 decoded"));
+        desktop.alert(QCoreApplication::translate("tallyvox::DecodeAndSave",
+                                                  "The text could not be base64 decoded"));
         return;
     }
     const QString path = desktop.chooseSavePath(QStringLiteral("DecodedBase64"));
@@ -163,7 +167,8 @@ void SaveGraphicData(Desktop& desktop, const QString& text)
 {
     const std::optional<QByteArray> data = utf8Data(text);
     if (!data) {
-        desktop.alert(QStringLiteral("The text could not be decoded as UTF8"));
+        desktop.alert(QCoreApplication::translate("tallyvox::DecodeAndSave",
+                                                  "The text could not be decoded as UTF8"));
         return;
     }
     const QString path = desktop.chooseSavePath(QStringLiteral("Graphic"));

@@ -5,9 +5,11 @@
 #include "support/Desktop.h"
 #include "support/FileRefPaths.h"
 #include "support/RegularFile.h"
+#include "support/Translation.h"
 #include "words/IndexerClient.h"
 #include "words/WordList.h"
 
+#include <QCoreApplication>
 #include <uchardet.h>
 #include <unicode/ucnv.h>
 
@@ -88,10 +90,12 @@ public:
     Status commit() override
     {
         if (!m_stopped) {
-            m_context.desktop.alert((m_mode == ProcessMode::WordCount
-                                         ? QStringLiteral("Word count: %1")
-                                         : QStringLiteral("Content character count: %1"))
-                                        .arg(m_total));
+            m_context.desktop.alert(
+                (m_mode == ProcessMode::WordCount
+                     ? QCoreApplication::translate("tallyvox::ProcessFile", "Word count: %1")
+                     : QCoreApplication::translate("tallyvox::ProcessFile",
+                                                   "Content character count: %1"))
+                    .arg(m_total));
         }
         return noErr;
     }
@@ -194,7 +198,7 @@ void DecodeBase64File(Desktop& desktop, const FileRef& file)
     struct stat info {};
     if (::stat(encodePath(*path).constData(), &info) == 0 && S_ISREG(info.st_mode) &&
         info.st_size > largestFileReadAsText) {
-        desktop.alert(QString::fromUtf16(fileTooLargeMessage).arg(file.name()));
+        desktop.alert(translated("tallyvox::ProcessFile", fileTooLargeMessage).arg(file.name()));
         return;
     }
     const std::optional<QString> text = ReadFileAsText(*path);

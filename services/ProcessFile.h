@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/FileRef.h"
+#include "support/Translation.h"
 #include "words/FileJob.h"
 #include "words/WordContext.h"
 
@@ -48,7 +49,8 @@ void DecodeBase64File(Desktop& desktop, const FileRef& file);
 std::optional<QString> ReadFileAsText(const QString& path);
 
 /// The alert for a file too large to decode.
-inline constexpr char16_t fileTooLargeMessage[] =
-    u"The file \"%1\" is too large to decode: Tallyvox decodes files of up to 32 MB.";
+inline constexpr char16_t fileTooLargeMessage[] = TALLYVOX_TRANSLATE_NOOP(
+    "tallyvox::ProcessFile",
+    "The file \"%1\" is too large to decode: Tallyvox decodes files of up to 32 MB.");
 
 } // namespace tallyvox

@@ -7,6 +7,7 @@
 #include "services/TemporaryFile.h"
 #include "support/Desktop.h"
 
+#include <QCoreApplication>
 #include <QUrl>
 
 #include <array>
@@ -143,7 +144,9 @@ Status ServiceJob::commit()
         switch (m_mode) {
         case ProcessMode::CharCount:
             // The selection's own UTF-16 length, unlike a file's count of word characters.
-            desktop.alert(QStringLiteral("Character count: %1").arg(m_text->size()));
+            desktop.alert(
+                QCoreApplication::translate("tallyvox::ServiceDispatcher", "Character count: %1")
+                    .arg(m_text->size()));
             break;
         case ProcessMode::DecodeBase64:
             DecodeAndSaveBase64(desktop, *m_text);
@@ -159,7 +162,8 @@ Status ServiceJob::commit()
         }
     }
     if (failed()) {
-        desktop.failureAlert(QString::fromUtf16(unreadableFileMessage).arg(m_fileName));
+        desktop.failureAlert(
+            translated("tallyvox::ServiceDispatcher", unreadableFileMessage).arg(m_fileName));
     }
     if (m_context.words.preferences.GetQuitWhenDone() && m_context.armQuitTimer) {
         m_context.armQuitTimer(quitDelay);

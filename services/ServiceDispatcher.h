@@ -3,6 +3,7 @@
 #include "services/Pasteboard.h"
 #include "services/ProcessFile.h"
 #include "support/Status.h"
+#include "support/Translation.h"
 #include "words/WordContext.h"
 
 #include <QString>
@@ -37,7 +38,8 @@ ProcessMode ServiceModeForMessage(const QString& messageName);
 
 /// The alert after a count or a list of a file that neither indexer could read (the count
 /// itself, 0, is shown as well).
-inline constexpr char16_t unreadableFileMessage[] = u"Tallyvox could not read \"%1\".";
+inline constexpr char16_t unreadableFileMessage[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::ServiceDispatcher", "Tallyvox could not read \"%1\".");
 
 /// One service request being performed. start() raises the application and begins what
 /// the request needs: a file handed over (as a file URL or as text naming one) goes to

@@ -3,6 +3,7 @@
 #include "services/Pasteboard.h"
 #include "support/Desktop.h"
 
+#include <QCoreApplication>
 #include <unicode/locid.h>
 #include <unicode/rbnf.h>
 #include <unicode/unistr.h>
@@ -53,13 +54,16 @@ void SpellOutNumber(Desktop& desktop, const QString& text)
     const std::optional<QString> words = spelledOut(leadingNumber(text));
     if (!words) {
         desktop.beep();
-        desktop.alert(QStringLiteral("The text could not be spelled out."));
+        desktop.alert(QCoreApplication::translate("tallyvox::SpellOutNumber",
+                                                  "The text could not be spelled out."));
         return;
     }
     PutTextOnClipboard(desktop, *words);
     desktop.playSound(QStringLiteral("Ping"));
-    desktop.alert(QStringLiteral("The following \"spell out\" has been put on the clipboard: %1")
-                      .arg(*words));
+    desktop.alert(
+        QCoreApplication::translate("tallyvox::SpellOutNumber",
+                                    "The following \"spell out\" has been put on the clipboard: %1")
+            .arg(*words));
 }
 
 } // namespace tallyvox

@@ -26,7 +26,7 @@ QLabel* centredLabel(const QString& text, QWidget* parent)
 AboutWindow::AboutWindow(Desktop& desktop, QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("AboutWindow"));
-    setWindowTitle(QStringLiteral("About Tallyvox"));
+    setWindowTitle(tr("About Tallyvox"));
     setAttribute(Qt::WA_DeleteOnClose);
     setMinimumWidth(380);
 
@@ -45,22 +45,21 @@ AboutWindow::AboutWindow(Desktop& desktop, QWidget* parent) : QDialog(parent)
     big.setBold(true);
     name->setFont(big);
     layout->addWidget(name);
-    QLabel* version = centredLabel(QStringLiteral("Version " TALLYVOX_VERSION), this);
+    QLabel* version = centredLabel(tr("Version %1").arg(QStringLiteral(TALLYVOX_VERSION)), this);
     version->setObjectName(QStringLiteral("version"));
     layout->addWidget(version);
-    layout->addWidget(centredLabel(QString::fromUtf16(productInfo::summary), this));
+    layout->addWidget(centredLabel(translated(productInfo::context, productInfo::summary), this));
     layout->addSpacing(8);
     layout->addWidget(centredLabel(QString::fromUtf16(productInfo::copyright), this));
-    QLabel* licence = centredLabel(QString::fromUtf16(productInfo::licence), this);
+    QLabel* licence = centredLabel(translated(productInfo::context, productInfo::licence), this);
     licence->setObjectName(QStringLiteral("licence"));
     layout->addWidget(licence);
 
     // There is no web site yet: the project's page is a section of the installed guide.
     const QUrl project = userGuideUrl(QString::fromLatin1(webAddresses::projectSection));
-    auto* link =
-        new QLabel(QStringLiteral("<a href=\"%1\">The project's page</a> (in the user guide)")
-                       .arg(QString::fromLatin1(project.toEncoded())),
-                   this);
+    auto* link = new QLabel(tr("<a href=\"%1\">The project's page</a> (in the user guide)")
+                                .arg(QString::fromLatin1(project.toEncoded())),
+                            this);
     link->setObjectName(QStringLiteral("projectLink"));
     link->setAlignment(Qt::AlignCenter);
     link->setToolTip(project.toLocalFile());

@@ -6,6 +6,7 @@
 #include "shell/WindowBounds.h"
 #include "support/Desktop.h"
 #include "support/IndexerStop.h"
+#include "support/Translation.h"
 
 #include <QAction>
 #include <QMenu>
@@ -16,7 +17,7 @@
 namespace tallyvox {
 
 namespace {
-constexpr char16_t farewell[] = u"Bye.";
+constexpr char16_t farewell[] = TALLYVOX_TRANSLATE_NOOP("tallyvox::ApplicationShell", "Bye.");
 constexpr int fadeMilliseconds = 300;
 } // namespace
 
@@ -101,7 +102,8 @@ std::vector<ApplicationShell::Command> ApplicationShell::commandTable()
 void ApplicationShell::openChosenFiles()
 {
     // The files run from the timer, after the command has returned.
-    const QStringList files = m_desktop.chooseFilesToOpen(QString::fromUtf16(openPanelPrompt));
+    const QStringList files = m_desktop.chooseFilesToOpen(
+        translated("tallyvox::ApplicationShell", openPanelPrompt));
     if (!files.isEmpty()) {
         m_batch.queueDocuments(files);
     }
@@ -122,9 +124,9 @@ void ApplicationShell::addStoreAndWebsiteItems()
         return;
     }
     // Both go in at the same place, so the store item ends up above the website item.
-    auto* website = new QAction(QStringLiteral("View in Okaluna Website..."), help);
+    auto* website = new QAction(tr("View in Okaluna Website..."), help);
     help->addAction(website);
-    auto* store = new QAction(QStringLiteral("View in Software Centre..."), help);
+    auto* store = new QAction(tr("View in Software Centre..."), help);
     help->insertAction(website, store);
     m_websiteAction = website;
     m_storeAction = store;
@@ -177,7 +179,7 @@ void ApplicationShell::ShowStatus(const QString& text, StatusTarget target)
 
 void ApplicationShell::QuitWithFarewell()
 {
-    ShowStatus(QString::fromUtf16(farewell), StatusTarget::StatusText);
+    ShowStatus(translated("tallyvox::ApplicationShell", farewell), StatusTarget::StatusText);
     auto* fade = new QPropertyAnimation(&m_window, "windowOpacity", this);
     fade->setDuration(fadeMilliseconds);
     fade->setStartValue(1.0);
@@ -205,7 +207,7 @@ void ApplicationShell::ShowPreferencesWindow()
             m_window.activateWindow();
         });
     }
-    ShowStatus(QString::fromUtf16(batchTexts::helpText), StatusTarget::StatusText);
+    ShowStatus(translated(batchTexts::context, batchTexts::helpText), StatusTarget::StatusText);
     m_preferencesWindow->loadFromStore();
     m_preferencesWindow->show();
     m_preferencesWindow->raise();

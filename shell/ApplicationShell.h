@@ -5,6 +5,7 @@
 #include "shell/JobQueue.h"
 #include "shell/MainWindow.h"
 #include "shell/PreferencesWindow.h"
+#include "support/Translation.h"
 
 #include <QObject>
 #include <QPointer>
@@ -19,7 +20,8 @@ namespace tallyvox {
 class IndexerStop;
 class PreferenceStore;
 
-inline constexpr char16_t openPanelPrompt[] = u"Select one or more files to extract words from.";
+inline constexpr char16_t openPanelPrompt[] = TALLYVOX_TRANSLATE_NOOP(
+    "tallyvox::ApplicationShell", "Select one or more files to extract words from.");
 
 /// The windowed application: the main window, the batch run, the commands and the
 /// preferences window, from start-up to the saving of the window bounds.

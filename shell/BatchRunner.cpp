@@ -228,12 +228,13 @@ void BatchRunner::endRun()
         const QString name =
             m_current ? CopyFileName(*m_current).value_or(QString()) : m_failedName;
         m_view.showErrorWindow(
-            QString::fromUtf16(batchTexts::errorWindowText).arg(name).arg(m_error));
+            translated(batchTexts::context, batchTexts::errorWindowText).arg(name).arg(m_error));
     }
     m_view.setRunning(false);
     if (m_nonFileGiven) {
-        m_context.desktop.stopAlert(QString::fromUtf16(batchTexts::notAFileMessage),
-                                    QString::fromUtf16(batchTexts::notAFileExplanation));
+        m_context.desktop.stopAlert(
+            translated(batchTexts::context, batchTexts::notAFileMessage),
+            translated(batchTexts::context, batchTexts::notAFileExplanation));
     }
     // After the error window and the folder alert: every list that came out empty or cut
     // short is said, once for the run, with why.
@@ -245,7 +246,8 @@ void BatchRunner::endRun()
             QTimer::singleShot(1000, this, &BatchRunner::farewellDue);
         }
     } else {
-        m_view.showStatus(QString::fromUtf16(batchTexts::helpText), StatusTarget::StatusText);
+        m_view.showStatus(translated(batchTexts::context, batchTexts::helpText),
+                          StatusTarget::StatusText);
     }
     if (std::function<void()> done = std::exchange(m_done, {})) {
         done();
@@ -260,26 +262,27 @@ QString reasonText(const ListProblem& problem)
     using Kind = ListProblem::Kind;
     switch (problem.kind) {
     case Kind::Empty:
-        return QString::fromUtf16(batchTexts::emptyFile);
+        return translated(batchTexts::context, batchTexts::emptyFile);
     case Kind::NoWords:
-        return QString::fromUtf16(batchTexts::noWords);
+        return translated(batchTexts::context, batchTexts::noWords);
     case Kind::NoPermission:
-        return QString::fromUtf16(batchTexts::noPermission);
+        return translated(batchTexts::context, batchTexts::noPermission);
     case Kind::PasswordProtected:
-        return QString::fromUtf16(batchTexts::passwordProtected);
+        return translated(batchTexts::context, batchTexts::passwordProtected);
     case Kind::NotADocument:
-        return QString::fromUtf16(batchTexts::notADocument);
+        return translated(batchTexts::context, batchTexts::notADocument);
     case Kind::PathTooLong:
-        return QString::fromUtf16(batchTexts::pathTooLong);
+        return translated(batchTexts::context, batchTexts::pathTooLong);
     case Kind::Cut:
         return problem.cutReasons.isEmpty()
-                   ? QString::fromUtf16(batchTexts::cutAtLimit)
-                   : QString::fromUtf16(batchTexts::cutAtLimits).arg(problem.cutReasons);
+                   ? translated(batchTexts::context, batchTexts::cutAtLimit)
+                   : translated(batchTexts::context, batchTexts::cutAtLimits)
+                         .arg(problem.cutReasons);
     case Kind::NotRead:
     case Kind::None:
         break;
     }
-    return QString::fromUtf16(batchTexts::notRead);
+    return translated(batchTexts::context, batchTexts::notRead);
 }
 
 } // namespace
@@ -293,22 +296,24 @@ void BatchRunner::reportTroubledLists()
         const auto& [name, problem] = m_troubled.first();
         const char16_t* text =
             problem.kind == ListProblem::Kind::Cut ? batchTexts::cutList : batchTexts::emptyList;
-        m_context.desktop.alert(QString::fromUtf16(text).arg(name, reasonText(problem)));
+        m_context.desktop.alert(
+            translated(batchTexts::context, text).arg(name, reasonText(problem)));
         return;
     }
     QStringList items;
     for (const auto& [name, problem] : std::as_const(m_troubled)) {
-        items.append(QString::fromUtf16(batchTexts::troubledList).arg(name, reasonText(problem)));
+        items.append(translated(batchTexts::context, batchTexts::troubledList)
+                         .arg(name, reasonText(problem)));
     }
-    m_context.desktop.alert(
-        QString::fromUtf16(batchTexts::troubledLists).arg(items.join(QStringLiteral("; "))));
+    m_context.desktop.alert(translated(batchTexts::context, batchTexts::troubledLists)
+                                .arg(items.join(QStringLiteral("; "))));
 }
 
 // The window shows the file at the head of the run: the one whose list comes next.
 void BatchRunner::frontChanged()
 {
     const Item& front = m_inFlight.front();
-    m_view.showStatus(QString::fromUtf16(batchTexts::fileStatus).arg(front.name),
+    m_view.showStatus(translated(batchTexts::context, batchTexts::fileStatus).arg(front.name),
                       StatusTarget::StatusText);
     m_fileSlow = false;
     m_progressDelay.start();
@@ -325,15 +330,15 @@ void BatchRunner::showFileProgress()
         if (front.read && front.read->second > 0) {
             const quint64 percent =
                 std::min<quint64>(100, front.read->first * 100 / front.read->second);
-            text = QString::fromUtf16(batchTexts::filePercent)
+            text = translated(batchTexts::context, batchTexts::filePercent)
                        .arg(front.name, QString::number(percent));
         } else {
-            text = QString::fromUtf16(batchTexts::fileReading).arg(front.name);
+            text = translated(batchTexts::context, batchTexts::fileReading).arg(front.name);
         }
     }
     if (m_cancelRequested) {
-        text = text.isEmpty() ? QString::fromUtf16(batchTexts::stopping)
-                              : QString::fromUtf16(batchTexts::fileStopping).arg(text);
+        text = text.isEmpty() ? translated(batchTexts::context, batchTexts::stopping)
+                              : translated(batchTexts::context, batchTexts::fileStopping).arg(text);
     }
     m_progressShown = true;
     m_view.showStatus(text, StatusTarget::ProgressText);

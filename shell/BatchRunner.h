@@ -2,6 +2,7 @@
 
 #include "support/FileRef.h"
 #include "support/Status.h"
+#include "support/Translation.h"
 #include "words/WordContext.h"
 #include "words/WordList.h"
 
@@ -22,36 +23,57 @@ class JobQueue;
 
 /// The texts the batch run shows.
 namespace batchTexts {
+inline constexpr char context[] = "tallyvox::BatchRunner";
 // The help text names this desktop's places: the file manager, not another platform's
 // icon in its dock. The same text at first start and after every run.
-inline constexpr char16_t helpText[] =
-    u"Use File > Open, drop one or more files on this window, or open them with Tallyvox "
-    u"from the file manager to extract words.";
-inline constexpr char16_t fileStatus[] = u"File: %1";
-inline constexpr char16_t errorWindowText[] =
-    u"An error occurred while launching \"%1\"   (Error code: %2)";
-inline constexpr char16_t notAFileMessage[] =
-    u"One or more items you dropped on Tallyvox was not a file.";
-inline constexpr char16_t notAFileExplanation[] = u"Tallyvox only extracts words from files.";
+inline constexpr char16_t helpText[] = TALLYVOX_TRANSLATE_NOOP(
+    "tallyvox::BatchRunner",
+    "Use File > Open, drop one or more files on this window, or open them with Tallyvox "
+    "from the file manager to extract words.");
+inline constexpr char16_t fileStatus[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "File: %1");
+inline constexpr char16_t errorWindowText[] = TALLYVOX_TRANSLATE_NOOP(
+    "tallyvox::BatchRunner", "An error occurred while launching \"%1\"   (Error code: %2)");
+inline constexpr char16_t notAFileMessage[] = TALLYVOX_TRANSLATE_NOOP(
+    "tallyvox::BatchRunner", "One or more items you dropped on Tallyvox was not a file.");
+inline constexpr char16_t notAFileExplanation[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "Tallyvox only extracts words from files.");
 // The progress text while one file takes a while, and once the stop button was heard.
-inline constexpr char16_t filePercent[] = u"%1: %2% read";
-inline constexpr char16_t fileReading[] = u"%1: reading\u2026";
-inline constexpr char16_t stopping[] = u"Stopping after this file\u2026";
-inline constexpr char16_t fileStopping[] = u"%1 \u2014 stopping after this file\u2026";
+inline constexpr char16_t filePercent[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "%1: %2% read");
+inline constexpr char16_t fileReading[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "%1: reading\u2026");
+inline constexpr char16_t stopping[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "Stopping after this file\u2026");
+inline constexpr char16_t fileStopping[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "%1 \u2014 stopping after this file\u2026");
 // After the run, one alert for the lists that came out empty or cut short, and why.
-inline constexpr char16_t emptyList[] = u"The word list of \"%1\" is empty: %2.";
-inline constexpr char16_t cutList[] = u"The word list of \"%1\" is incomplete: %2.";
-inline constexpr char16_t troubledLists[] = u"Some word lists are empty or incomplete: %1.";
-inline constexpr char16_t troubledList[] = u"\"%1\" (%2)";
-inline constexpr char16_t emptyFile[] = u"the file is empty";
-inline constexpr char16_t noWords[] = u"the document holds no words";
-inline constexpr char16_t noPermission[] = u"the file cannot be read (permission denied)";
-inline constexpr char16_t passwordProtected[] = u"the document is password-protected";
-inline constexpr char16_t notADocument[] = u"the file is not a document Tallyvox reads";
-inline constexpr char16_t pathTooLong[] = u"its path is longer than Tallyvox can read (254 bytes)";
-inline constexpr char16_t notRead[] = u"the file could not be read";
-inline constexpr char16_t cutAtLimit[] = u"it was cut at a limit";
-inline constexpr char16_t cutAtLimits[] = u"it was cut at a limit (%1)";
+inline constexpr char16_t emptyList[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "The word list of \"%1\" is empty: %2.");
+inline constexpr char16_t cutList[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "The word list of \"%1\" is incomplete: %2.");
+inline constexpr char16_t troubledLists[] = TALLYVOX_TRANSLATE_NOOP(
+    "tallyvox::BatchRunner", "Some word lists are empty or incomplete: %1.");
+inline constexpr char16_t troubledList[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "\"%1\" (%2)");
+inline constexpr char16_t emptyFile[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "the file is empty");
+inline constexpr char16_t noWords[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "the document holds no words");
+inline constexpr char16_t noPermission[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "the file cannot be read (permission denied)");
+inline constexpr char16_t passwordProtected[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "the document is password-protected");
+inline constexpr char16_t notADocument[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "the file is not a document Tallyvox reads");
+inline constexpr char16_t pathTooLong[] = TALLYVOX_TRANSLATE_NOOP(
+    "tallyvox::BatchRunner", "its path is longer than Tallyvox can read (254 bytes)");
+inline constexpr char16_t notRead[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "the file could not be read");
+inline constexpr char16_t cutAtLimit[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "it was cut at a limit");
+inline constexpr char16_t cutAtLimits[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::BatchRunner", "it was cut at a limit (%1)");
 } // namespace batchTexts
 
 /// The open-documents queue and the batch run over it. Every way in (launch arguments,

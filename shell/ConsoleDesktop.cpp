@@ -4,6 +4,7 @@
 #include "shell/WaylandClipboard.h"
 #include "support/SystemLog.h"
 
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QMimeData>
@@ -92,7 +93,8 @@ void ConsoleDesktop::failureAlert(const QString& message)
 
 QStringList ConsoleDesktop::chooseFilesToOpen(const QString&)
 {
-    m_err << "tallyvox: the open panel is not available in console mode\n";
+    m_err << QCoreApplication::translate(
+        "tallyvox::ConsoleDesktop", "tallyvox: the open panel is not available in console mode\n");
     m_err.flush();
     return {};
 }

@@ -12,6 +12,7 @@
 #include "shell/ServiceActions.h"
 #include "shell/TemporaryFolderLease.h"
 
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QIODevice>
 #include <QTextStream>
@@ -74,7 +75,8 @@ int runService(ConsoleDesktop& desktop, const WordContext& words, const CommandL
     ServiceActions actions(context, jobs);
     for (const Pasteboard& pasteboard : pasteboards) {
         if (pasteboard.isEmpty() && isSelection(commandLine.serviceSource)) {
-            streams.err << "tallyvox: the selection holds nothing\n";
+            streams.err << QCoreApplication::translate("tallyvox::ConsoleMode",
+                                                       "tallyvox: the selection holds nothing\n");
             streams.err.flush();
         }
         actions.add({commandLine.serviceName, pasteboard});

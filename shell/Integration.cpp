@@ -1,5 +1,6 @@
 #include "shell/Integration.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -67,7 +68,9 @@ bool installIntegration(const QString& dataHome, QTextStream& out, QTextStream& 
         if (!content.isEmpty() && writeExecutable(path, content)) {
             out << path << '\n';
         } else {
-            err << "tallyvox: could not write " << path << '\n';
+            err << QCoreApplication::translate("tallyvox::Integration",
+                                               "tallyvox: could not write %1\n")
+                       .arg(path);
             allWritten = false;
         }
     }

@@ -26,8 +26,9 @@ constexpr qsizetype statusLimit = 255;
 // The property that keeps a status line's whole text while the label shows what fits.
 constexpr char wholeTextProperty[] = "wholeText";
 
-// The most lines the wrapping status line takes before its text is elided.
-constexpr int statusLines = 3;
+// The most lines the wrapping status line takes before its text is elided: room for the
+// help text in languages longer than English (German, French: about a third longer).
+constexpr int statusLines = 4;
 
 // text as it fits into lines lines of width pixels: a word wider than a line is elided in
 // its middle, and a text longer than all the lines together is elided in its middle too.

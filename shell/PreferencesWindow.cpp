@@ -156,27 +156,27 @@ void PreferencesWindow::addEntryControls()
     m_ngramLength = new QSpinBox(group);
     m_ngramLength->setObjectName(QLatin1String(preferencesControls::NGramLength));
     m_ngramLength->setRange(1, longestNGram);
-    m_ngramLength->setToolTip(QStringLiteral(
-        "Each entry is a sequence of this many words, never across a sentence end or a "
-        "paragraph. A stop word at either end leaves a sequence out. 1: single words."));
-    auto* ngramLabel = new QLabel(QStringLiteral("Words per entry:"), group);
+    m_ngramLength->setToolTip(
+        tr("Each entry is a sequence of this many words, never across a sentence end or a "
+           "paragraph. A stop word at either end leaves a sequence out. 1: single words."));
+    auto* ngramLabel = new QLabel(tr("Words per entry:"), group);
     ngramLabel->setBuddy(m_ngramLength);
     layout->addRow(ngramLabel, m_ngramLength);
 
     m_lemmaListPath = new QLineEdit(group);
     m_lemmaListPath->setObjectName(QLatin1String(preferencesControls::LemmaListPath));
-    m_lemmaListPath->setPlaceholderText(QStringLiteral("None"));
-    m_lemmaListPath->setToolTip(QStringLiteral(
-        "A UTF-8 text file of lines \"headword -> form, form, ...\"; each headword becomes one "
-        "entry with its forms' counts added up. Empty: none."));
-    auto* chooser = new QPushButton(QStringLiteral("Choose…"), group);
+    m_lemmaListPath->setPlaceholderText(tr("None"));
+    m_lemmaListPath->setToolTip(
+        tr("A UTF-8 text file of lines \"headword -> form, form, ...\"; each headword becomes one "
+           "entry with its forms' counts added up. Empty: none."));
+    auto* chooser = new QPushButton(tr("Choose…"), group);
     chooser->setObjectName(QLatin1String(preferencesControls::ChooseLemmaList));
-    chooser->setToolTip(QStringLiteral("Choose the lemma file."));
+    chooser->setToolTip(tr("Choose the lemma file."));
     chooser->setAutoDefault(false); // Return in a field never presses it
     auto* row = new QHBoxLayout;
     row->addWidget(m_lemmaListPath);
     row->addWidget(chooser);
-    auto* lemmaLabel = new QLabel(QStringLiteral("Lemma list:"), group);
+    auto* lemmaLabel = new QLabel(tr("Lemma list:"), group);
     lemmaLabel->setBuddy(m_lemmaListPath);
     layout->addRow(lemmaLabel, row);
 
@@ -370,7 +370,8 @@ void PreferencesWindow::applyWordListOption(CommandId command)
 void PreferencesWindow::choosePath(const char16_t* prompt, QLineEdit* field,
                                    const prefs::StringKey& key)
 {
-    const QStringList chosen = m_desktop.chooseFilesToOpen(QString::fromUtf16(prompt));
+    const QStringList chosen =
+        m_desktop.chooseFilesToOpen(translated("tallyvox::PreferencesWindow", prompt));
     if (chosen.isEmpty()) {
         return;
     }

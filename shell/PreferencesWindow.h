@@ -3,6 +3,7 @@
 #include "prefs/PreferenceKeys.h"
 #include "shell/Command.h"
 #include "support/Status.h"
+#include "support/Translation.h"
 
 #include <QDialog>
 
@@ -48,11 +49,14 @@ inline constexpr char LemmaLanguage[] = "LEML_0";
 } // namespace preferencesControls
 
 /// The prompt of the open panel that chooses a stop list.
-inline constexpr char16_t chooseStopListPrompt[] = u"Choose a Stop List";
+inline constexpr char16_t chooseStopListPrompt[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::PreferencesWindow", "Choose a Stop List");
 /// The prompt of the open panel that chooses a lemma file.
-inline constexpr char16_t chooseLemmaListPrompt[] = u"Choose a Lemma List";
+inline constexpr char16_t chooseLemmaListPrompt[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::PreferencesWindow", "Choose a Lemma List");
 /// The prompt of the open panel that chooses a keyword list's reference.
-inline constexpr char16_t chooseReferencePrompt[] = u"Choose a Reference";
+inline constexpr char16_t chooseReferencePrompt[] =
+    TALLYVOX_TRANSLATE_NOOP("tallyvox::PreferencesWindow", "Choose a Reference");
 
 /// The modeless window editing the five user options, and in a group of their own the
 /// word-list options. Each change is written to the store the moment it is made; there is

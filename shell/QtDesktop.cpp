@@ -30,7 +30,8 @@ void runAlert(QWidget* parent, QMessageBox::Icon icon, const QString& text,
     box.setWindowTitle(QCoreApplication::applicationName());
     box.setText(text);
     box.setInformativeText(informative);
-    box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+    box.addButton(QCoreApplication::translate("tallyvox::QtDesktop", "OK"),
+                  QMessageBox::AcceptRole);
     // A result asked for from another application (a service) arrives while that one has
     // the focus, and the window manager may refuse Tallyvox the focus and open the alert
     // behind it: the result would wait unseen until the user came to Tallyvox. Kept
@@ -60,7 +61,8 @@ QStringList QtDesktop::chooseFilesToOpen(const QString& prompt)
     QFileDialog dialog(m_window.data(), prompt);
     dialog.setFileMode(QFileDialog::ExistingFiles);
     dialog.setFilter(dialog.filter() | QDir::Hidden | QDir::System);
-    dialog.setLabelText(QFileDialog::Accept, QStringLiteral("Open"));
+    dialog.setLabelText(QFileDialog::Accept,
+                        QCoreApplication::translate("tallyvox::QtDesktop", "Open"));
     // The user's own folders, not the folder the program happened to be started in.
     dialog.setDirectory(QFileInfo(m_openFolder).isDir() ? m_openFolder : QDir::homePath());
     if (dialog.exec() != QDialog::Accepted) {

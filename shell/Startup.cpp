@@ -7,6 +7,7 @@
 #include "shell/ConsoleMode.h"
 #include "shell/Integration.h"
 #include "shell/QtDesktop.h"
+#include "shell/Translations.h"
 #include "shell/WaylandClipboard.h"
 #include "shell/WindowedMode.h"
 
@@ -112,19 +113,26 @@ int runConsole(int argc, char** argv, const CommandLine& commandLine)
 {
     const auto [app, displayOpened] = consoleApplication(argc, argv, commandLine);
     nameApplication();
+    installTranslations(*app, messageLanguages());
     QTextStream out(stdout);
     QTextStream err(stderr);
     // wl-clipboard needs no Qt connection to reach a Wayland session's selections.
     if (!displayOpened && wantsClipboard(commandLine) && !waylandClipboard::inCharge()) {
         const QString display = qEnvironmentVariable("DISPLAY");
-        err << "tallyvox: cannot open the display"
-            << (display.isEmpty() ? QString() : QStringLiteral(" ") + display) << " ("
-            << qEnvironmentVariable("QT_QPA_PLATFORM").section(u';', 0, 0) << ")";
+        const QString shown = display.isEmpty() ? QString() : QStringLiteral(" ") + display;
+        const QString platform = qEnvironmentVariable("QT_QPA_PLATFORM").section(u';', 0, 0);
         if (isSelection(commandLine.serviceSource)) {
-            err << ", so there is no selection to read\n";
+            err << QCoreApplication::translate(
+                       "tallyvox::Startup",
+                       "tallyvox: cannot open the display%1 (%2), so there is no selection to "
+                       "read\n")
+                       .arg(shown, platform);
             return 1;
         }
-        err << "; the clipboard is left as it is\n";
+        err << QCoreApplication::translate(
+                   "tallyvox::Startup",
+                   "tallyvox: cannot open the display%1 (%2); the clipboard is left as it is\n")
+                   .arg(shown, platform);
     }
     QFile input;
     input.open(stdin, QIODevice::ReadOnly);
@@ -137,6 +145,7 @@ int runWindowed(int argc, char** argv, const CommandLine& commandLine)
     // Without any display Qt is given offscreen alone, which always opens.
     const bool displayOpened = opened && hasDisplay();
     nameApplication();
+    installTranslations(*app, messageLanguages());
     QGuiApplication::setDesktopFileName(QString::fromLatin1(applicationId));
     QApplication::setWindowIcon(QIcon::fromTheme(
         QString::fromLatin1(applicationId),
@@ -174,12 +183,19 @@ int runTallyvox(int argc, char** argv)
         arguments.append(decodePath(argv[i]));
     }
     const CommandLine commandLine = parseCommandLine(arguments, QDir::currentPath());
-    if (!commandLine.error.isEmpty()) {
-        std::fprintf(stderr, "tallyvox: %s\nTry 'tallyvox --help'.\n",
-                     commandLine.error.toLocal8Bit().constData());
-        return 2;
-    }
-    if (commandLine.showHelp) {
+    if (!commandLine.error.isEmpty() || commandLine.showHelp) {
+        // Translations need an application; parsed again, the error is in the user's language.
+        QCoreApplication app(argc, argv);
+        installTranslations(app, messageLanguages());
+        const CommandLine translated = parseCommandLine(arguments, QDir::currentPath());
+        if (!translated.error.isEmpty()) {
+            const QString text =
+                QCoreApplication::translate("tallyvox::CommandLine",
+                                            "tallyvox: %1\nTry 'tallyvox --help'.\n")
+                    .arg(translated.error);
+            std::fputs(text.toLocal8Bit().constData(), stderr);
+            return 2;
+        }
         std::fputs(commandLineHelp().toLocal8Bit().constData(), stdout);
         return 0;
     }
@@ -188,6 +204,8 @@ int runTallyvox(int argc, char** argv)
         return 0;
     }
     if (commandLine.installIntegration) {
+        QCoreApplication app(argc, argv);
+        installTranslations(app, messageLanguages());
         QTextStream out(stdout);
         QTextStream err(stderr);
         const QString dataHome =

@@ -140,12 +140,14 @@ int runWindowedMode(const CommandLine& commandLine, const WindowedSession& sessi
         if (handOver(session.instance, commandLine, requests)) {
             return 0;
         }
-        session.err << "tallyvox: the running instance did not answer\n";
+        session.err << QCoreApplication::translate(
+            "tallyvox::Startup", "tallyvox: the running instance did not answer\n");
         return 1;
     }
     if (!session.displayOpened) {
-        session.err << "tallyvox: cannot open the display to show the window (--console "
-                       "runs without one)\n";
+        session.err << QCoreApplication::translate(
+            "tallyvox::Startup",
+            "tallyvox: cannot open the display to show the window (--console runs without one)\n");
         return 1;
     }
     runInstance(commandLine, requests, busObject, session);

@@ -64,7 +64,7 @@ Status referenceNotRead(const WordContext& context, ReferenceCorpus& reference)
 {
     if (reference.takeFailureReport()) {
         context.desktop.alert(
-            QString::fromUtf16(unreadableReferenceMessage).arg(reference.setting()));
+            translated("tallyvox::WordList", unreadableReferenceMessage).arg(reference.setting()));
     }
     return ioErr;
 }
@@ -115,7 +115,7 @@ ListSettings listSettingsOfThisMoment(const WordContext& context, WordListRun* r
         options.stopWords = std::move(*words);
     } else if (!run || run->firstReportOf(options.stopListPath)) {
         context.desktop.alert(
-            QString::fromUtf16(unreadableStopListMessage).arg(options.stopListPath));
+            translated("tallyvox::WordList", unreadableStopListMessage).arg(options.stopListPath));
     }
     if (options.lemmaListPath.isEmpty()) {
         openLemmatizer(context, run, options);
@@ -124,8 +124,8 @@ ListSettings listSettingsOfThisMoment(const WordContext& context, WordListRun* r
     if (std::optional<LemmaList> lemmas = readLemmaList(options.lemmaListPath, options.foldCase)) {
         options.lemmas = std::make_shared<const LemmaList>(std::move(*lemmas));
     } else if (!run || run->firstReportOf(options.lemmaListPath)) {
-        context.desktop.alert(
-            QString::fromUtf16(unreadableLemmaListMessage).arg(options.lemmaListPath));
+        context.desktop.alert(translated("tallyvox::WordList", unreadableLemmaListMessage)
+                                  .arg(options.lemmaListPath));
     }
     return settings;
 }

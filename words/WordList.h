@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/FileRef.h"
+#include "support/Translation.h"
 #include "words/FileJob.h"
 #include "words/ListSettings.h"
 #include "words/WordContext.h"
@@ -25,19 +26,21 @@ class WordTableJob;
 inline constexpr char combinedListName[] = "Combined word list";
 
 /// The alert for a stop list that cannot be read.
-inline constexpr char16_t unreadableStopListMessage[] =
-    u"The stop list \"%1\" cannot be read, so the word lists are made without it.";
+inline constexpr char16_t unreadableStopListMessage[] = TALLYVOX_TRANSLATE_NOOP(
+    "tallyvox::WordList",
+    "The stop list \"%1\" cannot be read, so the word lists are made without it.");
 
 /// The alert for a lemma file that cannot be read.
-inline constexpr char16_t unreadableLemmaListMessage[] =
-    u"The lemma list \"%1\" cannot be read, so the word lists are made without it.";
+inline constexpr char16_t unreadableLemmaListMessage[] = TALLYVOX_TRANSLATE_NOOP(
+    "tallyvox::WordList",
+    "The lemma list \"%1\" cannot be read, so the word lists are made without it.");
 
 /// The alert for a "LemmaLanguage" dictionary that is not installed; %1 is its name.
 QString missingDictionaryMessage();
 
 /// The alert for a keyword list's reference that cannot be read.
-inline constexpr char16_t unreadableReferenceMessage[] =
-    u"The reference \"%1\" cannot be read, so no keyword list is made.";
+inline constexpr char16_t unreadableReferenceMessage[] = TALLYVOX_TRANSLATE_NOOP(
+    "tallyvox::WordList", "The reference \"%1\" cannot be read, so no keyword list is made.");
 
 /// The word list of one file, start to end. start() reads the settings once, makes a
 /// fresh, empty "<name>.txt" in the output folder, and has the words indexed, then ordered

@@ -1,18 +1,26 @@
 #include "prefs/PreferenceStore.h"
 #include "shell/ApplicationShell.h"
+#include "shell/PreferencesWindow.h"
 #include "tests/common/FakeIndexer.h"
 #include "tests/common/RecordingDesktop.h"
 #include "tests/common/TestEnvironment.h"
 
+#include <QAbstractButton>
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QLabel>
+#include <QLineEdit>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
+#include <QTranslator>
 
 #include <functional>
 
@@ -66,6 +74,50 @@ bool pressUntil(const QString& window, const QString& keys, const std::function<
         }
     }
     return false;
+}
+
+// Texts of a window that escaped translation (no brackets in the pseudo-language), and
+// its controls narrower than their text. Fields' contents and values are data; a standard
+// button (Close) has Qt's own text, which Qt's translation turns.
+QStringList escapedOrClipped(const QWidget& window)
+{
+    QStringList found;
+    for (auto* widget : window.findChildren<QWidget*>()) {
+        QStringList texts;
+        for (const char* property : {"text", "title", "toolTip", "placeholderText"}) {
+            texts.append(widget->property(property).toString());
+        }
+        if (const auto* combo = qobject_cast<const QComboBox*>(widget)) {
+            for (int i = 0; i < combo->count(); ++i) {
+                texts.append(combo->itemText(i));
+            }
+        }
+        for (const QAction* action : widget->actions()) {
+            texts.append(action->text());
+        }
+        const auto* box = qobject_cast<const QDialogButtonBox*>(widget->parent());
+        auto* button = qobject_cast<QAbstractButton*>(widget);
+        const bool data =
+            qobject_cast<const QLineEdit*>(widget) ||
+            qobject_cast<const QAbstractSpinBox*>(widget) ||
+            widget->property("wholeText").isValid() ||
+            (box && button && box->standardButton(button) != QDialogButtonBox::NoButton);
+        // A dictionary's name (en_US) is data too.
+        static const QRegularExpression dictionary(u"^[a-z]{2,3}(_[A-Z]{2})?$"_s);
+        for (QString text : std::as_const(texts)) {
+            text.remove(QRegularExpression(u"<[^>]*>"_s));
+            if (!data && !text.trimmed().isEmpty() && !text.startsWith(u'[') &&
+                !dictionary.match(text).hasMatch()) {
+                found.append(text);
+            }
+        }
+        const auto* label = qobject_cast<const QLabel*>(widget);
+        if ((button || (label && !label->wordWrap() && !data)) && widget->isVisible() &&
+            widget->width() < widget->minimumSizeHint().width()) {
+            found.append(widget->objectName() + u" is clipped"_s);
+        }
+    }
+    return found;
 }
 
 } // namespace
@@ -186,6 +238,42 @@ private slots:
         saveWindow(*window, u"long-name.png"_s);
         QVERIFY(ended.wait(5000));
         checkPictures({"long-name.png"});
+    }
+
+    // The windows in the pseudo-language: every text bracketed and 40 % longer. A text
+    // without brackets escaped translation; a control narrower than its text is clipped.
+    void pseudoLanguage()
+    {
+        QTranslator pseudo;
+        QVERIFY(pseudo.load(QStringLiteral(TALLYVOX_BUILD_BIN_DIR
+                                           "/../share/tallyvox/translations/tallyvox_en_XA.qm")));
+        QCoreApplication::installTranslator(&pseudo);
+        tallyvox::testing::TestEnvironment env;
+        tallyvox::testing::RecordingDesktop desktop;
+        tallyvox::PreferenceStore store;
+        tallyvox::testing::FakeIndexer indexer;
+        tallyvox::ApplicationShell shell(store, {desktop, store, indexer, env.tempFolder()});
+        shell.start(QRect(0, 0, 1280, 1024));
+        auto* window = &shell.mainWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        // Before the preferences window covers it.
+        saveWindow(*window, u"pseudo-main-window.png"_s);
+        shell.issueCommand(tallyvox::commands::Preferences,
+                           tallyvox::ApplicationShell::Origin::MainWindow);
+        QWidget* preferences = shell.preferencesWindow();
+        QVERIFY(preferences);
+        QVERIFY(QTest::qWaitForWindowExposed(preferences));
+        const auto* status =
+            window->findChild<QLabel*>(QLatin1String(tallyvox::mainControls::StatusText));
+        QVERIFY2(status->text().startsWith(u'['), qPrintable(status->text()));
+        for (QWidget* shown : {static_cast<QWidget*>(window), preferences}) {
+            QVERIFY(shown->windowTitle() == u"Tallyvox"_s || shown->windowTitle().startsWith(u'['));
+            const QStringList wrong = escapedOrClipped(*shown);
+            QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u" | "_s)));
+        }
+        saveWindow(*preferences, u"pseudo-preferences-window.png"_s);
+        QCoreApplication::removeTranslator(&pseudo);
+        checkPictures({"pseudo-main-window.png", "pseudo-preferences-window.png"});
     }
 
 private:
