@@ -102,8 +102,8 @@ std::vector<ApplicationShell::Command> ApplicationShell::commandTable()
 void ApplicationShell::openChosenFiles()
 {
     // The files run from the timer, after the command has returned.
-    const QStringList files = m_desktop.chooseFilesToOpen(
-        translated("tallyvox::ApplicationShell", openPanelPrompt));
+    const QStringList files =
+        m_desktop.chooseFilesToOpen(translated("tallyvox::ApplicationShell", openPanelPrompt));
     if (!files.isEmpty()) {
         m_batch.queueDocuments(files);
     }
