@@ -108,7 +108,9 @@ private:
 // found that belong to the other thread's shard, kept until that thread takes them.
 class WordCounter::Worker final : public WordBatch {
 public:
-    Worker(WordMap& words, unsigned index) : m_words(words), m_index(index) {}
+    Worker(WordMap& words, unsigned index, TypeRuns* typeRuns = nullptr)
+        : m_words(words), m_index(index), m_typeRuns(typeRuns)
+    {}
 
     // Counts a region whose first byte is whitespace or the start of the text. Alone, no
     // other thread touches the tables meanwhile, so every word goes straight to its shard.
@@ -175,6 +177,9 @@ private:
             const WordKey key = keyOf(std::string_view(words[i].data, words[i].size));
             const HashedWord word{words[i].data, static_cast<std::uint32_t>(words[i].size),
                                   static_cast<std::uint32_t>(key.hash >> 32)};
+            if (m_typeRuns != nullptr) {
+                m_typeRuns->add(key.hash);
+            }
             if (const unsigned owner = m_words.shardOf(key.hash); owner != m_index) {
                 if (m_alone) {
                     m_words.shard(owner).add(word, key.head, 1);
@@ -200,6 +205,7 @@ private:
     IcuWords m_icu;
     Outbox m_outbox;
     bool m_alone = true;
+    TypeRuns* m_typeRuns;
 };
 
 // The second thread, started once and kept: each step runs one job here and one there.
@@ -270,8 +276,11 @@ WordCounter::WordCounter(Options options) : m_options(options), m_words(2)
     if (m_options.blockSize < 16) {
         m_options.blockSize = 16;
     }
-    m_options.threads = m_options.threads >= 2 ? 2 : 1;
-    m_workers[0] = std::make_unique<Worker>(m_words, 0);
+    m_options.threads = m_options.threads >= 2 && !m_options.typeRuns ? 2 : 1;
+    if (m_options.typeRuns) {
+        m_typeRuns = std::make_unique<TypeRuns>();
+    }
+    m_workers[0] = std::make_unique<Worker>(m_words, 0, m_typeRuns.get());
 }
 
 bool WordCounter::startHelper()
