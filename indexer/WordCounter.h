@@ -21,8 +21,8 @@ public:
     struct Options {
         std::size_t blockSize = 4u << 20;
         unsigned threads = 2; // 1 or 2
-        /// Also counts the standardised type/token ratio's runs, on one thread, since the
-        /// runs follow the text's order.
+        /// Also counts the standardised type/token ratio's runs: each thread keeps its
+        /// words' hashes in order, and the runs take them half after half.
         bool typeRuns = false;
     };
 
