@@ -108,7 +108,9 @@ private:
 // found that belong to the other thread's shard, kept until that thread takes them.
 class WordCounter::Worker final : public WordBatch {
 public:
-    Worker(WordMap& words, unsigned index) : m_words(words), m_index(index) {}
+    Worker(WordMap& words, unsigned index, bool typeRuns)
+        : m_words(words), m_index(index), m_typeRuns(typeRuns)
+    {}
 
     // Counts a region whose first byte is whitespace or the start of the text. Alone, no
     // other thread touches the tables meanwhile, so every word goes straight to its shard.
@@ -148,6 +150,15 @@ public:
         flush();
     }
 
+    /// Hands the words counted since the last call, in their order, to runs.
+    void handHashesTo(TypeRuns& runs)
+    {
+        for (const std::uint64_t hash : m_hashes) {
+            runs.add(hash);
+        }
+        m_hashes.clear();
+    }
+
     /// Adds the words another worker found for this worker's shard.
     void takeFrom(Worker& other) { other.m_outbox.handTo(m_words.shard(m_index)); }
 
@@ -175,6 +186,9 @@ private:
             const WordKey key = keyOf(std::string_view(words[i].data, words[i].size));
             const HashedWord word{words[i].data, static_cast<std::uint32_t>(words[i].size),
                                   static_cast<std::uint32_t>(key.hash >> 32)};
+            if (m_typeRuns) {
+                m_hashes.push_back(key.hash);
+            }
             if (const unsigned owner = m_words.shardOf(key.hash); owner != m_index) {
                 if (m_alone) {
                     m_words.shard(owner).add(word, key.head, 1);
@@ -200,6 +214,9 @@ private:
     IcuWords m_icu;
     Outbox m_outbox;
     bool m_alone = true;
+    // With the type/token runs asked for: every word's hash, in the text's order.
+    bool m_typeRuns;
+    std::vector<std::uint64_t> m_hashes;
 };
 
 // The second thread, started once and kept: each step runs one job here and one there.
@@ -271,7 +288,10 @@ WordCounter::WordCounter(Options options) : m_options(options), m_words(2)
         m_options.blockSize = 16;
     }
     m_options.threads = m_options.threads >= 2 ? 2 : 1;
-    m_workers[0] = std::make_unique<Worker>(m_words, 0);
+    if (m_options.typeRuns) {
+        m_typeRuns = std::make_unique<TypeRuns>();
+    }
+    m_workers[0] = std::make_unique<Worker>(m_words, 0, m_options.typeRuns);
 }
 
 bool WordCounter::startHelper()
@@ -281,7 +301,7 @@ bool WordCounter::startHelper()
     if (!m_helper && m_options.threads == 2 && !m_helperFailed) {
         try {
             if (!m_workers[1]) {
-                m_workers[1] = std::make_unique<Worker>(m_words, 1);
+                m_workers[1] = std::make_unique<Worker>(m_words, 1, m_options.typeRuns);
             }
             m_helper = std::make_unique<Helper>();
         } catch (const std::system_error&) {
@@ -389,12 +409,24 @@ void WordCounter::countBlock(const char* begin, const char* end)
     }
     if (middle == end) {
         first.count(begin, end, true);
+        if (m_typeRuns) {
+            first.handHashesTo(*m_typeRuns);
+        }
         return;
     }
     Worker& second = *m_workers[1];
     m_helper->run([&] { first.count(begin, middle, false); },
                   [&] { second.count(middle, end, false); });
-    m_helper->run([&] { first.takeFrom(second); }, [&] { second.takeFrom(first); });
+    // The runs go on from the first half into the second, in the text's order.
+    m_helper->run(
+        [&] {
+            first.takeFrom(second);
+            if (m_typeRuns) {
+                first.handHashesTo(*m_typeRuns);
+                second.handHashesTo(*m_typeRuns);
+            }
+        },
+        [&] { second.takeFrom(first); });
     m_counted += static_cast<std::uint64_t>(end - begin);
     planGrowth();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "indexer/TextSink.h"
+#include "indexer/TypeRuns.h"
 #include "indexer/WordMap.h"
 
 #include <cstddef>
@@ -20,6 +21,9 @@ public:
     struct Options {
         std::size_t blockSize = 4u << 20;
         unsigned threads = 2; // 1 or 2
+        /// Also counts the standardised type/token ratio's runs: each thread keeps its
+        /// words' hashes in order, and the runs take them half after half.
+        bool typeRuns = false;
     };
 
     WordCounter();
@@ -35,6 +39,9 @@ public:
     /// Counts whatever is still buffered and returns the table, sorted (WordMap::sort); the
     /// counter is spent after.
     WordMap finish();
+
+    /// The runs counted, when Options::typeRuns asked for them; complete after finish().
+    const TypeRuns* typeRuns() const { return m_typeRuns.get(); }
 
 private:
     class Worker;
@@ -55,6 +62,7 @@ private:
     std::unique_ptr<Worker> m_workers[2];
     std::unique_ptr<Helper> m_helper; // the second thread, once a block is worth sharing
     bool m_helperFailed = false;
+    std::unique_ptr<TypeRuns> m_typeRuns;
 };
 
 } // namespace tallyvox::indexer

@@ -1,6 +1,7 @@
 // SearchKitIndexer, SearchKitDocumentIndexer and SearchKitIndexer32: count the words of the file
 // named by the first argument and leave the table as the result file in the temporary folder;
-// "--ngram-length N" after it counts sequences of N words instead (docs/indexer.md). Exit
+// "--ngram-length N" after it counts sequences of N words instead, "--sttr" also counts the
+// standardised type/token ratio's runs (docs/indexer.md). Exit
 // status: 0 the table is complete; 3 the table was written but is partial, and one line on standard
 // error says why; 1 no table could be written; 2 a usage error. "--serve" in the file's place
 // indexes the files named on standard input instead, each in a child process (indexer/Serve.h).
@@ -39,21 +40,34 @@ void reportCuts(const char* program, const char* path, const std::vector<std::st
     std::fprintf(stderr, "%s: %s: partial word table: %s\n", program, path, line.c_str());
 }
 
-// The n-gram length of the arguments after the file: none, or "--ngram-length N" with N from
-// 1 to the longest; 0 for anything else.
-unsigned ngramLengthOf(int argc, char** argv)
+// The options after the file: "--ngram-length N" with N from 1 to the longest, then
+// "--sttr", each optional. ngramLength is 0 for anything else.
+struct Arguments {
+    unsigned ngramLength = 1;
+    bool typeRuns = false;
+};
+
+Arguments argumentsOf(int argc, char** argv)
 {
-    if (argc == 2) {
-        return 1;
+    Arguments arguments;
+    int next = 2;
+    if (argc >= 4 && std::strcmp(argv[2], tallyvox::ngramLengthOption) == 0) {
+        const char* n = argv[3];
+        if (n[0] < '1' || n[0] > '0' + static_cast<int>(tallyvox::indexer::longestNGram) ||
+            n[1] != 0) {
+            return {0, false};
+        }
+        arguments.ngramLength = static_cast<unsigned>(n[0] - '0');
+        next = 4;
     }
-    if (argc != 4 || std::strcmp(argv[2], tallyvox::ngramLengthOption) != 0) {
-        return 0;
+    if (next < argc && std::strcmp(argv[next], tallyvox::typeRunsOption) == 0) {
+        arguments.typeRuns = true;
+        ++next;
     }
-    const char* n = argv[3];
-    if (n[0] < '1' || n[0] > '0' + static_cast<int>(tallyvox::indexer::longestNGram) || n[1] != 0) {
-        return 0;
+    if (next != argc) {
+        return {0, false};
     }
-    return static_cast<unsigned>(n[0] - '0');
+    return arguments;
 }
 
 // The table goes where the server asked for it, or as the result file into folder.
@@ -73,7 +87,8 @@ bool writeTable(const std::string& folder, const tallyvox::indexer::WordMap& wor
 int indexFile(int argc, char** argv)
 {
     using namespace tallyvox::indexer;
-    const unsigned ngramLength = ngramLengthOf(argc, argv);
+    const Arguments arguments = argumentsOf(argc, argv);
+    const unsigned ngramLength = arguments.ngramLength;
     struct stat input {};
     const bool regular = ::stat(argv[1], &input) == 0 && S_ISREG(input.st_mode);
     const auto size = regular ? static_cast<std::uint64_t>(input.st_size) : 0;
@@ -110,9 +125,16 @@ int indexFile(int argc, char** argv)
         } else {
             WordCounter::Options options;
             options.threads = std::min(options.threads, allowedThreads(options.threads));
+            options.typeRuns = arguments.typeRuns;
             WordCounter counter(options);
             read = readDocument(argv[1], counter);
             words = counter.finish();
+            if (const TypeRuns* runs = counter.typeRuns()) {
+                std::printf("%s%llu %llu\n", tallyvox::typeRunsLine,
+                            static_cast<unsigned long long>(runs->typesSum()),
+                            static_cast<unsigned long long>(runs->runs()));
+                std::fflush(stdout);
+            }
         }
         if (!writeTable(folder, words)) {
             return 1;
@@ -135,12 +157,12 @@ int main(int argc, char** argv)
     using namespace tallyvox::indexer;
     const bool serving = argc > 1 && std::strcmp(argv[1], tallyvox::serveOption) == 0;
     // "--serve" takes the file's place; the options after it are each file's.
-    const unsigned ngramLength = ngramLengthOf(argc, argv);
-    if (ngramLength == 0) {
-        std::fprintf(stderr, "usage: %s FILE [%s 1-%u]\n       %s %s [%s 1-%u]\n",
-                     argc > 0 ? argv[0] : "SearchKitIndexer", tallyvox::ngramLengthOption,
-                     longestNGram, argc > 0 ? argv[0] : "SearchKitIndexer", tallyvox::serveOption,
-                     tallyvox::ngramLengthOption, longestNGram);
+    if (argc < 2 || argumentsOf(argc, argv).ngramLength == 0) {
+        const char* program = argc > 0 ? argv[0] : "SearchKitIndexer";
+        std::fprintf(stderr, "usage: %s FILE [%s 1-%u] [%s]\n       %s %s [%s 1-%u] [%s]\n",
+                     program, tallyvox::ngramLengthOption, longestNGram, tallyvox::typeRunsOption,
+                     program, tallyvox::serveOption, tallyvox::ngramLengthOption, longestNGram,
+                     tallyvox::typeRunsOption);
         return 2;
     }
     if (serving) {

@@ -259,9 +259,11 @@ constexpr const char* helpPieces[] = {
     QT_TRANSLATE_NOOP(
         "tallyvox::CommandLine",
         "  IncludeTotals     true: the list ends with \"# N words in the text, N listed;\n"
-        "                    N distinct words, N listed; type/token ratio R\" (and the\n"
-        "                    files, the reference's words); CSV and TSV: rows after an\n"
-        "                    empty row [false]\n"),
+        "                    N distinct words, N listed; type/token ratio R\", the\n"
+        "                    standardised type/token ratio over runs of 1000 words\n"
+        "                    (none in a shorter text) and the mean word length in\n"
+        "                    characters (and the files, the reference's words); CSV\n"
+        "                    and TSV: rows after an empty row [false]\n"),
     QT_TRANSLATE_NOOP(
         "tallyvox::CommandLine",
         "  IncludeRange      true: each word's range (files holding it), and over a\n"

@@ -15,6 +15,15 @@ inline constexpr int partialTableStatus = 3;
 /// of single words: "--ngram-length 2".
 inline constexpr char ngramLengthOption[] = "--ngram-length";
 
+/// The indexer's option, after the file (and after "--ngram-length N" when both are given),
+/// that also counts the standardised type/token ratio of single words: before the file
+/// ends, one line "sttr TYPES RUNS" on standard output gives the distinct words of each
+/// full run of 1000 words, in reading order, added up, and how many such runs the text had.
+inline constexpr char typeRunsOption[] = "--sttr";
+
+/// What starts the line that gives the type/token runs' counts.
+inline constexpr char typeRunsLine[] = "sttr ";
+
 /// The indexer's first argument that makes it index many files, one after another, each in
 /// a child process of its own: paths arrive on standard input, each ended by a NUL byte,
 /// and after each file one line "\0finished exit STATUS" or "\0finished signal NUMBER"

@@ -219,10 +219,6 @@
         <translation>TSV, durch Tabulatoren getrennt</translation>
     </message>
     <message>
-        <source>The list ends with its totals: the words of the text and those listed, the distinct words of each, the type/token ratio of the text, and the files or the reference where there are. A text list gets a last line starting with #; CSV and TSV get rows after an empty row.</source>
-        <translation>Die Liste endet mit ihren Summen: die Wörter des Textes und die aufgeführten, die verschiedenen Wörter von beiden, das Type-Token-Verhältnis des Textes sowie gegebenenfalls die Dateien oder die Referenz. Eine Textliste erhält eine letzte Zeile, die mit # beginnt; CSV und TSV erhalten Zeilen nach einer leeren Zeile.</translation>
-    </message>
-    <message>
         <source>End the list with its totals</source>
         <translation>Liste mit ihren Summen beenden</translation>
     </message>
@@ -261,6 +257,10 @@
     <message>
         <source>A keyword list keeps the words whose log-likelihood is at least this. 3.84 is p &lt; 0.05, 6.63 is p &lt; 0.01, 10.83 is p &lt; 0.001, 15.13 is p &lt; 0.0001.</source>
         <translation>Eine Schlüsselwortliste behält die Wörter, deren Log-Likelihood mindestens diesen Wert erreicht. 3.84 ist p &lt; 0.05, 6.63 ist p &lt; 0.01, 10.83 ist p &lt; 0.001, 15.13 ist p &lt; 0.0001.</translation>
+    </message>
+    <message>
+        <source>The list ends with its totals: the words of the text and those listed, the distinct words of each, the type/token ratio of the text, its standardised type/token ratio over runs of 1000 words and its mean word length, and the files or the reference where there are. A text list gets a last line starting with #; CSV and TSV get rows after an empty row.</source>
+        <translation>Die Liste endet mit ihren Summen: die Wörter des Textes und die aufgeführten, die verschiedenen Wörter von beiden, das Type-Token-Verhältnis des Textes, sein standardisiertes Type-Token-Verhältnis über Abschnitte von 1000 Wörtern und seine mittlere Wortlänge sowie gegebenenfalls die Dateien oder die Referenz. Eine Textliste erhält eine letzte Zeile, die mit # beginnt; CSV und TSV erhalten Zeilen nach einer leeren Zeile.</translation>
     </message>
 </context>
 <context>
@@ -727,18 +727,6 @@ steht für diese Datei.
 </translation>
     </message>
     <message>
-        <source>  IncludeTotals     true: the list ends with &quot;# N words in the text, N listed;
-                    N distinct words, N listed; type/token ratio R&quot; (and the
-                    files, the reference&apos;s words); CSV and TSV: rows after an
-                    empty row [false]
-</source>
-        <translation>  IncludeTotals     true: die Liste endet mit &quot;# N words in the text, N listed;
-                    N distinct words, N listed; type/token ratio R&quot; (und den
-                    Dateien, den Wörtern der Referenz); CSV und TSV: Zeilen nach
-                    einer leeren Zeile [false]
-</translation>
-    </message>
-    <message>
         <source>  IncludeRange      true: each word&apos;s range (files holding it), and over a
                     combined list&apos;s files Juilland&apos;s D and Gries&apos; DP; one
                     file: range 1, no dispersion (&quot;-&quot;, an empty cell) [false]
@@ -968,6 +956,22 @@ Try &apos;tallyvox --help&apos;.
 </source>
         <translation>  LemmaLanguage     der Name des Wörterbuchs, etwa en_US [das der Locale]
 
+</translation>
+    </message>
+    <message>
+        <source>  IncludeTotals     true: the list ends with &quot;# N words in the text, N listed;
+                    N distinct words, N listed; type/token ratio R&quot;, the
+                    standardised type/token ratio over runs of 1000 words
+                    (none in a shorter text) and the mean word length in
+                    characters (and the files, the reference&apos;s words); CSV
+                    and TSV: rows after an empty row [false]
+</source>
+        <translation>  IncludeTotals     true: die Liste endet mit &quot;# N words in the text, N listed;
+                    N distinct words, N listed; type/token ratio R&quot;, dem
+                    standardisierten Type-Token-Verhältnis über Abschnitte von
+                    1000 Wörtern (keines bei kürzerem Text) und der mittleren
+                    Wortlänge in Zeichen (und den Dateien, den Wörtern der
+                    Referenz); CSV und TSV: Zeilen nach einer leeren Zeile [false]
 </translation>
     </message>
 </context>

@@ -219,10 +219,6 @@
         <translation>TSV, separado por tabuladores</translation>
     </message>
     <message>
-        <source>The list ends with its totals: the words of the text and those listed, the distinct words of each, the type/token ratio of the text, and the files or the reference where there are. A text list gets a last line starting with #; CSV and TSV get rows after an empty row.</source>
-        <translation>La lista termina con sus totales: las palabras del texto y las listadas, las palabras distintas de cada uno, la proporción tipo/ocurrencia del texto y, si los hay, los archivos o la referencia. Una lista de texto recibe una última línea que empieza por #; CSV y TSV reciben filas tras una fila vacía.</translation>
-    </message>
-    <message>
         <source>End the list with its totals</source>
         <translation>Terminar la lista con sus totales</translation>
     </message>
@@ -261,6 +257,10 @@
     <message>
         <source>A keyword list keeps the words whose log-likelihood is at least this. 3.84 is p &lt; 0.05, 6.63 is p &lt; 0.01, 10.83 is p &lt; 0.001, 15.13 is p &lt; 0.0001.</source>
         <translation>Una lista de palabras clave conserva las palabras cuya log-verosimilitud alcanza al menos este valor. 3.84 es p &lt; 0.05, 6.63 es p &lt; 0.01, 10.83 es p &lt; 0.001, 15.13 es p &lt; 0.0001.</translation>
+    </message>
+    <message>
+        <source>The list ends with its totals: the words of the text and those listed, the distinct words of each, the type/token ratio of the text, its standardised type/token ratio over runs of 1000 words and its mean word length, and the files or the reference where there are. A text list gets a last line starting with #; CSV and TSV get rows after an empty row.</source>
+        <translation>La lista termina con sus totales: las palabras del texto y las listadas, las palabras distintas de cada uno, la proporción tipo/ocurrencia del texto, su proporción tipo/ocurrencia estandarizada en tramos de 1000 palabras y su longitud media de palabra y, si los hay, los archivos o la referencia. Una lista de texto recibe una última línea que empieza por #; CSV y TSV reciben filas tras una fila vacía.</translation>
     </message>
 </context>
 <context>
@@ -728,18 +728,6 @@ representa ese archivo.
 </translation>
     </message>
     <message>
-        <source>  IncludeTotals     true: the list ends with &quot;# N words in the text, N listed;
-                    N distinct words, N listed; type/token ratio R&quot; (and the
-                    files, the reference&apos;s words); CSV and TSV: rows after an
-                    empty row [false]
-</source>
-        <translation>  IncludeTotals     true: la lista termina con &quot;# N words in the text, N listed;
-                    N distinct words, N listed; type/token ratio R&quot; (y los
-                    archivos, las palabras de la referencia); CSV y TSV: filas
-                    tras una fila vacía [false]
-</translation>
-    </message>
-    <message>
         <source>  IncludeRange      true: each word&apos;s range (files holding it), and over a
                     combined list&apos;s files Juilland&apos;s D and Gries&apos; DP; one
                     file: range 1, no dispersion (&quot;-&quot;, an empty cell) [false]
@@ -970,6 +958,23 @@ Pruebe «tallyvox --help».
         <translation>  LemmaLanguage     el nombre del diccionario, como en_US [el de la
                     configuración regional]
 
+</translation>
+    </message>
+    <message>
+        <source>  IncludeTotals     true: the list ends with &quot;# N words in the text, N listed;
+                    N distinct words, N listed; type/token ratio R&quot;, the
+                    standardised type/token ratio over runs of 1000 words
+                    (none in a shorter text) and the mean word length in
+                    characters (and the files, the reference&apos;s words); CSV
+                    and TSV: rows after an empty row [false]
+</source>
+        <translation>  IncludeTotals     true: la lista termina con &quot;# N words in the text, N listed;
+                    N distinct words, N listed; type/token ratio R&quot;, la
+                    proporción tipo/ocurrencia estandarizada en tramos de 1000
+                    palabras (ninguna en un texto más corto) y la longitud
+                    media de palabra en caracteres (y los archivos, las
+                    palabras de la referencia); CSV y TSV: filas tras una fila
+                    vacía [false]
 </translation>
     </message>
 </context>

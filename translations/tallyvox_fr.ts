@@ -219,10 +219,6 @@
         <translation>TSV, séparé par des tabulations</translation>
     </message>
     <message>
-        <source>The list ends with its totals: the words of the text and those listed, the distinct words of each, the type/token ratio of the text, and the files or the reference where there are. A text list gets a last line starting with #; CSV and TSV get rows after an empty row.</source>
-        <translation>La liste se termine par ses totaux : les mots du texte et ceux listés, les mots distincts de chacun, le rapport types/occurrences du texte, ainsi que les fichiers ou la référence s’il y en a. Une liste texte reçoit une dernière ligne commençant par # ; CSV et TSV reçoivent des lignes après une ligne vide.</translation>
-    </message>
-    <message>
         <source>End the list with its totals</source>
         <translation>Terminer la liste par ses totaux</translation>
     </message>
@@ -261,6 +257,10 @@
     <message>
         <source>A keyword list keeps the words whose log-likelihood is at least this. 3.84 is p &lt; 0.05, 6.63 is p &lt; 0.01, 10.83 is p &lt; 0.001, 15.13 is p &lt; 0.0001.</source>
         <translation>Une liste de mots-clés garde les mots dont la log-vraisemblance atteint au moins cette valeur. 3.84 correspond à p &lt; 0.05, 6.63 à p &lt; 0.01, 10.83 à p &lt; 0.001, 15.13 à p &lt; 0.0001.</translation>
+    </message>
+    <message>
+        <source>The list ends with its totals: the words of the text and those listed, the distinct words of each, the type/token ratio of the text, its standardised type/token ratio over runs of 1000 words and its mean word length, and the files or the reference where there are. A text list gets a last line starting with #; CSV and TSV get rows after an empty row.</source>
+        <translation>La liste se termine par ses totaux : les mots du texte et ceux listés, les mots distincts de chacun, le rapport types/occurrences du texte, son rapport types/occurrences standardisé sur des tranches de 1000 mots et sa longueur moyenne de mot, ainsi que les fichiers ou la référence s’il y en a. Une liste texte reçoit une dernière ligne commençant par # ; CSV et TSV reçoivent des lignes après une ligne vide.</translation>
     </message>
 </context>
 <context>
@@ -728,18 +728,6 @@ ce fichier.
 </translation>
     </message>
     <message>
-        <source>  IncludeTotals     true: the list ends with &quot;# N words in the text, N listed;
-                    N distinct words, N listed; type/token ratio R&quot; (and the
-                    files, the reference&apos;s words); CSV and TSV: rows after an
-                    empty row [false]
-</source>
-        <translation>  IncludeTotals     true : la liste se termine par &quot;# N words in the text, N
-                    listed; N distinct words, N listed; type/token ratio R&quot; (et
-                    les fichiers, les mots de la référence) ; CSV et TSV : des
-                    lignes après une ligne vide [false]
-</translation>
-    </message>
-    <message>
         <source>  IncludeRange      true: each word&apos;s range (files holding it), and over a
                     combined list&apos;s files Juilland&apos;s D and Gries&apos; DP; one
                     file: range 1, no dispersion (&quot;-&quot;, an empty cell) [false]
@@ -968,6 +956,23 @@ Essayez « tallyvox --help ».
         <translation>  LemmaLanguage     le nom du dictionnaire, par exemple en_US [celui de la
                     locale]
 
+</translation>
+    </message>
+    <message>
+        <source>  IncludeTotals     true: the list ends with &quot;# N words in the text, N listed;
+                    N distinct words, N listed; type/token ratio R&quot;, the
+                    standardised type/token ratio over runs of 1000 words
+                    (none in a shorter text) and the mean word length in
+                    characters (and the files, the reference&apos;s words); CSV
+                    and TSV: rows after an empty row [false]
+</source>
+        <translation>  IncludeTotals     true : la liste se termine par &quot;# N words in the text, N
+                    listed; N distinct words, N listed; type/token ratio R&quot;, le
+                    rapport types/occurrences standardisé sur des tranches de
+                    1000 mots (aucun pour un texte plus court) et la longueur
+                    moyenne des mots en caractères (et les fichiers, les mots
+                    de la référence) ; CSV et TSV : des lignes après une ligne
+                    vide [false]
 </translation>
     </message>
 </context>

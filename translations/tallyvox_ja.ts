@@ -219,10 +219,6 @@
         <translation>TSV (タブ区切り)</translation>
     </message>
     <message>
-        <source>The list ends with its totals: the words of the text and those listed, the distinct words of each, the type/token ratio of the text, and the files or the reference where there are. A text list gets a last line starting with #; CSV and TSV get rows after an empty row.</source>
-        <translation>リストの最後に合計を付けます: テキストの単語数と掲載した単語数、それぞれの異なり語数、テキストのタイプ・トークン比、さらにあればファイルや参照コーパスの情報。テキスト形式では # で始まる最終行、CSV と TSV では空行の後の行になります。</translation>
-    </message>
-    <message>
         <source>End the list with its totals</source>
         <translation>リストの最後に合計を付ける</translation>
     </message>
@@ -261,6 +257,10 @@
     <message>
         <source>A keyword list keeps the words whose log-likelihood is at least this. 3.84 is p &lt; 0.05, 6.63 is p &lt; 0.01, 10.83 is p &lt; 0.001, 15.13 is p &lt; 0.0001.</source>
         <translation>特徴語リストには、対数尤度がこの値以上の単語を残します。3.84 は p &lt; 0.05、6.63 は p &lt; 0.01、10.83 は p &lt; 0.001、15.13 は p &lt; 0.0001 です。</translation>
+    </message>
+    <message>
+        <source>The list ends with its totals: the words of the text and those listed, the distinct words of each, the type/token ratio of the text, its standardised type/token ratio over runs of 1000 words and its mean word length, and the files or the reference where there are. A text list gets a last line starting with #; CSV and TSV get rows after an empty row.</source>
+        <translation>リストの最後に合計を付けます: テキストの単語数と掲載した単語数、それぞれの異なり語数、テキストのタイプ・トークン比、1000 語ごとの標準化タイプ・トークン比と平均語長、さらにあればファイルや参照コーパスの情報。テキスト形式では # で始まる最終行、CSV と TSV では空行の後の行になります。</translation>
     </message>
 </context>
 <context>
@@ -717,17 +717,6 @@ file.
 </translation>
     </message>
     <message>
-        <source>  IncludeTotals     true: the list ends with &quot;# N words in the text, N listed;
-                    N distinct words, N listed; type/token ratio R&quot; (and the
-                    files, the reference&apos;s words); CSV and TSV: rows after an
-                    empty row [false]
-</source>
-        <translation>  IncludeTotals     true: リストの最後に &quot;# N words in the text, N listed; N
-                    distinct words, N listed; type/token ratio R&quot; (とファイル、
-                    参照の単語数) を付ける。CSV と TSV: 空行の後の行 [false]
-</translation>
-    </message>
-    <message>
         <source>  IncludeRange      true: each word&apos;s range (files holding it), and over a
                     combined list&apos;s files Juilland&apos;s D and Gries&apos; DP; one
                     file: range 1, no dispersion (&quot;-&quot;, an empty cell) [false]
@@ -944,6 +933,21 @@ Try &apos;tallyvox --help&apos;.
 </source>
         <translation>  LemmaLanguage     辞書の名前。en_US など [ロケールのもの]
 
+</translation>
+    </message>
+    <message>
+        <source>  IncludeTotals     true: the list ends with &quot;# N words in the text, N listed;
+                    N distinct words, N listed; type/token ratio R&quot;, the
+                    standardised type/token ratio over runs of 1000 words
+                    (none in a shorter text) and the mean word length in
+                    characters (and the files, the reference&apos;s words); CSV
+                    and TSV: rows after an empty row [false]
+</source>
+        <translation>  IncludeTotals     true: リストの最後に &quot;# N words in the text, N listed; N
+                    distinct words, N listed; type/token ratio R&quot;、1000 語ごと
+                    の標準化タイプ・トークン比 (それより短いテキストにはなし)
+                    と文字数での平均語長 (とファイル、参照の単語数) を付ける。
+                    CSV と TSV: 空行の後の行 [false]
 </translation>
     </message>
 </context>

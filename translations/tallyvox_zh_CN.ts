@@ -219,10 +219,6 @@
         <translation>TSV，制表符分隔</translation>
     </message>
     <message>
-        <source>The list ends with its totals: the words of the text and those listed, the distinct words of each, the type/token ratio of the text, and the files or the reference where there are. A text list gets a last line starting with #; CSV and TSV get rows after an empty row.</source>
-        <translation>词表末尾附上总计：文本的词数和列出的词数、两者各自的不同词数、文本的类符/形符比，以及（如有）文件或参照语料。文本词表的最后一行以 # 开头；CSV 和 TSV 在一个空行之后附加若干行。</translation>
-    </message>
-    <message>
         <source>End the list with its totals</source>
         <translation>在词表末尾附上总计</translation>
     </message>
@@ -261,6 +257,10 @@
     <message>
         <source>A keyword list keeps the words whose log-likelihood is at least this. 3.84 is p &lt; 0.05, 6.63 is p &lt; 0.01, 10.83 is p &lt; 0.001, 15.13 is p &lt; 0.0001.</source>
         <translation>关键词表保留对数似然值不低于此值的词语。3.84 对应 p &lt; 0.05，6.63 对应 p &lt; 0.01，10.83 对应 p &lt; 0.001，15.13 对应 p &lt; 0.0001。</translation>
+    </message>
+    <message>
+        <source>The list ends with its totals: the words of the text and those listed, the distinct words of each, the type/token ratio of the text, its standardised type/token ratio over runs of 1000 words and its mean word length, and the files or the reference where there are. A text list gets a last line starting with #; CSV and TSV get rows after an empty row.</source>
+        <translation>词表末尾附上总计：文本的词数和列出的词数、两者各自的不同词数、文本的类符/形符比、以每 1000 词为一段的标准化类符/形符比和平均词长，以及（如有）文件或参照语料。文本词表的最后一行以 # 开头；CSV 和 TSV 在一个空行之后附加若干行。</translation>
     </message>
 </context>
 <context>
@@ -710,17 +710,6 @@ file.
 </translation>
     </message>
     <message>
-        <source>  IncludeTotals     true: the list ends with &quot;# N words in the text, N listed;
-                    N distinct words, N listed; type/token ratio R&quot; (and the
-                    files, the reference&apos;s words); CSV and TSV: rows after an
-                    empty row [false]
-</source>
-        <translation>  IncludeTotals     true：词表末尾为 &quot;# N words in the text, N listed; N
-                    distinct words, N listed; type/token ratio R&quot;（以及文件、参
-                    照的词数）；CSV 和 TSV：空行之后的若干行 [false]
-</translation>
-    </message>
-    <message>
         <source>  IncludeRange      true: each word&apos;s range (files holding it), and over a
                     combined list&apos;s files Juilland&apos;s D and Gries&apos; DP; one
                     file: range 1, no dispersion (&quot;-&quot;, an empty cell) [false]
@@ -930,6 +919,21 @@ Try &apos;tallyvox --help&apos;.
 </source>
         <translation>  LemmaLanguage     词典名称，例如 en_US [区域设置的]
 
+</translation>
+    </message>
+    <message>
+        <source>  IncludeTotals     true: the list ends with &quot;# N words in the text, N listed;
+                    N distinct words, N listed; type/token ratio R&quot;, the
+                    standardised type/token ratio over runs of 1000 words
+                    (none in a shorter text) and the mean word length in
+                    characters (and the files, the reference&apos;s words); CSV
+                    and TSV: rows after an empty row [false]
+</source>
+        <translation>  IncludeTotals     true：词表末尾为 &quot;# N words in the text, N listed; N
+                    distinct words, N listed; type/token ratio R&quot;、以每 1000
+                    词为一段的标准化类符/形符比（较短的文本没有）和以字符计的
+                    平均词长（以及文件、参照的词数）；CSV 和 TSV：空行之后的若
+                    干行 [false]
 </translation>
     </message>
 </context>

@@ -325,6 +325,21 @@ QByteArray renderText(const std::vector<Row>& rows, const Sides& sides, const Ce
     return text;
 }
 
+// The words in each of the runs the standardised type/token ratio averages over.
+constexpr int typeRunLength = 1000;
+
+// The runs' type/token ratios averaged, four decimals with a point; there is at least one.
+QByteArray standardisedRatio(const TypeRuns& runs)
+{
+    return QByteArray::number(double(runs.types) / double(runs.runs * typeRunLength), 'f', 4);
+}
+
+// Why a text has no standardised type/token ratio.
+const char* noRunsReason(const HonestTotals& totals)
+{
+    return totals.files > 1 ? "no file has 1000 words" : "fewer than 1000 words";
+}
+
 bool endsLines(LineStyle lineStyle)
 {
     return lineStyle == LineStyle::LineFeed || lineStyle == LineStyle::CarriageReturn ||
@@ -333,11 +348,31 @@ bool endsLines(LineStyle lineStyle)
 
 } // namespace
 
-HonestTotals textTotalsOf(const WordTable& table, const WordListOptions& options)
+HonestTotals textTotalsOf(const WordTable& table, const WordListOptions& options,
+                          const ListSources& sources)
 {
     HonestTotals totals;
     totals.textWords = totalsOf(table).words;
     totals.textDistinct = table.size();
+    totals.files = sources.files;
+    if (options.ngramLength <= 1) {
+        totals.typeRuns = sources.typeRuns;
+        double characters = 0;
+        for (qsizetype i = 0; i < table.size(); ++i) {
+            const QStringView word = table.word(i);
+            // Code points: a surrogate pair is one character.
+            qsizetype length = word.size();
+            for (qsizetype at = 1; at < word.size(); ++at) {
+                if (word[at].isLowSurrogate() && word[at - 1].isHighSurrogate()) {
+                    --length;
+                }
+            }
+            characters += double(length) * double(writtenCount(table.count(i)));
+        }
+        if (totals.textWords > 0) {
+            totals.meanWordLength = characters / double(totals.textWords);
+        }
+    }
     if (options.foldCase) {
         WordTable folded = table;
         WordListOptions foldingOnly;
@@ -359,6 +394,20 @@ QString describeHonestTotals(const HonestTotals& totals)
                        .arg(totals.textDistinct)
                        .arg(totals.listedDistinct)
                        .arg(QString::number(ratio, 'f', 4));
+    if (totals.typeRuns) {
+        if (totals.typeRuns->runs > 0) {
+            text += QStringLiteral("; standardised type/token ratio %1 (runs of %2 words)")
+                        .arg(QString::fromLatin1(standardisedRatio(*totals.typeRuns)))
+                        .arg(typeRunLength);
+        } else {
+            text += QStringLiteral("; no standardised type/token ratio (%1)")
+                        .arg(QLatin1String(noRunsReason(totals)));
+        }
+    }
+    if (totals.meanWordLength) {
+        text += QStringLiteral("; mean word length %1 characters")
+                    .arg(QString::number(*totals.meanWordLength, 'f', 4));
+    }
     if (totals.files > 1) {
         text += QStringLiteral("; %1 files").arg(totals.files);
     }
@@ -384,6 +433,16 @@ QByteArray totalsRows(const HonestTotals& totals, ListFormat format)
     row("distinct words in the text", QByteArray::number(totals.textDistinct));
     row("distinct words listed", QByteArray::number(totals.listedDistinct));
     row("type/token ratio", QByteArray::number(ratio, 'f', 4));
+    if (totals.typeRuns) {
+        const QByteArray name = "standardised type/token ratio (runs of " +
+                                QByteArray::number(typeRunLength) + " words)";
+        row(name.constData(), totals.typeRuns->runs > 0
+                                  ? standardisedRatio(*totals.typeRuns)
+                                  : "none (" + QByteArray(noRunsReason(totals)) + ')');
+    }
+    if (totals.meanWordLength) {
+        row("mean word length (characters)", QByteArray::number(*totals.meanWordLength, 'f', 4));
+    }
     if (totals.files > 1) {
         row("files", QByteArray::number(totals.files));
     }
@@ -397,8 +456,7 @@ RenderedList renderCorpusList(WordTable table, const ListSettings& settings, con
                               const ListSources& sources)
 {
     const WordListOptions& options = settings.options;
-    HonestTotals totals = textTotalsOf(table, options);
-    totals.files = sources.files;
+    HonestTotals totals = textTotalsOf(table, options, sources);
     const bool keywords = sources.reference != nullptr;
     Columns columns;
     columns.count = settings.includeFrequency || keywords;

@@ -23,6 +23,8 @@ struct ListSources {
     std::shared_ptr<const WordTable> reference;
     /// The files of a combined list, for its totals; 0 for one file's list.
     qint64 files = 0;
+    /// The text's type/token runs, when the indexer counted them, for the totals.
+    std::optional<TypeRuns> typeRuns;
 };
 
 /// The totals of a list, said so that nobody takes the list for the whole text.
@@ -38,14 +40,23 @@ struct HonestTotals {
     qint64 files = 0;
     /// The words of a keyword list's reference.
     std::optional<qint64> referenceWords;
+    /// A list of single words: the text's type/token runs as counted (none when they were
+    /// not), and its words' mean length in Unicode code points, before any filter.
+    std::optional<TypeRuns> typeRuns;
+    std::optional<double> meanWordLength;
 };
 
-/// The text's side of the totals of an unshaped table, as options would shape it.
-HonestTotals textTotalsOf(const WordTable& table, const WordListOptions& options);
+/// The text's side of the totals of an unshaped table, as options would shape it, with the
+/// files and type/token runs of sources.
+HonestTotals textTotalsOf(const WordTable& table, const WordListOptions& options,
+                          const ListSources& sources);
 
 /// "28 words in the text, 10 listed; 17 distinct words, 4 listed; type/token ratio 0.6071",
-/// then "; 3 files" and "; 5000 words in the reference" when they apply. The ratio is that
-/// of the text, four decimals with a point.
+/// then for a list of single words "; standardised type/token ratio 0.5120 (runs of 1000
+/// words)" (or "; no standardised type/token ratio (fewer than 1000 words)", "(no file has
+/// 1000 words)" for several files) and "; mean word length 4.2500 characters", then
+/// "; 3 files" and "; 5000 words in the reference" when they apply. The ratios are those
+/// of the text, figures four decimals with a point.
 QString describeHonestTotals(const HonestTotals& totals);
 
 /// The totals of a CSV or TSV list: an empty row, then one row for each figure, whose

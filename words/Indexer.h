@@ -38,6 +38,9 @@ public:
     std::optional<WordTable>& table() { return m_table; }
     /// For Partial: the limits that cut the document, as the indexer named them.
     const QString& cutReasons() const { return m_cutReasons; }
+    /// The standardised type/token ratio's runs, when the run was asked to count them and
+    /// the indexer told them.
+    const std::optional<TypeRuns>& typeRuns() const { return m_typeRuns; }
 
 signals:
     /// done bytes of total read; total is 0 when the size cannot be known.
@@ -48,12 +51,14 @@ protected:
     /// Records the ending and emits finished() from the event loop; later calls are ignored.
     void finish(IndexerEnding ending, std::optional<WordTable> table = std::nullopt);
     void setCutReasons(QString reasons) { m_cutReasons = std::move(reasons); }
+    void setTypeRuns(TypeRuns runs) { m_typeRuns = runs; }
 
 private:
     bool m_finished = false;
     QString m_cutReasons;
     IndexerEnding m_ending = IndexerEnding::Failed;
     std::optional<WordTable> m_table;
+    std::optional<TypeRuns> m_typeRuns;
 };
 
 /// What starts indexer runs: the indexer executables as processes, or a stand-in that
@@ -66,9 +71,11 @@ public:
     Indexer& operator=(const Indexer&) = delete;
 
     /// Starts the named executable ("SearchKitIndexer" or "SearchKitIndexer32") on posixPath,
-    /// counting single words (ngramLength 1) or sequences of ngramLength words.
+    /// counting single words (ngramLength 1) or sequences of ngramLength words; typeRuns
+    /// also counts the standardised type/token ratio's runs of single words.
     virtual std::unique_ptr<IndexerRun> start(const QString& posixPath,
-                                              const QString& executableName, int ngramLength) = 0;
+                                              const QString& executableName, int ngramLength,
+                                              bool typeRuns) = 0;
     /// How many runs share the processor from now on, so that each may take fewer
     /// threads of its own.
     virtual void setConcurrentRuns(int /*runs*/) {}

@@ -37,8 +37,8 @@ bool stopped(const WordContext& context)
 
 } // namespace
 
-WordTableJob::WordTableJob(const WordContext& context, FileRef file, int ngramLength)
-    : m_context(context), m_file(std::move(file)), m_ngramLength(ngramLength)
+WordTableJob::WordTableJob(const WordContext& context, FileRef file, int ngramLength, bool typeRuns)
+    : m_context(context), m_file(std::move(file)), m_ngramLength(ngramLength), m_typeRuns(typeRuns)
 {
     if (m_context.stop) {
         connect(m_context.stop, &IndexerStop::stopped, this, &WordTableJob::stop);
@@ -88,7 +88,7 @@ void WordTableJob::runIndexer(const QString& executableName)
     if (m_run) {
         m_run.release()->deleteLater();
     }
-    m_run = m_context.indexer.start(m_path, executableName, m_ngramLength);
+    m_run = m_context.indexer.start(m_path, executableName, m_ngramLength, m_typeRuns);
     connect(m_run.get(), &IndexerRun::progressed, this, &WordTableJob::progressed);
     connect(m_run.get(), &IndexerRun::finished, this, &WordTableJob::runEnded);
 }
@@ -120,9 +120,9 @@ void WordTableJob::end(IndexerEnding ending)
 }
 
 std::unique_ptr<WordTableJob> BuildWordTable(const WordContext& context, const FileRef& file,
-                                             int ngramLength)
+                                             int ngramLength, bool typeRuns)
 {
-    auto job = std::make_unique<WordTableJob>(context, file, ngramLength);
+    auto job = std::make_unique<WordTableJob>(context, file, ngramLength, typeRuns);
     job->start();
     return job;
 }

@@ -22,8 +22,10 @@ inline constexpr int indexerPathBufferSize = 255;
 class WordTableJob final : public QObject {
     Q_OBJECT
 public:
-    /// ngramLength above 1: the table counts sequences of that many words.
-    WordTableJob(const WordContext& context, FileRef file, int ngramLength = 1);
+    /// ngramLength above 1: the table counts sequences of that many words. typeRuns: the
+    /// indexer also counts the standardised type/token ratio's runs.
+    WordTableJob(const WordContext& context, FileRef file, int ngramLength = 1,
+                 bool typeRuns = false);
     ~WordTableJob() override;
     WordTableJob(const WordTableJob&) = delete;
     WordTableJob& operator=(const WordTableJob&) = delete;
@@ -40,6 +42,8 @@ public:
     IndexerEnding ending() const { return m_ending; }
     /// For Partial: the limits that cut the document, as the indexer named them.
     QString cutReasons() const { return m_run ? m_run->cutReasons() : QString(); }
+    /// The type/token runs the indexer told with the table, when they were asked for.
+    std::optional<TypeRuns> typeRuns() const { return m_run ? m_run->typeRuns() : std::nullopt; }
 
 signals:
     void progressed(quint64 done, quint64 total);
@@ -54,6 +58,7 @@ private:
     FileRef m_file;
     QString m_path;
     int m_ngramLength;
+    bool m_typeRuns;
     std::unique_ptr<IndexerRun> m_run;
     bool m_fallbackTried = false;
     bool m_finished = false;
@@ -61,8 +66,9 @@ private:
     WordTable m_table;
 };
 
-/// BuildWordTable: a started job for the file's table (of n-grams with ngramLength above 1).
+/// BuildWordTable: a started job for the file's table (of n-grams with ngramLength above 1;
+/// with typeRuns, the standardised type/token ratio's runs too).
 std::unique_ptr<WordTableJob> BuildWordTable(const WordContext& context, const FileRef& file,
-                                             int ngramLength = 1);
+                                             int ngramLength = 1, bool typeRuns = false);
 
 } // namespace tallyvox

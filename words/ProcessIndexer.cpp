@@ -373,6 +373,8 @@ private:
                 fileEnded(line.sliced(at + marker.size()));
             } else if (line.startsWith("progress ")) {
                 readProgress(line);
+            } else if (line.startsWith(typeRunsLine)) {
+                readTypeRuns(line);
             } else {
                 collectError(line);
             }
@@ -409,6 +411,23 @@ private:
                 emit progressed(done, total);
             }
         }
+    }
+
+    // A "sttr TYPES RUNS" line, kept for the table that follows.
+    void readTypeRuns(QByteArrayView line)
+    {
+        const QList<QByteArray> fields = line.toByteArray().trimmed().split(' ');
+        bool typesOk = false;
+        bool runsOk = false;
+        if (fields.size() == 3) {
+            const qint64 types = fields.at(1).toLongLong(&typesOk);
+            const qint64 runs = fields.at(2).toLongLong(&runsOk);
+            if (typesOk && runsOk && types >= 0 && runs >= 0) {
+                setTypeRuns({types, runs});
+                return;
+            }
+        }
+        collectError(line);
     }
 
     void logErrors()
@@ -518,15 +537,20 @@ ProcessIndexer::~ProcessIndexer()
 }
 
 std::unique_ptr<IndexerRun> ProcessIndexer::start(const QString& posixPath,
-                                                  const QString& executableName, int ngramLength)
+                                                  const QString& executableName, int ngramLength,
+                                                  bool typeRuns)
 {
     // Servers differ by what each of their files is given.
     const QString key = executableName + QLatin1Char(' ') + QString::number(ngramLength) +
-                        QLatin1Char(' ') + QString::number(m_threadsPerRun);
+                        QLatin1Char(' ') + QString::number(m_threadsPerRun) +
+                        (typeRuns ? QStringLiteral(" sttr") : QString());
     std::unique_ptr<Server> server = m_servers->take(key);
     QByteArrayList arguments{QByteArray(serveOption)};
     if (ngramLength > 1) {
         arguments += {QByteArray(ngramLengthOption), QByteArray::number(ngramLength)};
+    }
+    if (typeRuns) {
+        arguments += QByteArray(typeRunsOption);
     }
     QByteArrayList settings;
     if (!server) {

@@ -41,7 +41,7 @@ public:
 
     /// RunIndexer: the named executable's server indexes posixPath.
     std::unique_ptr<IndexerRun> start(const QString& posixPath, const QString& executableName,
-                                      int ngramLength) override;
+                                      int ngramLength, bool typeRuns) override;
 
     /// One run alone uses the threads it chooses; several share the processor's cores
     /// between them (TALLYVOX_INDEXER_THREADS in each run's environment).

@@ -165,7 +165,10 @@ void WordListJob::start()
         }
     }
     const int ngramLength = m_run ? m_run->ngramLength() : m_settings.options.ngramLength;
-    m_words = BuildWordTable(m_context, m_file, ngramLength);
+    // Only the totals need the runs, which the indexer counts on one thread.
+    const bool typeRuns =
+        m_run ? m_run->countsTypeRuns() : m_settings.options.includeTotals && ngramLength == 1;
+    m_words = BuildWordTable(m_context, m_file, ngramLength, typeRuns);
     connect(m_words.get(), &WordTableJob::progressed, this, &FileJob::progressed);
     connect(m_words.get(), &WordTableJob::finished, this, &WordListJob::indexed);
 }
@@ -186,6 +189,7 @@ void WordListJob::indexed()
     m_partial = m_words->ending() == IndexerEnding::Partial;
     m_failed = m_words->ending() == IndexerEnding::Failed;
     m_table = std::move(m_words->table());
+    m_typeRuns = m_words->typeRuns();
     m_stopped = m_stopped || m_words->ending() == IndexerEnding::Stopped;
     if (!m_stopped) {
         m_problem = listProblemOf(m_file.path(), m_words->ending(), !m_table.isEmpty(),
@@ -229,6 +233,7 @@ void WordListJob::render(WordTable table)
     });
     ListSources sources;
     sources.reference = m_reference ? m_reference->table() : nullptr;
+    sources.typeRuns = m_typeRuns;
     watcher->setFuture(QtConcurrent::run([table = std::move(table), settings = m_settings,
                                           subject = quotedName(m_name), sources]() mutable {
         return renderWordTable(std::move(table), settings, subject, sources);
@@ -241,7 +246,7 @@ Status WordListJob::commit()
         return noErr;
     }
     if (m_combining) {
-        m_run->collect(std::move(m_table), m_name);
+        m_run->collect(std::move(m_table), m_name, m_typeRuns);
         return noErr;
     }
     if (m_placement != noErr) {
@@ -264,6 +269,8 @@ void WordListRun::begin(bool combineFiles)
     m_reported.clear();
     m_joined = false;
     m_includeRange = false;
+    m_countsTypeRuns = false;
+    m_typeRuns = TypeRuns();
     m_referencePath.clear();
     m_reference.reset();
     m_spread.reset();
@@ -277,6 +284,7 @@ void WordListRun::join(const WordContext& context)
     m_includeRange = context.preferences.readBool(prefs::IncludeRange);
     m_ngramLength = ngramLengthOf(context.preferences.readInteger(prefs::NGramLength));
     m_referencePath = context.preferences.readString(prefs::ReferencePath);
+    m_countsTypeRuns = context.preferences.readBool(prefs::IncludeTotals) && m_ngramLength == 1;
     if (m_combining && m_includeRange) {
         m_spread.emplace();
     }
@@ -290,10 +298,16 @@ void WordListRun::applyRunSettings(WordListOptions& options) const
     options.referencePath = m_referencePath;
 }
 
-void WordListRun::collect(WordTable table, const QString& name)
+void WordListRun::collect(WordTable table, const QString& name,
+                          const std::optional<TypeRuns>& typeRuns)
 {
     if (++m_files == 1) {
         m_firstName = name;
+    }
+    if (m_typeRuns && typeRuns) {
+        *m_typeRuns += *typeRuns;
+    } else {
+        m_typeRuns.reset();
     }
     if (m_spread) {
         m_spread->add(table);
@@ -327,6 +341,7 @@ Status WordListRun::finish(const WordContext& context, bool quitting)
     WordTable words = takeSum();
     const bool combining = std::exchange(m_combining, false);
     const std::optional<WordSpread> spread = std::exchange(m_spread, std::nullopt);
+    const std::optional<TypeRuns> typeRuns = std::exchange(m_typeRuns, TypeRuns());
     m_files = 0;
     m_joined = false;
     if (!combining || quitting || files == 0) {
@@ -346,6 +361,7 @@ Status WordListRun::finish(const WordContext& context, bool quitting)
         sources.spread = &*spread;
     }
     sources.files = files;
+    sources.typeRuns = typeRuns;
     const bool ofSeveralFiles = files > 1;
     const QString name = ofSeveralFiles ? QLatin1String(combinedListName) : m_firstName;
     const QString listName = name + listExtension(settings.options.listFormat);

@@ -94,6 +94,8 @@ private:
     std::shared_ptr<ReferenceCorpus> m_reference;
     /// The table, kept for a combining run or while the reference is read.
     WordTable m_table;
+    /// The standardised type/token ratio's runs, when the totals asked for them.
+    std::optional<TypeRuns> m_typeRuns;
     RenderedList m_list;
 };
 
@@ -122,11 +124,16 @@ public:
     void applyRunSettings(WordListOptions& options) const;
     /// The words an entry of the run's lists is a sequence of ("NGramLength" when it joined).
     int ngramLength() const { return m_ngramLength; }
+    /// True when the run's files are to count the standardised type/token ratio's runs,
+    /// for the totals ("IncludeTotals" when it joined, of single words).
+    bool countsTypeRuns() const { return m_countsTypeRuns; }
     /// The run's reference, none without one.
     const std::shared_ptr<ReferenceCorpus>& reference() const { return m_reference; }
 
-    /// Adds a file's words to the run's list; files are added in the order given.
-    void collect(WordTable table, const QString& name);
+    /// Adds a file's words to the run's list; files are added in the order given. typeRuns
+    /// are the file's, none when it did not count them.
+    void collect(WordTable table, const QString& name,
+                 const std::optional<TypeRuns>& typeRuns = std::nullopt);
 
     /// The run's files are done: the list of everything collected is written and opened,
     /// in combinedListFolder as combinedListName, or as the one file's own list when only
@@ -156,6 +163,9 @@ private:
     bool m_joined = false;
     bool m_includeRange = false;
     int m_ngramLength = 1;
+    bool m_countsTypeRuns = false;
+    /// The collected files' type/token runs added up; none once a file came without.
+    std::optional<TypeRuns> m_typeRuns = TypeRuns();
     QString m_referencePath;
     std::shared_ptr<ReferenceCorpus> m_reference;
     /// The files word by word, when the run combines them with range and dispersion.

@@ -219,7 +219,7 @@ RenderedList renderWordTable(WordTable table, const ListSettings& given, const Q
     // The text's side of the totals is that of the table before it is shaped.
     std::optional<HonestTotals> totals;
     if (options.includeTotals) {
-        totals = textTotalsOf(table, options);
+        totals = textTotalsOf(table, options, sources);
     }
     LemmaForms forms;
     shapeWordTable(table, options, &forms);
@@ -248,7 +248,6 @@ RenderedList renderWordTable(WordTable table, const ListSettings& given, const Q
         const ListTotals listed = totalsOf(table);
         totals->listedWords = listed.words;
         totals->listedDistinct = listed.distinctWords;
-        totals->files = sources.files;
     }
     const WordOrder* shownCounts = counts ? &*counts : nullptr;
     if (options.listFormat != ListFormat::Text) {

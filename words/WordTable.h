@@ -173,6 +173,21 @@ void adviseHugePages(void* data, std::size_t bytes);
 /// anything; a sum beyond 64 bits stays at the largest count.
 qint64 addCounts(qint64 a, qint64 b);
 
+/// What a text's standardised type/token ratio is made of: in reading order, the distinct
+/// words of each full run of 1000 words, added up, and how many such runs there were (the
+/// last, partial run left out). Several texts' runs add up to those of all of them.
+struct TypeRuns {
+    qint64 types = 0;
+    qint64 runs = 0;
+
+    TypeRuns& operator+=(const TypeRuns& other)
+    {
+        types += other.types;
+        runs += other.runs;
+        return *this;
+    }
+};
+
 } // namespace tallyvox
 
 Q_DECLARE_METATYPE(tallyvox::WordTable)

@@ -67,6 +67,9 @@ private:
             if (ending == IndexerEnding::Partial) {
                 setCutReasons(m_cutReasons);
             }
+            if (m_script.typeRuns) {
+                setTypeRuns(*m_script.typeRuns);
+            }
             finish(ending, m_script.table);
         } else {
             finish(leftTable ? IndexerEnding::Failed : ending);
@@ -85,13 +88,13 @@ void FakeIndexer::script(const QString& path, Script script, const QString& exec
 }
 
 std::unique_ptr<IndexerRun> FakeIndexer::start(const QString& posixPath,
-                                               const QString& executableName, int ngramLength)
+                                               const QString& executableName, int ngramLength,
+                                               bool typeRuns)
 {
     QString call = executableName + QLatin1Char(' ') + posixPath;
     if (ngramLength > 1) {
         call += QStringLiteral(" --ngram-length %1").arg(ngramLength);
     }
-    m_calls.append(call);
     Script script;
     if (const auto it = m_scripts.constFind(call); it != m_scripts.cend()) {
         script = *it;
@@ -107,6 +110,12 @@ std::unique_ptr<IndexerRun> FakeIndexer::start(const QString& posixPath,
             script.table = countWhiteSpaceWords(file.readAll(), ngramLength);
         }
     }
+    if (typeRuns) {
+        call += QStringLiteral(" --sttr");
+    } else {
+        script.typeRuns.reset();
+    }
+    m_calls.append(call);
     auto run = std::make_unique<FakeRun>(*this, std::move(script), m_cutReasons.value(posixPath));
     if (onStart) {
         onStart(call);

@@ -21,7 +21,9 @@ public:
         IndexerEnding ending = IndexerEnding::Complete;
         std::chrono::milliseconds delay{0};
         /// Reports made while it runs, spread over the delay: done bytes of total.
-        QList<std::pair<quint64, quint64>> progress;
+        QList<std::pair<quint64, quint64>> progress{};
+        /// What a run asked for the type/token runs tells with the table; none unless given.
+        std::optional<TypeRuns> typeRuns{};
     };
 
     /// How executableName ends on path ("SearchKitIndexer" unless said).
@@ -38,11 +40,12 @@ public:
     void setDefaultDelay(std::chrono::milliseconds delay) { m_defaultDelay = delay; }
 
     std::unique_ptr<IndexerRun> start(const QString& posixPath, const QString& executableName,
-                                      int ngramLength) override;
+                                      int ngramLength, bool typeRuns) override;
     void setConcurrentRuns(int runs) override { m_concurrentRuns = runs; }
 
     /// Called with "executable path" as each run starts, before it runs; a run of n-grams
-    /// adds " --ngram-length N".
+    /// adds " --ngram-length N", one asked for the type/token runs " --sttr". Scripts are
+    /// found without the latter.
     std::function<void(const QString& call)> onStart;
 
     /// "executable path" of each run, in the order they were started.

@@ -187,7 +187,8 @@ private slots:
                                                 "# words in the text\t4\n# words listed\t4\n"
                                                 "# distinct words in the text\t2\n"
                                                 "# distinct words listed\t2\n"
-                                                "# type/token ratio\t0.5000\n");
+                                                "# type/token ratio\t0.5000\n"
+                                                "# mean word length (characters)\t3.0000\n");
         QTest::newRow("wordCount")
             << QByteArray("wordCount") << QStringList{QStringLiteral("alert Word count: 4")}
             << QByteArray();

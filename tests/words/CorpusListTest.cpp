@@ -191,15 +191,17 @@ private slots:
         QTest::newRow("stop words and a minimum")
             << shaped << false << false
             << u"# 28 words in the text, 8 listed; 5 distinct words, 2 listed; "
-               u"type/token ratio 0.1786"_s;
+               u"type/token ratio 0.1786; mean word length 2.5357 characters"_s;
         QTest::newRow("folded") << WordTable{{u"The"_s, 4}, {u"the"_s, 6}, {u"cat"_s, 5}} << true
                                 << false
                                 << u"# 15 words in the text, 5 listed; 2 distinct words, 1 listed; "
-                                   u"type/token ratio 0.1333"_s;
+                                   u"type/token ratio 0.1333; mean word length 3.0000 "
+                                   u"characters"_s;
         QTest::newRow("keywords")
             << keywordFiles << false << true
             << u"# 1039 words in the text, 39 listed; 4 distinct words, 4 listed; "
-               u"type/token ratio 0.0038; 2065 words in the reference"_s;
+               u"type/token ratio 0.0038; mean word length 5.8585 characters; 2065 words in the "
+               u"reference"_s;
     }
     void honestTotals()
     {
@@ -262,7 +264,59 @@ private slots:
         QCOMPARE(rendered(spread.sum(), settings, sources),
                  u"word\tcount\na\t3\nb\t3\n\n# words in the text\t6\n# words listed\t6\n"
                  u"# distinct words in the text\t2\n# distinct words listed\t2\n"
-                 u"# type/token ratio\t0.3333\n# files\t3\n"_s);
+                 u"# type/token ratio\t0.3333\n# mean word length (characters)\t1.0000\n"
+                 u"# files\t3\n"_s);
+    }
+
+    // The text's standardised type/token ratio, from the runs the indexer counted (said to
+    // be missing where no run was full, never a number), and its words' mean length in code
+    // points, in the text line and the TSV rows; a list of word sequences states neither.
+    void figuresOfTheText_data()
+    {
+        QTest::addColumn<WordTable>("table");
+        QTest::addColumn<int>("types");
+        QTest::addColumn<int>("runs");
+        QTest::addColumn<int>("files");
+        QTest::addColumn<int>("ngramLength");
+        QTest::addColumn<QString>("expected"); // the list's end; TSV where it has a tab
+        // 5 + 2 + 2 code points over 4 words; in bytes 5.75, in UTF-16 units 3.75.
+        const WordTable nonAscii{
+            {u"na\u00efve"_s, 2}, {u"\u65e5\u672c"_s, 1}, {u"\U0001D4B3y"_s, 1}};
+        QTest::newRow("two runs") << threeWords << 1234 << 2 << 0 << 1
+                                  << u"0.5000; standardised type/token ratio 0.6170 (runs of 1000 "
+                                     u"words); mean word length 3.0000 characters\n"_s;
+        QTest::newRow("no full run") << threeWords << 0 << 0 << 0 << 1
+                                     << u"0.5000; no standardised type/token ratio (fewer than "
+                                        u"1000 words); mean word length 3.0000 characters\n"_s;
+        QTest::newRow("no file with a full run")
+            << threeWords << 0 << 0 << 2 << 1
+            << u"0.5000; no standardised type/token ratio (no file has 1000 words); mean word "
+               u"length 3.0000 characters; 2 files\n"_s;
+        QTest::newRow("word sequences") << threeWords << 1234 << 2 << 0 << 2 << u"0.5000\n"_s;
+        QTest::newRow("TSV, no full run")
+            << nonAscii << 0 << 0 << 0 << 1
+            << u"0.7500\n# standardised type/token ratio (runs of 1000 words)\tnone (fewer than "
+               u"1000 words)\n# mean word length (characters)\t3.5000\n"_s;
+    }
+    void figuresOfTheText()
+    {
+        QFETCH(WordTable, table);
+        QFETCH(int, types);
+        QFETCH(int, runs);
+        QFETCH(int, files);
+        QFETCH(int, ngramLength);
+        QFETCH(QString, expected);
+        ListSettings settings;
+        settings.options.includeTotals = true;
+        settings.options.ngramLength = ngramLength;
+        const bool tsv = expected.contains(u'\t');
+        settings.options.listFormat = tsv ? ListFormat::Tsv : ListFormat::Text;
+        ListSources sources;
+        sources.typeRuns = TypeRuns{types, runs};
+        sources.files = files;
+        const QString text = rendered(table, settings, sources);
+        QVERIFY2(text.endsWith(u"type/token ratio"_s + (tsv ? u'\t' : u' ') + expected),
+                 qPrintable(text));
     }
 };
 

@@ -200,6 +200,50 @@ private slots:
         QCOMPARE(table, expected);
     }
 
+    // The standardised type/token ratio's runs, counted by the real indexer in reading order
+    // through the serving indexer, only when asked: each full run of 1000 words gives its
+    // distinct words, the last partial run nothing, also across blocks (4 MB each).
+    void typeRunsOfTheRealIndexer_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<bool>("asked");
+        QTest::addColumn<qint64>("types");
+        QTest::addColumn<qint64>("runs");
+        // Run k of 1000 words holds k % 7 + 1 distinct words (a0, a1 ...), but run 1 holds 500
+        // words twice each; words of about 3 bytes.
+        const auto text = [](int words) {
+            QByteArray made;
+            for (int i = 0; i < words; ++i) {
+                const int k = i / 1000;
+                made += k == 1 ? "b" + QByteArray::number(i / 2) + '\n'
+                               : "a" + QByteArray::number(i % (k % 7 + 1)) + ' ';
+            }
+            return made;
+        };
+        QTest::newRow("2500 words") << text(2500) << true << qint64(1 + 500) << qint64(2);
+        QTest::newRow("not asked") << text(2500) << false << qint64(-1) << qint64(0);
+        QTest::newRow("999 words") << text(999) << true << qint64(0) << qint64(0);
+        // 500, and k % 7 + 1 for every other run k below 1500, worked out in python3.
+        QTest::newRow("several blocks") << text(1'500'300) << true << qint64(6493) << qint64(1500);
+    }
+    void typeRunsOfTheRealIndexer()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(bool, asked);
+        QFETCH(qint64, types);
+        QFETCH(qint64, runs);
+        World world;
+        const WordContext words = world.context(false);
+        const std::unique_ptr<WordTableJob> job = BuildWordTable(
+            words, *FileRef::fromPath(world.env.writeFile(u"in/runs.txt"_s, text)), 1, asked);
+        QSignalSpy finished(job.get(), &WordTableJob::finished);
+        QVERIFY(finished.wait(30000));
+        QCOMPARE(job->ending(), IndexerEnding::Complete);
+        QCOMPARE(job->typeRuns().value_or(TypeRuns{-1, 0}).types, types);
+        QCOMPARE(job->typeRuns().value_or(TypeRuns{-1, 0}).runs, runs);
+        QCOMPARE(world.desktop.logLines().size(), 1); // "Indexing ...": the line is no complaint
+    }
+
     void pathLimitIs254Bytes()
     {
         World world;

@@ -152,12 +152,14 @@ private slots:
              {std::pair{u"words in the text"_s, u"25"_s}, std::pair{u"words listed"_s, u"25"_s},
               std::pair{u"distinct words in the text"_s, u"11"_s},
               std::pair{u"distinct words listed"_s, u"11"_s},
-              std::pair{u"type/token ratio"_s, u"0.4400"_s}}) {
+              std::pair{u"type/token ratio"_s, u"0.4400"_s},
+              std::pair{u"mean word length (characters)"_s, u"5.6000"_s}}) {
             expected.append(QJsonArray{u"# "_s + name, value});
         }
         QCOMPARE(rowsReadByPython(w.env.writeFile(u"list.csv"_s, bytes)), expected);
         QCOMPARE(w.logLines.last(), u"Totals of \"list\": 25 words in the text, 25 listed; 11 "
-                                    u"distinct words, 11 listed; type/token ratio 0.4400"_s);
+                                    u"distinct words, 11 listed; type/token ratio 0.4400; mean "
+                                    u"word length 5.6000 characters"_s);
     }
 
     void fieldsOfEachFormat_data()
@@ -199,12 +201,13 @@ private slots:
         QTest::addColumn<bool>("frequency");
         QTest::addColumn<QString>("expected");
         const QString totals = u"# 6 words in the text, 6 listed; 3 distinct words, 3 listed; "
-                               u"type/token ratio 0.5000"_s;
+                               u"type/token ratio 0.5000; mean word length 3.0000 characters"_s;
         const auto rows = [](const char* separator, const char* end) {
             QString text = QString::fromLatin1(end);
             for (const char* row :
                  {"# words in the text|6", "# words listed|6", "# distinct words in the text|3",
-                  "# distinct words listed|3", "# type/token ratio|0.5000"}) {
+                  "# distinct words listed|3", "# type/token ratio|0.5000",
+                  "# mean word length (characters)|3.0000"}) {
                 text += QString::fromLatin1(row).replace(u'|', QLatin1String(separator)) +
                         QLatin1String(end);
             }

@@ -182,12 +182,15 @@ private slots:
         w.prefs.writeInteger(prefs::ListFormat, static_cast<qint32>(ListFormat::Tsv));
         QList<FileRef> files;
         WordTable sum;
+        const TypeRuns runs[] = {{700, 2}, {450, 1}, {0, 0}};
         for (qsizetype i = 0; i < documents.size(); ++i) {
             files.append(w.input(u"doc%1.txt"_s.arg(i), documents[i]));
             const WordTable table = testing::countWhiteSpaceWords(documents[i].toUtf8());
             for (auto it = table.cbegin(); it != table.cend(); ++it) {
                 sum.insert(it.key(), sum.value(it.key()) + it.value());
             }
+            // What the real indexer would tell of texts of 2000, 1000 and 0 full runs.
+            w.indexer.script(files.last().path(), {.table = table, .typeRuns = runs[i]});
         }
         QCOMPARE(sum.value(u"the"_s), 3);
 
@@ -195,15 +198,23 @@ private slots:
         const QString list = u"Combined/Combined word list.tsv"_s;
         QCOMPARE(w.lists(), QStringList{list});
         QCOMPARE(readTsv(w.output() + u'/' + list), sum);
-        // The totals of the text, as rows after an empty row, and the files they came from.
+        // The totals of the text, as rows after an empty row, and the files they came from;
+        // the type/token runs, asked for only now, of every file added up, not averaged file
+        // by file: (700 + 450) / 3000.
+        QCOMPARE(w.indexer.calls().filter(u"--sttr"_s), QStringList());
         w.prefs.writeBool(prefs::IncludeTotals, true);
         QCOMPARE(w.runBatch(files, true), noErr);
+        QCOMPARE(w.indexer.calls().filter(u"--sttr"_s).size(), 3);
         QFile withTotals(w.output() + u'/' + list);
         QVERIFY(withTotals.open(QIODevice::ReadOnly));
         QVERIFY(withTotals.readAll().endsWith("\n\n# words in the text\t19\n# words listed\t19\n"
                                               "# distinct words in the text\t15\n"
                                               "# distinct words listed\t15\n"
-                                              "# type/token ratio\t0.7895\n# files\t3\n"));
+                                              "# type/token ratio\t0.7895\n"
+                                              "# standardised type/token ratio (runs of 1000 "
+                                              "words)\t0.3833\n"
+                                              "# mean word length (characters)\t3.2632\n"
+                                              "# files\t3\n"));
         w.desktop.clear();
         w.prefs.writeBool(prefs::IncludeTotals, false);
         QCOMPARE(w.runBatch(files, true), noErr);
