@@ -199,7 +199,8 @@ void PreferencesWindow::addLemmatizeControls()
         tr("Without a lemma list, each word is counted under its stem in the Hunspell "
            "dictionary chosen below (goes, going: go). Words it does not know stay as "
            "they are."));
-    layout->addRow(m_lemmatize);
+    // In the column of the other checkboxes, not across the labels.
+    layout->addRow(static_cast<QWidget*>(nullptr), m_lemmatize);
 
     m_lemmaLanguage = new QComboBox(group);
     m_lemmaLanguage->setObjectName(QLatin1String(preferencesControls::LemmaLanguage));
