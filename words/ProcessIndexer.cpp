@@ -447,7 +447,7 @@ private:
         const QList<QByteArray> fields = how.toByteArray().trimmed().split(' ');
         bool ok = fields.size() == 2;
         const int number = ok ? fields.at(1).toInt(&ok) : 0;
-        if (!ok || fields.at(0) == "signal" || fields.at(0) != "exit") {
+        if (!ok || fields.at(0) != "exit") {
             m_desktop.log(m_executableName +
                           QStringLiteral(" was ended by signal %1").arg(ok ? number : 0));
             discard(IndexerEnding::Failed);
