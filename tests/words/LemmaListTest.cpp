@@ -2,25 +2,13 @@
 
 #include "words/LemmaList.h"
 
+#include "tests/common/LemmaPairs.h"
+
 #include <QTest>
 
 using namespace tallyvox;
+using testing::describe;
 using namespace Qt::StringLiterals;
-
-namespace {
-
-// "form=headword ..." in code-unit order of the forms.
-QString describe(const LemmaList& list)
-{
-    QStringList pairs;
-    for (auto it = list.headwordOf.cbegin(); it != list.headwordOf.cend(); ++it) {
-        pairs.append(it.key() + u'=' + it.value());
-    }
-    pairs.sort();
-    return pairs.join(u' ');
-}
-
-} // namespace
 
 class LemmaListTest : public QObject {
     Q_OBJECT

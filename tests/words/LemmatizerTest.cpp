@@ -2,26 +2,17 @@
 // dictionary of the test's own found where the packages' are looked for.
 
 #include "words/Lemmatizer.h"
+#include "tests/common/LemmaPairs.h"
 #include "tests/common/TestEnvironment.h"
 #include "words/WordTable.h"
 
 #include <QTest>
 
 using namespace tallyvox;
+using testing::describe;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// "form=headword ..." in code-unit order of the forms.
-QString describe(const LemmaList& list)
-{
-    QStringList pairs;
-    for (auto it = list.headwordOf.cbegin(); it != list.headwordOf.cend(); ++it) {
-        pairs.append(it.key() + u'=' + it.value());
-    }
-    pairs.sort();
-    return pairs.join(u' ');
-}
 
 WordTable tableOf(const QString& words)
 {
